@@ -1,0 +1,36 @@
+#include "common/Guard.h"
+
+namespace common {
+namespace {
+ErrorHandler theHandler;
+int depth = 0;
+
+struct Depth {
+    Depth() { ++depth; }
+    ~Depth() { --depth; }
+};
+} // namespace
+
+void setErrorHandler(ErrorHandler handler) {
+    theHandler = std::move(handler);
+}
+
+bool guarded(Origin origin, const std::function<void()>& action) {
+    if (depth > 0 || !theHandler) {
+        const Depth level;
+        action();
+        return true;
+    }
+    std::exception_ptr error;
+    try {
+        const Depth level;
+        action();
+    } catch (...) {
+        error = std::current_exception();
+    }
+    if (error)
+        theHandler(origin, error);
+    return !error;
+}
+
+} // namespace common

@@ -1,0 +1,76 @@
+#pragma once
+#include "store/Engine.h"
+#include <QSet>
+#include <QString>
+#include <memory>
+
+namespace store {
+
+class Recordset;
+
+/// A connection to one database file, under the names of the interface that the firm's statements were written
+/// for. Failures throw common::RunTimeError; nothing is caught here.
+class Connection {
+  public:
+    Connection() = default;
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Opens an existing database file. Throws for a missing file (kFileNotFound), a damaged one (kStoreFailure),
+    /// a wrong password (kPasswordRefused), a schema of a newer program (kSchemaTooNew), and when open already
+    /// (kObjectOpen).
+    void Open(const QString& connectionString);
+    /// Closes its recordsets first. What is closed is one file without side files, once no other connection
+    /// holds it. Closing a closed connection throws kObjectClosed.
+    void Close();
+    bool IsOpen() const { return m_engine != nullptr; }
+
+    /// Runs UPDATE, DELETE or INSERT text; gives the number of rows touched.
+    qint64 Execute(const QString& sql);
+
+    void BeginTrans();
+    void CommitTrans();
+    /// Used by the guard of a transaction only (Transaction below): the firm's procedures never call it.
+    void RollbackTrans();
+    bool InTransaction() const { return m_engine && m_engine->inTransaction(); }
+
+    /// The string as it was given to Open, for a grid's data control.
+    const QString& ConnectionText() const { return m_connectionString; }
+
+    /// `text` between single quotes, such that a quote inside is data and never ends the literal.
+    QString quoted(const QString& text) const { return engine().quote(text); }
+
+    /// The engine; throws kObjectClosed when the connection is closed.
+    Engine& engine() const;
+
+  private:
+    friend class Recordset;
+    std::unique_ptr<Engine> m_engine;
+    QString m_connectionString;
+    QSet<Recordset*> m_recordsets;
+};
+
+/// BeginTrans at construction; rolls back when the scope is left by an exception before commit().
+class Transaction {
+  public:
+    explicit Transaction(Connection& connection);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+  private:
+    Connection& m_connection;
+    bool m_done = false;
+};
+
+/// Writes a compacted copy of the source's database to the target's path. Both are connection strings; the
+/// passwords must fit the source, and the target takes the target string's. An existing target is refused
+/// (kTargetExists).
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection);
+
+/// `text` as an SQL literal: quotes inside are doubled. The same for every engine that speaks the firm's dialect.
+QString sqlText(const QString& text);
+
+} // namespace store

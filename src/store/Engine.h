@@ -1,0 +1,56 @@
+#pragma once
+#include "common/Value.h"
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+/// The seam behind which a database engine stands. Connections and recordsets know only this; a second engine
+/// fills the same five operations: execute, query, transaction, new key, dialect (the statements come in the
+/// program's own dialect, each engine translates them by itself).
+namespace store {
+
+/// What a column holds, as declared in the schema. It decides how values are written and read back.
+enum class ColumnType { Any, Long, Double, Text, YesNo, Date };
+
+struct Column {
+    QString name;
+    ColumnType type = ColumnType::Any;
+};
+
+/// Rows of a running query, walked forward.
+class Cursor {
+  public:
+    virtual ~Cursor() = default;
+    /// Steps to the next row; false behind the last one.
+    virtual bool next() = 0;
+    virtual const std::vector<Column>& columns() const = 0;
+    virtual common::Value value(int column) const = 0;
+};
+
+class Engine {
+  public:
+    virtual ~Engine() = default;
+    /// Runs UPDATE, DELETE, INSERT or a definition; gives the number of rows touched.
+    virtual qint64 execute(const QString& sql) = 0;
+    /// Runs a SELECT. With `keyed` each row's own row key comes as one more, last column, which needs a query on
+    /// one table.
+    virtual std::unique_ptr<Cursor> query(const QString& sql, bool keyed) = 0;
+    /// Columns of a table or view in the schema's order; empty when there is none of that name.
+    virtual const std::vector<Column>& columnsOf(const QString& table) = 0;
+    /// Adds a row and gives its row key, which is the table's counter where it has one.
+    virtual qint64 insert(const QString& table, const std::vector<Column>& columns,
+                          const std::vector<common::Value>& values) = 0;
+    virtual void update(const QString& table, qint64 rowKey, const std::vector<Column>& columns,
+                        const std::vector<common::Value>& values) = 0;
+    /// The key that the next row of the table gets, reserved for the caller.
+    virtual qint64 newKey(const QString& table) = 0;
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    virtual bool inTransaction() const = 0;
+    /// Text between quotes, such that it is data and never syntax.
+    virtual QString quote(const QString& text) const = 0;
+};
+
+} // namespace store

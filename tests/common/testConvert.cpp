@@ -1,0 +1,144 @@
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "common/RunTimeError.h"
+#include "common/Value.h"
+#include <gtest/gtest.h>
+
+using common::Serial;
+using common::Value;
+
+namespace {
+
+constexpr double kFirstOf2026 = 46023;
+
+TEST(Convert, parsesNumbersAndNothingElse) {
+    struct Case {
+        const char16_t* text;
+        double number;
+    };
+
+    for (const Case& c : {Case{u"0791234567", 791234567}, Case{u"  12.50 ", 12.5}, Case{u"-3", -3},
+                          Case{u"+3", 3}, Case{u"1'234'567.5", 1234567.5}, Case{u".5", 0.5}, Case{u"5.", 5},
+                          Case{u"1e3", 1000}, Case{u"2.5E-2", 0.025}}) {
+        const auto number = common::parseNumber(QString::fromUtf16(c.text));
+        ASSERT_TRUE(number.has_value()) << QString::fromUtf16(c.text).toStdString();
+        EXPECT_DOUBLE_EQ(*number, c.number);
+    }
+    for (const char16_t* text : {u"", u" ", u"1,5", u"1.2.3", u"12a", u"Inf", u"NaN", u"0x10", u"'1", u"1'",
+                                 u"1''0", u"1.0'0", u"--1", u"1 2", u"e5", u"1e", u".", u"-", u"1e999"})
+        EXPECT_FALSE(common::isNumeric(QString::fromUtf16(text))) << QString::fromUtf16(text).toStdString();
+}
+
+TEST(Convert, numberToTextIsPlain) {
+    EXPECT_EQ(common::numberToText(791234567), u"791234567");
+    EXPECT_EQ(common::numberToText(41791234567.0), u"41791234567");
+    EXPECT_EQ(common::numberToText(7.7), u"7.7");
+    EXPECT_EQ(common::numberToText(0.1 + 0.2), u"0.3");
+    EXPECT_EQ(common::numberToText(77 + 3 * 0.01), u"77.03");
+    EXPECT_EQ(common::numberToText(-0.0), u"0");
+    EXPECT_EQ(common::numberToText(-12.5), u"-12.5");
+    EXPECT_EQ(common::numberToText(123456789012345.0), u"123456789012345");
+}
+
+TEST(Convert, formatsByDecimalDigits) {
+    struct Case {
+        double number;
+        const char16_t* form;
+        const char16_t* text;
+    };
+
+    for (const Case& c : {Case{2.675, u"0.00", u"2.68"},
+                          Case{1.005, u"0.00", u"1.01"},
+                          Case{-2.675, u"0.00", u"-2.68"},
+                          Case{-0.004, u"0.00", u"0.00"},
+                          Case{0.005, u"0.00", u"0.01"},
+                          Case{9.995, u"0.00", u"10.00"},
+                          Case{999.999, u"0.00", u"1000.00"},
+                          Case{0, u"0.00", u"0.00"},
+                          Case{0.0004, u"0.00", u"0.00"},
+                          Case{1e-9, u"0.00", u"0.00"},
+                          Case{0.5, u"0", u"1"},
+                          Case{0.49, u"0", u"0"},
+                          Case{7, u"00", u"07"},
+                          Case{123, u"00", u"123"},
+                          Case{7.65, u"0.0", u"7.7"},
+                          Case{1234567.891, u"#,##0.00", u"1'234'567.89"},
+                          Case{-1234.5, u"#,0.00", u"-1'234.50"},
+                          Case{12, u"#,0.00", u"12.00"},
+                          Case{0.077, u"0.00%", u"7.70%"},
+                          Case{0, u"0.00%", u"0.00%"},
+                          Case{1.5, u"0.00 ", u"1.50 "},
+                          Case{46023.5, u"0.00000000", u"46023.50000000"},
+                          Case{12.3 + double(0.05F), u"0.00", u"12.35"}})
+        EXPECT_EQ(common::formatNumber(c.number, c.form), QString::fromUtf16(c.text)) << c.number;
+}
+
+TEST(Convert, parsesDates) {
+    common::clock::set(kFirstOf2026 + 40.5);
+
+    struct Case {
+        const char16_t* text;
+        double serial;
+    };
+
+    for (const Case& c :
+         {Case{u"01/01/2026", kFirstOf2026}, Case{u"1.1.26", kFirstOf2026}, Case{u"2026-01-01", kFirstOf2026},
+          Case{u"01-Jan-2026", kFirstOf2026}, Case{u"01/MÄR/2026", kFirstOf2026 + 59},
+          Case{u"1.März.2026", kFirstOf2026 + 59}, Case{u"1/1", kFirstOf2026},
+          Case{u"01/01/2026 12:00", kFirstOf2026 + 0.5}, Case{u"01/01/2026  06:00:00", kFirstOf2026 + 0.25},
+          Case{u"18:00", 0.75}, Case{u"29/02/2028", kFirstOf2026 + 789}, Case{u"5/6/45", 16593},
+          Case{u"01/01/29", 47119}, Case{u"30/12/1899", 0}}) {
+        const auto serial = common::parseDate(QString::fromUtf16(c.text));
+        ASSERT_TRUE(serial.has_value()) << QString::fromUtf16(c.text).toStdString();
+        EXPECT_DOUBLE_EQ(*serial, c.serial) << QString::fromUtf16(c.text).toStdString();
+    }
+    for (const char16_t* text :
+         {u"31/02/2026", u"29/02/2026", u"25:00", u"12:60", u"abc", u"", u"1", u"1/13/2026", u"1/Mai/",
+          u"1/1/2026 x", u"1/1/2026/1", u"12", u"00/01/2026", u"1/1/126"})
+        EXPECT_FALSE(common::isDate(QString::fromUtf16(text))) << QString::fromUtf16(text).toStdString();
+    common::clock::release();
+}
+
+TEST(Convert, formatsDates) {
+    const double evening = kFirstOf2026 + 60 + common::timeSerial(18, 5, 9);
+    EXPECT_EQ(common::formatDate(evening, u"DD/MM/YYYY"), u"02/03/2026");
+    EXPECT_EQ(common::formatDate(evening, u"DD/MMM/YYYY"), u"02/Mär/2026");
+    EXPECT_EQ(common::formatDate(evening, u"D. MMMM YY"), u"2. März 26");
+    EXPECT_EQ(common::formatDate(evening, u"DDMMMYYYY"), u"02Mär2026");
+    EXPECT_EQ(common::formatDate(evening, u"HH:MM:SS"), u"18:05:09");
+    EXPECT_EQ(common::formatDate(evening, u"DD/MM/YYYY HH:MM"), u"02/03/2026 18:05");
+    // The last half second of a day belongs to the next one, in the date as well as in the time.
+    EXPECT_EQ(common::formatDate(kFirstOf2026 + 0.999999, u"DD/MM/YYYY HH:MM:SS"), u"02/01/2026 00:00:00");
+    EXPECT_EQ(common::dateSerial(2026, 1, 1), kFirstOf2026);
+    EXPECT_THROW(common::dateSerial(2026, 2, 30), common::RunTimeError);
+}
+
+TEST(Clock, standsStillWhenSet) {
+    common::clock::set(46023.75);
+    EXPECT_EQ(common::clock::now(), 46023.75);
+    EXPECT_EQ(common::clock::today(), 46023);
+    EXPECT_EQ(common::clock::time(), 0.75);
+    common::clock::release();
+    EXPECT_GT(common::clock::now(), kFirstOf2026);
+}
+
+TEST(Value, convertsByTheRulesOfTheForms) {
+    EXPECT_EQ(Value().toText(), u"");
+    EXPECT_EQ(Value().toDouble(), 0);
+    EXPECT_EQ(Value(u"").toDouble(), 0);
+    EXPECT_EQ(Value(u"0791234567").toDouble(), 791234567);
+    EXPECT_EQ(Value(true).toLong(), -1);
+    EXPECT_EQ(Value(2.5).toLong(), 2);
+    EXPECT_EQ(Value(3.5).toLong(), 4);
+    EXPECT_EQ(Value(u"18:00").toSerial(), 0.75);
+    EXPECT_EQ(Value(Serial{46023.75}).toText(), u"01/01/2026 18:00:00");
+    EXPECT_EQ(Value(Serial{46023}).toText(), u"01/01/2026");
+    EXPECT_EQ(Value(Serial{0.75}).toText(), u"18:00:00");
+    EXPECT_EQ(Value(u"5.50").toText(), u"5.50");
+    EXPECT_TRUE(Value(u"12").isNumeric());
+    EXPECT_FALSE(Value().isNumeric());
+    EXPECT_THROW(Value(u"abc").toDouble(), common::RunTimeError);
+    EXPECT_THROW(Value(u"abc").toSerial(), common::RunTimeError);
+}
+
+} // namespace

@@ -1,4 +1,5 @@
 #include "common/Guard.h"
+#include <utility>
 
 namespace common {
 namespace {
@@ -7,9 +8,17 @@ int depth = 0;
 
 struct Depth {
     Depth() { ++depth; }
+
     ~Depth() { --depth; }
 };
 } // namespace
+
+NestedEventLoop::NestedEventLoop() : m_depth(std::exchange(depth, 0)) {
+}
+
+NestedEventLoop::~NestedEventLoop() {
+    depth = m_depth;
+}
 
 void setErrorHandler(ErrorHandler handler) {
     theHandler = std::move(handler);

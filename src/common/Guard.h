@@ -5,26 +5,39 @@
 
 namespace common {
 
-/// Who started a piece of work. An error in a user's own action ends the program after the error box; an error
-/// in a server's answer, a call or a timer tick shows the box once, is logged and rolled back, and the program
-/// goes on.
+/// Who started a piece of work. An error in a user's own action ends the program after the error box; an
+/// error in a server's answer, a call or a timer tick shows the box once, is logged and rolled back, and the
+/// program goes on.
 enum class Origin { User, Background };
 
 /// Runs `action`; an exception out of it goes to the installed handler and never further, since an exception
-/// must not travel through Qt's own frames (it leaves editors stuck and leaks). Nested calls: only the outermost
-/// one handles, inner ones let the exception through, so that a procedure called from a guarded one stops its
-/// caller as well. Returns false when an exception was handled.
+/// must not travel through Qt's own frames (it leaves editors stuck and leaks). Nested calls: only the
+/// outermost one handles, inner ones let the exception through, so that a procedure called from a guarded one
+/// stops its caller as well. Returns false when an exception was handled.
 bool guarded(Origin origin, const std::function<void()>& action);
+
+/// Stands around a nested event loop (a modal dialog, a yield to the loop) inside a guarded action: what the
+/// loop starts is guarded anew, since its exceptions must not travel through the loop's frames.
+class NestedEventLoop {
+  public:
+    NestedEventLoop();
+    ~NestedEventLoop();
+    NestedEventLoop(const NestedEventLoop&) = delete;
+    NestedEventLoop& operator=(const NestedEventLoop&) = delete;
+
+  private:
+    int m_depth;
+};
 
 /// The handler that the shell installs; a test installs its own. Without one an exception is rethrown.
 using ErrorHandler = std::function<void(Origin, std::exception_ptr)>;
 void setErrorHandler(ErrorHandler handler);
 
-/// Connects a signal to a handler that runs guarded. Every connection from a control, a timer, a call line or a
-/// server goes through here.
+/// Connects a signal to a handler that runs guarded. Every connection from a control, a timer, a call line or
+/// a server goes through here.
 template <typename Sender, typename Signal, typename Action>
-QMetaObject::Connection connectGuarded(const Sender* sender, Signal signal, const QObject* context, Action action,
-                                       Origin origin = Origin::User) {
+QMetaObject::Connection connectGuarded(const Sender* sender, Signal signal, const QObject* context,
+                                       Action action, Origin origin = Origin::User) {
     if constexpr (std::is_invocable_v<Action>) {
         return QObject::connect(sender, signal, context, [action, origin] { guarded(origin, action); });
     } else {

@@ -31,6 +31,7 @@ class CellTable : public QAbstractTableModel {
 
     /// Position of a column by its name; -1 when there is none.
     int column(QStringView name) const;
+    const CellColumn& columnInfo(int column) const { return m_columns.at(size_t(column)); }
     const common::Value& cell(int row, int column) const;
     QString text(int row, int column) const { return cell(row, column).toText(); }
     double number(int row, int column) const { return cell(row, column).toDouble(); }

@@ -1,0 +1,109 @@
+#include "platform/ui/FieldHelpers.h"
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QThread>
+#include <QTimer>
+#include <functional>
+
+namespace platform::ui {
+namespace {
+
+bool waiting = true;
+
+/// An event filter made of one function; it lives as long as the widget that it watches.
+class Filter : public QObject {
+  public:
+    using Rule = std::function<bool(QEvent&)>;
+
+    Filter(QWidget& watched, Rule rule) : QObject(&watched), m_rule(std::move(rule)) {
+        watched.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override { return m_rule(*event); }
+
+  private:
+    Rule m_rule;
+};
+
+bool isEnter(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+QString digitsOf(const QString& text) {
+    QString digits;
+    for (const QChar c : text)
+        if (c >= u'0' && c <= u'9')
+            digits += c;
+    return digits;
+}
+
+bool isNoDigit(const QKeyEvent& key) {
+    const bool shortcut = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return !shortcut && !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
+}
+
+} // namespace
+
+void selectAllOnFocus(QLineEdit& field) {
+    new Filter(field, [&field](QEvent& event) {
+        if (event.type() != QEvent::FocusIn)
+            return false;
+        if (static_cast<QFocusEvent&>(event).reason() == Qt::MouseFocusReason)
+            // The press that brought the focus would put the cursor down afterwards.
+            QTimer::singleShot(0, &field, &QLineEdit::selectAll);
+        else
+            QMetaObject::invokeMethod(&field, &QLineEdit::selectAll, Qt::QueuedConnection);
+        return false;
+    });
+}
+
+void enterChain(const QList<QWidget*>& fields) {
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        QWidget* next = i + 1 < fields.size() ? fields[i + 1] : nullptr;
+        auto* button = qobject_cast<QAbstractButton*>(fields[i]);
+        if (!next && !button)
+            continue;
+        new Filter(*fields[i], [next, button](QEvent& event) {
+            if (!isEnter(event))
+                return false;
+            if (button)
+                button->click();
+            else
+                next->setFocus(Qt::TabFocusReason);
+            return true;
+        });
+    }
+}
+
+void digitsOnly(QLineEdit& field) {
+    field.setInputMethodHints(Qt::ImhDigitsOnly);
+    new Filter(field, [&field](QEvent& event) {
+        if (event.type() != QEvent::KeyPress)
+            return false;
+        auto& key = static_cast<QKeyEvent&>(event);
+        if (key.matches(QKeySequence::Paste)) {
+            field.insert(digitsOf(QApplication::clipboard()->text()));
+            return true;
+        }
+        return isNoDigit(key);
+    });
+}
+
+void waitMilliseconds(int milliseconds) {
+    if (!waiting)
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QThread::msleep(static_cast<unsigned long>(milliseconds));
+    QApplication::restoreOverrideCursor();
+}
+
+void setWaiting(bool on) {
+    waiting = on;
+}
+
+} // namespace platform::ui

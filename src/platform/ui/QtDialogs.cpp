@@ -1,0 +1,88 @@
+#include "platform/ui/QtDialogs.h"
+#include "common/Guard.h"
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace platform::ui {
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("QtDialogs", text);
+}
+
+void nameButton(QMessageBox& box, QMessageBox::StandardButton button, const char* text) {
+    if (auto* there = box.button(button))
+        there->setText(tr(text));
+}
+
+void addButtons(QMessageBox& box, int buttons) {
+    switch (buttons) {
+    case kYesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        // Esc and the window's cross mean the careful answer.
+        box.setEscapeButton(QMessageBox::No);
+        break;
+    case kRetryCancel:
+        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        break;
+    default:
+        box.setStandardButtons(QMessageBox::Ok);
+    }
+    nameButton(box, QMessageBox::Yes, "&Ja");
+    nameButton(box, QMessageBox::No, "&Nein");
+    nameButton(box, QMessageBox::Ok, "OK");
+    nameButton(box, QMessageBox::Cancel, "&Abbrechen");
+    nameButton(box, QMessageBox::Retry, "&Wiederholen");
+}
+
+int answerOf(int button) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return kAnswerYes;
+    case QMessageBox::No:
+        return kAnswerNo;
+    case QMessageBox::Retry:
+        return kAnswerRetry;
+    case QMessageBox::Cancel:
+        return kAnswerCancel;
+    default:
+        return kAnswerOk;
+    }
+}
+
+} // namespace
+
+int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Tavolino") : title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    const int icon = style & 0x70;
+    if (icon == kStop)
+        box.setIcon(QMessageBox::Critical);
+    else if (icon == kInformation)
+        box.setIcon(QMessageBox::Information);
+    else if ((style & 0x0F) == kYesNo)
+        box.setIcon(QMessageBox::Question);
+    addButtons(box, style & 0x0F);
+    return answerOf(execModal(box));
+}
+
+QString QtDialogs::InputBox(const QString& prompt, const QString& title, const QString& preset) {
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Tavolino") : title);
+    box.setLabelText(prompt);
+    box.setTextValue(preset);
+    box.setOkButtonText(tr("OK"));
+    box.setCancelButtonText(tr("Abbrechen"));
+    return execModal(box) == QDialog::Accepted ? box.textValue() : QString();
+}
+
+int execModal(QDialog& dialog) {
+    const common::NestedEventLoop loop;
+    return dialog.exec();
+}
+
+} // namespace platform::ui

@@ -1,0 +1,30 @@
+#pragma once
+#include "platform/ui/DataGrid.h"
+#include <QAbstractTableModel>
+
+namespace platform::ui {
+
+/// Shows a data control's rows to a view, straight from the recordset.
+class RecordsetModel : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    explicit RecordsetModel(QObject* parent);
+
+    void setDataControl(DataControl& control);
+    void setColumns(std::vector<DataColumn> columns);
+
+    const std::vector<DataColumn>& columns() const { return m_columns; }
+
+    common::Value value(int row, int column) const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  private:
+    DataControl* m_control = nullptr;
+    std::vector<DataColumn> m_columns;
+};
+
+} // namespace platform::ui

@@ -1,0 +1,147 @@
+#pragma once
+#include "orders/OrderCells.h"
+#include "platform/CellTable.h"
+#include <QObject>
+#include <QString>
+
+namespace orders {
+
+/// How the next lookup of BestellungGrid_Change is meant. It falls back to Keyed after every lookup.
+enum class SucheModus : int { Keyed = 0, Produkt = 1, Extra = 2 };
+
+/// Which buttons of the order screen are enabled.
+struct OrderButtons {
+    bool cmdKundeSchnellerfassung = true;
+    bool cmdKundeEditierung = false;
+    bool cmdSave = false;
+    bool cmdPrint = false;
+    bool cmdVerwaltungSave = false;
+    bool cmdVerwaltungDelete = false;
+    friend bool operator==(const OrderButtons&, const OrderButtons&) = default;
+};
+
+/// The order while it is keyed or viewed: its cells are the only working copy, and booking, slip and totals
+/// read them. Owns the cell tables, the two keys and the rules of the lines; the order screen is a view on
+/// it.
+///
+/// Reads the catalogue through RsMain, so no procedure may call in here while it holds RsMain open. Throws
+/// common::RunTimeError where the store does.
+class WorkingOrder : public QObject {
+    Q_OBJECT
+  public:
+    explicit WorkingOrder(QObject* parent = nullptr);
+
+    // The cells. The tables' hooks are connected; what a user types goes through their endEdit.
+    platform::CellTable BestellungDetailsGrid; ///< 3 rows, 6 columns, see Detail
+    platform::CellTable BestellungTotalGrid;   ///< 4 rows, 3 columns, see TotalRow
+    platform::CellTable BestellungGrid;        ///< always 100 rows between two calls, see Col
+
+    /// The keys that are stored; the text cells are not.
+    qint64 lng_KundenID = 0;
+    qint64 lng_KurierID = 0;
+
+    /// 1 to 10. Changes what the catalogue offers from then on; lines in the order keep their prices.
+    int PreisGruppe = 1;
+    SucheModus suche = SucheModus::Keyed;
+
+    QString detail(DetailCell cell) const { return BestellungDetailsGrid.text(cell.row, cell.column); }
+
+    void setDetail(DetailCell cell, const common::Value& value);
+
+    double total(int totalRow) const { return BestellungTotalGrid.number(totalRow, kTotalAmount); }
+
+    // Head
+    // ----------------------------------------------------------------------------------------------------
+
+    /// The screen's load: labels, captions, default courier, today, VAT number, currency. Needs the settings
+    /// in memory and the databases open.
+    void SetUp();
+    /// Kinds of the cells: labels, grey ones, fields.
+    void SettingUpBestellungDetailGrid();
+    /// Empties lines, totals, head and address; the courier stays unless the order shown was a deleted one.
+    void ClearBestellungMaske();
+    /// Cell (0,1) := last booked number + 1. On an empty journal that is one more than the first booking will
+    /// get; meant so.
+    void ShowComingTrxNr();
+
+    /// The search by phone number: clears the order; when a customer has the number, fills head and address
+    /// and returns true. Otherwise quick capture is enabled, the address stays hidden, and false. A text that
+    /// is no number belongs to nobody. Nothing happens for a blank text (false).
+    bool SucheTelefonNummer(const QString& number);
+    /// What taking a call adds for a known customer: clears the order and fills the head anew, VAT number
+    /// included.
+    void FillFromCall(qint64 kundenId);
+
+    /// Courier chosen in the menu. A code typed in its cell is checked, but keeps the key chosen before.
+    void ChooseKurier(qint64 kurierId, const QString& kurzzeichen);
+    void ChooseKonditionen(const QString& text);
+
+    const QString& KundenAdresse() const { return m_address; }
+
+    bool KundenAdresseShown() const { return m_addressShown; }
+
+    void ShowKundenAdresse(const QString& text);
+    void HideKundenAdresse();
+
+    const OrderButtons& buttons() const { return m_buttons; }
+
+    void setButtons(const OrderButtons& buttons);
+
+    // Lines
+    // ---------------------------------------------------------------------------------------------------
+
+    /// Puts a product into the first empty row (Ccy ""), with its extras offered. Nothing when all rows are
+    /// full.
+    void PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl);
+    /// Puts an extra into the first empty row, under the line above. Nothing while row 0 is empty.
+    void PickExtra(qint64 extraId, const QString& extra, double anzahl);
+    /// Removes the line; a product takes the extras that follow it along. Closes the gap, keeps 100 rows.
+    void RemoveLine(int row);
+
+    /// Fills a row from the catalogue by what was entered in `col` (ProduktID, Kurzzeichen or Bezeichnung).
+    /// Several products may begin with the text keyed; the one that is called exactly so comes first.
+    void FindArtikelForBestellung(int row, int col);
+    /// The same for `col` = ExtraID.
+    void FindExtraForBestellung(int row, int col);
+    /// Before an edited cell is taken over: a new quantity scales the price. `editor` null means no value.
+    void BestellungGrid_BeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
+    /// After a cell was taken over: derives the line anew. Call it after writing a cell by setCell.
+    void BestellungGrid_Change(int row, int col);
+    void CalculateTotalBestellung();
+    /// Spreads a percentage over all lines that have a price; replaces earlier discounts.
+    void SetRabattBestellung(double prozent);
+    /// Sets the rate (percent) of all lines.
+    void SetMWStSatzBestellung(double satz);
+
+    /// First row with Ccy ""; -1 when the order is full.
+    int FirstEmptyRow() const;
+    /// Last row with a Bezeichnung; -1 in an order without lines.
+    int LastFilledRow() const;
+
+  Q_SIGNALS:
+    /// ExtrasGrid shall offer the extras of this product.
+    void ExtrasOffered(qint64 produktId);
+    void KundenAdresseChanged();
+    void ButtonsChanged();
+    /// ClearBestellungMaske ran: the screen hides its quick capture box.
+    void Cleared();
+
+  private:
+    bool DetailsMayEdit(int row, int col) const;
+    void DetailsBeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
+    void FillHead(qint64 kundenId);
+    void ClearRow(int row);
+    void RederiveLine(int row);
+    bool FindProduktLine(int row, const QString& sql, int col);
+    void FindExtraLine(int row, const QString& sql, int col);
+
+    QString m_address;
+    bool m_addressShown = false;
+    OrderButtons m_buttons;
+    bool m_ZeileLoeschen = false;
+};
+
+/// "7.7%": a rate as the captions of the VAT buttons show it.
+QString RateCaption(double satz);
+
+} // namespace orders

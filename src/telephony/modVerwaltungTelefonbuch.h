@@ -1,0 +1,17 @@
+#pragma once
+#include <QString>
+
+/// The directory of subscribers, which the program only reads (ConnPhone).
+namespace modVerwaltungTelefonbuch {
+
+/// A row that the user picked from the list.
+struct PhoneBookEntry {
+    QString txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, txt_Telefon, txt_Natel;
+};
+
+/// Query of the list for a number, telephone or mobile; compared as texts, so a leading zero counts. At most
+/// 100 rows; columns txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, txt_Telefon,
+/// txt_Natel, txt_EMail.
+QString FindPhoneBookEntrySql(const QString& number);
+
+} // namespace modVerwaltungTelefonbuch

@@ -8,8 +8,8 @@ namespace store {
 
 class Recordset;
 
-/// A connection to one database file, under the names of the interface that the firm's statements were written
-/// for. Failures throw common::RunTimeError; nothing is caught here.
+/// A connection to one database file, under the names of the interface that the firm's statements were
+/// written for. Failures throw common::RunTimeError; nothing is caught here.
 class Connection {
   public:
     Connection() = default;
@@ -17,13 +17,14 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Opens an existing database file. Throws for a missing file (kFileNotFound), a damaged one (kStoreFailure),
-    /// a wrong password (kPasswordRefused), a schema of a newer program (kSchemaTooNew), and when open already
-    /// (kObjectOpen).
+    /// Opens an existing database file. Throws for a missing file (kFileNotFound), a damaged one
+    /// (kStoreFailure), a wrong password (kPasswordRefused), a schema of a newer program (kSchemaTooNew), and
+    /// when open already (kObjectOpen).
     void Open(const QString& connectionString);
     /// Closes its recordsets first. What is closed is one file without side files, once no other connection
     /// holds it. Closing a closed connection throws kObjectClosed.
     void Close();
+
     bool IsOpen() const { return m_engine != nullptr; }
 
     /// Runs UPDATE, DELETE or INSERT text; gives the number of rows touched.
@@ -33,6 +34,7 @@ class Connection {
     void CommitTrans();
     /// Used by the guard of a transaction only (Transaction below): the firm's procedures never call it.
     void RollbackTrans();
+
     bool InTransaction() const { return m_engine && m_engine->inTransaction(); }
 
     /// The string as it was given to Open, for a grid's data control.
@@ -70,7 +72,8 @@ class Transaction {
 /// (kTargetExists).
 void CompactDatabase(const QString& sourceConnection, const QString& targetConnection);
 
-/// `text` as an SQL literal: quotes inside are doubled. The same for every engine that speaks the firm's dialect.
+/// `text` as an SQL literal: quotes inside are doubled. The same for every engine that speaks the firm's
+/// dialect.
 QString sqlText(const QString& text);
 
 } // namespace store

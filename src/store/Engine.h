@@ -16,6 +16,8 @@ enum class ColumnType { Any, Long, Double, Text, YesNo, Date };
 struct Column {
     QString name;
     ColumnType type = ColumnType::Any;
+    /// The table's own counter, given by the store.
+    bool counter = false;
 };
 
 /// Rows of a running query, walked forward.
@@ -33,8 +35,8 @@ class Engine {
     virtual ~Engine() = default;
     /// Runs UPDATE, DELETE, INSERT or a definition; gives the number of rows touched.
     virtual qint64 execute(const QString& sql) = 0;
-    /// Runs a SELECT. With `keyed` each row's own row key comes as one more, last column, which needs a query on
-    /// one table.
+    /// Runs a SELECT. With `keyed` each row's own row key comes as one more, last column, which needs a query
+    /// on one table.
     virtual std::unique_ptr<Cursor> query(const QString& sql, bool keyed) = 0;
     /// Columns of a table or view in the schema's order; empty when there is none of that name.
     virtual const std::vector<Column>& columnsOf(const QString& table) = 0;

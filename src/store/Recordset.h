@@ -7,10 +7,23 @@
 
 namespace store {
 
-enum CursorType : int { adOpenUnspecified = -1, adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
-enum LockType : int { adLockUnspecified = -1, adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3 };
+enum CursorType : int {
+    adOpenUnspecified = -1,
+    adOpenForwardOnly = 0,
+    adOpenKeyset = 1,
+    adOpenDynamic = 2,
+    adOpenStatic = 3
+};
+
+enum LockType : int {
+    adLockUnspecified = -1,
+    adLockReadOnly = 1,
+    adLockPessimistic = 2,
+    adLockOptimistic = 3
+};
 
 class Recordset;
+struct Condition;
 
 /// A field of the current row, addressed by its name.
 class Field {
@@ -18,17 +31,24 @@ class Field {
     common::Value Value() const;
     /// Puts the value into the row being added or changed; it reaches the store with Update.
     Field& operator=(const common::Value& value);
+
     Field& operator=(const Field& other) { return *this = other.Value(); }
+
     Field(const Field&) = default;
 
     QString text() const { return Value().toText(); }
+
     qint64 toLong() const { return Value().toLong(); }
+
     double toDouble() const { return Value().toDouble(); }
+
     bool isNull() const { return Value().isNull(); }
 
   private:
     friend class Recordset;
+
     Field(Recordset& rows, int column) : m_rows(&rows), m_column(column) {}
+
     Recordset* m_rows;
     int m_column;
 };
@@ -40,12 +60,12 @@ class Field {
 /// their rows at the first look at one, so that a recordset opened only to add rows costs nothing on a large
 /// table.
 ///
-/// Yes/No columns read as -1 or 0, date and time columns as Serial. The work recordsets are shared by the whole
-/// program, so opening one that is open throws kObjectOpen: open them through OpenRecordset (below), which closes
-/// on every way out of the procedure.
+/// Yes/No columns read as -1 or 0, date and time columns as Serial. The work recordsets are shared by the
+/// whole program, so opening one that is open throws kObjectOpen: open them through OpenRecordset (below),
+/// which closes on every way out of the procedure.
 class Recordset {
   public:
-    Recordset() = default;
+    Recordset();
     ~Recordset();
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
@@ -57,9 +77,12 @@ class Recordset {
     /// Opens on the connection set by SetActiveConnection.
     void Open(const QString& source, int cursorType = adOpenUnspecified, int lockType = adLockUnspecified,
               int options = -1);
+
     void SetActiveConnection(Connection& connection) { m_active = &connection; }
+
     /// Closing a closed recordset throws kObjectClosed. An added row without Update is dropped.
     void Close();
+
     bool IsOpen() const { return m_connection != nullptr; }
 
     bool Eof();
@@ -100,6 +123,7 @@ class Recordset {
     void fetch();
     Row& currentRow();
     int columnIndex(QStringView name);
+    std::vector<Condition> parseConditions(const QString& text);
     void abandon();
 
     Connection* m_active = nullptr;
@@ -121,11 +145,12 @@ class Recordset {
 /// Opens `rows` and closes it when the scope is left, also by an exception. Closing earlier by hand is fine.
 class OpenRecordset {
   public:
-    OpenRecordset(Recordset& rows, const QString& source, Connection& connection, int cursorType = adOpenForwardOnly,
-                  int lockType = adLockReadOnly);
+    OpenRecordset(Recordset& rows, const QString& source, Connection& connection,
+                  int cursorType = adOpenForwardOnly, int lockType = adLockReadOnly);
     ~OpenRecordset();
     OpenRecordset(const OpenRecordset&) = delete;
     OpenRecordset& operator=(const OpenRecordset&) = delete;
+
     Recordset* operator->() const { return &m_rows; }
 
   private:

@@ -23,8 +23,8 @@ extern QString PfadWindows;
 
 namespace store {
 
-/// The folder of the program, without a trailing separator. The data, the report files and tavolino.ini stand in
-/// it. Set once at start.
+/// The folder of the program, without a trailing separator. The data, the report files and tavolino.ini stand
+/// in it. Set once at start.
 void setAppPath(const QString& path);
 const QString& appPath();
 

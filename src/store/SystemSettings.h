@@ -2,8 +2,8 @@
 #include <QString>
 #include <QtGlobal>
 
-/// The settings row in memory, one global a column (tbl_Einstellungen_System). All code reads these and not the
-/// table; LoadSystemSettings fills them.
+/// The settings row in memory, one global a column (tbl_Einstellungen_System). All code reads these and not
+/// the table; LoadSystemSettings fills them.
 extern qint32 SysEditierungBestellungen;
 extern qint32 SysAnmeldungBenutzer;
 extern QString SysPrinter1Name, SysPrinter2Name;
@@ -28,13 +28,13 @@ extern QString SysCurrency;
 extern QString SysSprache;
 
 /// Rights of the user logged in; 0 means no.
-extern qint16 UserAdministrator, UserEinstellungen, UserKundenStatistik, UserUmsatzStatistik, UserBuchungsjournal,
-    UserOnlineShop, UserDatensicherung;
+extern qint16 UserAdministrator, UserEinstellungen, UserKundenStatistik, UserUmsatzStatistik,
+    UserBuchungsjournal, UserOnlineShop, UserDatensicherung;
 
 namespace store {
 
-/// Reads the row into the globals; an empty table leaves them all at zero. Brings the stored program version up
-/// to this program's when the program is the newer one.
+/// Reads the row into the globals; an empty table leaves them all at zero. Brings the stored program version
+/// up to this program's when the program is the newer one.
 void LoadSystemSettings();
 
 } // namespace store

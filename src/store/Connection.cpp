@@ -1,0 +1,97 @@
+#include "store/Connection.h"
+#include "common/RunTimeError.h"
+#include "store/ConnectionString.h"
+#include "store/CreateDatabase.h"
+#include "store/Recordset.h"
+#include "store/SqliteEngine.h"
+#include <QFile>
+
+namespace store {
+
+using namespace Qt::StringLiterals;
+
+Connection::~Connection() {
+    const QSet<Recordset*> open = m_recordsets;
+    for (Recordset* rows : open)
+        rows->abandon();
+}
+
+void Connection::Open(const QString& connectionString) {
+    if (IsOpen())
+        throw common::RunTimeError(common::kObjectOpen, u"Die Datenbankverbindung ist bereits geöffnet."_s);
+    const ConnectionString parts = ConnectionString::parse(connectionString);
+    m_engine = std::make_unique<SqliteEngine>(parts.path, parts.password);
+    m_connectionString = connectionString;
+}
+
+void Connection::Close() {
+    engine();
+    const QSet<Recordset*> open = m_recordsets;
+    for (Recordset* rows : open)
+        rows->abandon();
+    m_engine.reset();
+    m_connectionString.clear();
+}
+
+Engine& Connection::engine() const {
+    if (!m_engine)
+        throw common::RunTimeError(common::kObjectClosed, u"Die Datenbankverbindung ist geschlossen."_s);
+    return *m_engine;
+}
+
+qint64 Connection::Execute(const QString& sql) {
+    return engine().execute(sql);
+}
+
+void Connection::BeginTrans() {
+    engine().begin();
+}
+
+void Connection::CommitTrans() {
+    engine().commit();
+}
+
+void Connection::RollbackTrans() {
+    engine().rollback();
+}
+
+Transaction::Transaction(Connection& connection) : m_connection(connection) {
+    connection.BeginTrans();
+}
+
+Transaction::~Transaction() {
+    if (m_done || !m_connection.InTransaction())
+        return;
+    try {
+        m_connection.RollbackTrans();
+    } catch (...) {
+        // The error that brought us here is the one to tell; the engine rolls back by itself when it closes.
+    }
+}
+
+void Transaction::commit() {
+    m_connection.CommitTrans();
+    m_done = true;
+}
+
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection) {
+    const ConnectionString source = ConnectionString::parse(sourceConnection);
+    const ConnectionString target = ConnectionString::parse(targetConnection);
+    if (QFile::exists(target.path))
+        throw common::RunTimeError(common::kTargetExists,
+                                   u"Die Zieldatei \"%1\" besteht bereits."_s.arg(target.path));
+    try {
+        SqliteEngine(source.path, source.password).compactInto(target.path);
+        if (source.password != target.password)
+            setPassword(target.path, source.password, target.password);
+    } catch (...) {
+        QFile::remove(target.path);
+        throw;
+    }
+}
+
+QString sqlText(const QString& text) {
+    return u'\'' + QString(text).remove(QChar(u'\0')).replace(u'\'', u"''"_s) + u'\'';
+}
+
+} // namespace store

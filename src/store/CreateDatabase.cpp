@@ -1,0 +1,52 @@
+#include "store/CreateDatabase.h"
+#include "common/RunTimeError.h"
+#include "store/PasswordGate.h"
+#include "store/SqliteEngine.h"
+#include "store/SqliteErrors.h"
+#include <QDir>
+#include <QFile>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+namespace store {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void writeVerifier(SQLite::Database& database, const QString& password) {
+    database.exec("DELETE FROM tbl_Store_Gate");
+    if (password.isEmpty())
+        return;
+    SQLite::Statement gate(database, "INSERT INTO tbl_Store_Gate (txt_Verifier) VALUES (?)");
+    gate.bind(1, makeVerifier(password).toStdString());
+    gate.exec();
+}
+
+} // namespace
+
+void createDatabase(const QString& path, const QString& password) {
+    if (QFile::exists(path))
+        throw common::RunTimeError(common::kTargetExists, u"Die Datei \"%1\" besteht bereits."_s.arg(path));
+    try {
+        SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        database.exec("PRAGMA journal_mode = WAL");
+        database.exec("PRAGMA application_id = " + std::to_string(kApplicationId));
+        database.exec("PRAGMA user_version = " + std::to_string(kSchemaVersion));
+        database.exec("CREATE TABLE tbl_Store_Gate (txt_Verifier TEXT NOT NULL)");
+        writeVerifier(database, password);
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(error, path);
+    }
+}
+
+void setPassword(const QString& path, const QString& oldPassword, const QString& newPassword) {
+    { const SqliteEngine gate(path, oldPassword); }
+    try {
+        SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE);
+        writeVerifier(database, newPassword);
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(error, path);
+    }
+}
+
+} // namespace store

@@ -1,0 +1,20 @@
+#pragma once
+#include <QString>
+
+namespace store {
+
+/// The version of the schema that this program reads and writes. Kept in each file; a file of a newer version
+/// is refused when it is opened.
+inline constexpr int kSchemaVersion = 1;
+/// Marks a file as one of ours.
+inline constexpr int kApplicationId = 0x54564c4e;
+
+/// Creates an empty database file with the password gate. An empty password leaves the gate open.
+/// The password is a gate only: the data in the file are not encrypted; the file keeps a salted verifier.
+/// Throws common::RunTimeError kTargetExists when the file exists.
+void createDatabase(const QString& path, const QString& password);
+
+/// Sets another password on an open, own file; used on a compacted copy.
+void setPassword(const QString& path, const QString& oldPassword, const QString& newPassword);
+
+} // namespace store

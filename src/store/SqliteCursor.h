@@ -1,0 +1,40 @@
+#pragma once
+#include "store/Dialect.h"
+#include "store/SqliteEngine.h"
+#include <SQLiteCpp/Statement.h>
+
+namespace store {
+
+/// Type of a column as the schema declares it.
+ColumnType columnType(const char* declared);
+/// Binds the literals of a translated statement.
+void bindAll(SQLite::Statement& statement, const std::vector<common::Value>& values);
+/// Binds a value in the form its column keeps: Yes/No as -1 or 0, dates as serials, an empty text in a number
+/// or date column as null. Throws common::RunTimeError kTypeMismatch for a text that is no number or date.
+void bindTyped(SQLite::Statement& statement, int position, ColumnType type, const common::Value& value);
+
+/// A running query of the embedded engine.
+class SqliteCursor : public Cursor {
+  public:
+    SqliteCursor(SqliteEngine& engine, Translated translated, bool keyed);
+    ~SqliteCursor() override;
+    bool next() override;
+
+    const std::vector<Column>& columns() const override { return m_columns; }
+
+    common::Value value(int column) const override;
+
+  private:
+    int keyColumn(int key) const;
+    bool tiesWithLast() const;
+    void rememberKeys();
+
+    SqliteEngine& m_engine;
+    Translated m_translated;
+    SqliteEngine::StatementPtr m_prepared;
+    std::vector<Column> m_columns;
+    std::vector<common::Value> m_lastKeys;
+    int m_delivered = 0;
+};
+
+} // namespace store

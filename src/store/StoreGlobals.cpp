@@ -1,0 +1,82 @@
+#include "store/StoreGlobals.h"
+
+store::Connection ConnMain;
+store::Recordset RsMain;
+store::Recordset RsSecond;
+store::Recordset RsThird;
+store::Recordset RsFourth;
+store::Connection ConnPhone;
+store::Recordset RsPhone;
+store::Connection ConnPrint;
+store::Recordset RsPrint;
+QString PfadPrintDB;
+QString PfadWindows;
+
+namespace store {
+
+using namespace Qt::StringLiterals;
+
+const char* const kMainPassword = "tmwe592hqolp316cxa";
+const char* const kPhonePassword = "rkvnpf415jomwet269";
+
+namespace {
+
+QString theAppPath;
+
+QString source(const char16_t* file) {
+    return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + theAppPath + u"\\Data\\"_s +
+           QString::fromUtf16(file);
+}
+
+QString gated(const char16_t* file, const char* password) {
+    return source(file) + u" ;Persist Security Info=False;Jet OLEDB:Database Password="_s +
+           QString::fromLatin1(password) + u';';
+}
+
+QString open(const char16_t* file) {
+    return source(file) + u" ;Mode=Read|Write;Persist Security Info=False"_s;
+}
+
+} // namespace
+
+void setAppPath(const QString& path) {
+    theAppPath = path;
+}
+
+const QString& appPath() {
+    return theAppPath;
+}
+
+QString mainConnectionString() {
+    return gated(u"DBTavolino.mdb", kMainPassword);
+}
+
+QString phoneConnectionString() {
+    return gated(u"DBTavolinoPhone.mdb", kPhonePassword);
+}
+
+QString printConnectionString() {
+    return open(u"DB_PRINT_Tavolino.mdb");
+}
+
+QString onlineShopConnectionString() {
+    return open(u"DBOnlineShop.mdb");
+}
+
+void OpenDatabases(const std::function<void()>& saveRegistry) {
+    if (saveRegistry)
+        saveRegistry();
+    ConnMain.Open(mainConnectionString());
+    ConnPhone.Open(phoneConnectionString());
+    PfadPrintDB = theAppPath + u"\\Data\\DB_PRINT_Tavolino.mdb"_s;
+    ConnPrint.Open(printConnectionString());
+    RsPrint.SetActiveConnection(ConnPrint);
+}
+
+void CloseDatabases() {
+    ConnMain.Close();
+    ConnPhone.Close();
+    ConnPrint.Close();
+}
+
+} // namespace store

@@ -1,0 +1,280 @@
+#include "common/RunTimeError.h"
+#include "store/Collation.h"
+#include "store/CreateDatabase.h"
+#include "store/Dialect.h"
+#include "store/Recordset.h"
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using common::RunTimeError;
+using common::Value;
+using store::Connection;
+using store::OpenRecordset;
+using store::Recordset;
+using store::WriteRecordset;
+
+namespace {
+
+/// A database with one table of every kind of column, and a connection to it.
+class StoreTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        path = folder.filePath(u"Data/Test.mdb"_s);
+        QDir(folder.path()).mkdir(u"Data"_s);
+        store::createDatabase(path, u"geheim"_s);
+        connection.Open(text(u"geheim"_s));
+        connection.Execute(
+            u"CREATE TABLE tbl_Dinge (lng_ID INTEGER PRIMARY KEY AUTOINCREMENT, txt_Name TEXT COLLATE "
+            u"GERMAN_CI, txt_Stückelung TEXT COLLATE GERMAN_CI, dbl_Preis DOUBLE, flag_Status YESNO, "
+            u"flag_Zahl INTEGER, date_Tag DATE, lng_Rang INTEGER)"_s);
+        connection.Execute(u"CREATE INDEX idx_Name ON tbl_Dinge (txt_Name)"_s);
+        connection.Close();
+        connection.Open(text(u"geheim"_s));
+    }
+
+    QString text(const QString& password) const {
+        return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + folder.path() +
+               u"\\Data\\Test.mdb ;Persist Security Info=False; Jet OLEDB:Database Password="_s + password +
+               u';';
+    }
+
+    void add(const QString& name, double price = 0, bool status = false, int rank = 0) {
+        const WriteRecordset rows(recordset, u"SELECT * FROM tbl_Dinge WHERE 1 = 1;"_s, connection);
+        rows->AddNew();
+        rows->Fields(u"txt_Name") = name;
+        rows->Fields(u"dbl_Preis") = price;
+        rows->Fields(u"flag_Status") = Value(status ? 1 : 0);
+        rows->Fields(u"lng_Rang") = rank;
+        rows->Update();
+    }
+
+    QStringList names(const QString& where) {
+        QStringList result;
+        for (OpenRecordset rows(recordset, u"SELECT txt_Name FROM tbl_Dinge "_s + where, connection);
+             !rows->Eof(); rows->MoveNext())
+            result << rows->Fields(u"txt_Name").text();
+        return result;
+    }
+
+    int errorOf(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const RunTimeError& error) {
+            return error.number();
+        }
+        return 0;
+    }
+
+    QTemporaryDir folder;
+    QString path;
+    Connection connection;
+    Recordset recordset;
+};
+
+TEST_F(StoreTest, RefusesWhatItCannotOpen) {
+    Connection other;
+    EXPECT_EQ(errorOf([&] { other.Open(text(u"falsch"_s)); }), common::kPasswordRefused);
+    EXPECT_EQ(errorOf([&] { connection.Open(text(u"geheim"_s)); }), common::kObjectOpen);
+    EXPECT_EQ(errorOf([&] { other.Open(u"Data Source="_s + folder.path() + u"\\Data\\Fehlt.mdb;"_s); }),
+              common::kFileNotFound);
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"Data/Fehlt.mdb"_s)));
+    for (const QByteArray& damaged : {QByteArray(), QByteArray(5000, 'x')}) {
+        QFile file(folder.filePath(u"kaputt.mdb"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(damaged);
+        file.close();
+        EXPECT_EQ(errorOf([&] { other.Open(u"Data Source="_s + file.fileName()); }), common::kStoreFailure);
+    }
+    connection.Execute(u"PRAGMA user_version = 99"_s);
+    EXPECT_EQ(errorOf([&] { other.Open(text(u"geheim"_s)); }), common::kSchemaTooNew);
+}
+
+TEST_F(StoreTest, ClosedStoreIsOneFile) {
+    add(u"Eins"_s);
+    recordset.Open(u"SELECT * FROM tbl_Dinge"_s, connection, store::adOpenForwardOnly, store::adLockReadOnly);
+    connection.Close();
+    EXPECT_FALSE(recordset.IsOpen());
+    EXPECT_EQ(QDir(folder.filePath(u"Data"_s)).entryList(QDir::Files), QStringList{u"Test.mdb"_s});
+}
+
+TEST_F(StoreTest, TextComparesWithoutCaseAndUmlautsIncluded) {
+    for (const char16_t* name : {u"Zürcher", u"Übersax", u"Ulmer", u"müller", u"Muller", u"Mullis", u"ÄPFEL"})
+        add(QString::fromUtf16(name));
+    EXPECT_EQ(names(u"ORDER BY txt_Name"_s), QStringList({u"ÄPFEL"_s, u"Muller"_s, u"müller"_s, u"Mullis"_s,
+                                                          u"Übersax"_s, u"Ulmer"_s, u"Zürcher"_s}));
+    EXPECT_EQ(names(u"WHERE txt_Name = 'MÜLLER'"_s), QStringList{u"müller"_s});
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE 'MÜ%'"_s), QStringList{u"müller"_s});
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE 'm_ll__'"_s).size(), 3);
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE '%l%r' ORDER BY txt_Name DESC"_s),
+              QStringList({u"Ulmer"_s, u"müller"_s, u"Muller"_s}));
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE 'äpfel'"_s), QStringList{u"ÄPFEL"_s});
+    EXPECT_EQ(names(u"WHERE NOT txt_Name LIKE 'm%' AND txt_Name LIKE '%'"_s).size(), 4);
+}
+
+TEST_F(StoreTest, QuotesAreData) {
+    const QString nasty = u"O'Neill\"; DELETE FROM tbl_Dinge; --"_s;
+    add(nasty);
+    add(u"100%"_s);
+    EXPECT_EQ(names(u"WHERE txt_Name = "_s + store::sqlText(nasty)), QStringList{nasty});
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE 'O' & CHR(39) & 'neill%'"_s), QStringList{nasty});
+    EXPECT_EQ(names(u"WHERE txt_Name = '' OR '1' = '1'"_s).size(), 2);
+    EXPECT_EQ(errorOf([&] { names(u"WHERE txt_Name = 'offen"_s); }), common::kSqlFailure);
+    EXPECT_EQ(errorOf([&] { names(u"WHERE txt_Fehlt = 1"_s); }), common::kSqlFailure);
+    EXPECT_FALSE(recordset.IsOpen());
+}
+
+TEST_F(StoreTest, YesNoColumnsMatchTrueAndNumbers) {
+    add(u"an"_s, 0, true);
+    add(u"aus"_s, 0, false);
+    for (const char16_t* condition :
+         {u"flag_Status = True", u"flag_Status = 1", u"flag_Status = -1", u"flag_Status <> False",
+          u"flag_Status <> 0", u"tbl_Dinge.flag_Status = true"})
+        EXPECT_EQ(names(u"WHERE "_s + QString::fromUtf16(condition)), QStringList{u"an"_s})
+            << QString::fromUtf16(condition).toStdString();
+    EXPECT_EQ(names(u"WHERE flag_Status <> True"_s), QStringList{u"aus"_s});
+    connection.Execute(u"UPDATE tbl_Dinge SET flag_Status = 1, flag_Zahl = 1 WHERE flag_Status = 0"_s);
+    const OpenRecordset rows(recordset, u"SELECT * FROM tbl_Dinge WHERE txt_Name = 'aus'"_s, connection);
+    EXPECT_EQ(rows->Fields(u"flag_Status").Value(), Value(-1));
+    EXPECT_EQ(rows->Fields(u"FLAG_ZAHL").Value(), Value(1));
+}
+
+TEST_F(StoreTest, TopKeepsTies) {
+    int rank = 1;
+    for (const char16_t* name : {u"a", u"b", u"c", u"d"})
+        add(QString::fromUtf16(name), 0, false, rank++ / 2);
+
+    struct Case {
+        const char16_t* sql;
+        int rows;
+    };
+
+    const Case cases[] = {{u"SELECT TOP 1 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC", 1},
+                          {u"SELECT TOP 2 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC ;", 3},
+                          {u"SELECT TOP 2 lng_Rang AS R FROM tbl_Dinge ORDER BY lng_Rang DESC", 3},
+                          {u"SELECT TOP 2 txt_Name FROM tbl_Dinge", 2},
+                          {u"SELECT TOP 100 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name DESC", 4},
+                          {u"SELECT TOP 2 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name", 2}};
+    for (const Case& c : cases) {
+        Recordset rows;
+        rows.Open(QString::fromUtf16(c.sql), connection, store::adOpenStatic, store::adLockReadOnly);
+        EXPECT_EQ(rows.RecordCount(), c.rows) << QString::fromUtf16(c.sql).toStdString();
+        EXPECT_LE(rows.Columns().size(), 8u) << "no helper column shows";
+    }
+}
+
+TEST_F(StoreTest, AddsChangesAndReadsBackByName) {
+    {
+        const WriteRecordset rows(recordset, u"tbl_Dinge"_s, connection);
+        rows->AddNew();
+        const qint64 key = rows->Fields(u"lng_ID").toLong();
+        rows->Fields(u"txt_Name") = Value(key);
+        rows->Fields(u"txt_Stückelung") = u"Paar";
+        rows->Fields(u"dbl_Preis") = u"12.50";
+        rows->Fields(u"date_Tag") = u"24/12/2026";
+        rows->Fields(u"lng_Rang") = u"";
+        rows->Update();
+        EXPECT_EQ(errorOf([&] { rows->Fields(u"txt_Fehlt") = 1; }), common::kFieldNotFound);
+    }
+    {
+        const WriteRecordset rows(recordset, u"SELECT * FROM tbl_Dinge WHERE lng_ID = 1"_s, connection);
+        EXPECT_EQ(rows->Fields(u"txt_Name").text(), u"1"_s);
+        EXPECT_EQ(rows->Fields(u"dbl_Preis").Value(), Value(12.5));
+        EXPECT_EQ(rows->Fields(u"date_Tag").Value(), Value(common::Serial{46380}));
+        EXPECT_TRUE(rows->Fields(u"lng_Rang").isNull());
+        rows->Fields(u"txt_Name") = u"neu";
+        rows->Update();
+        EXPECT_EQ(errorOf([&] { recordset.Open(u"tbl_Dinge"_s, connection); }), common::kObjectOpen);
+    }
+    EXPECT_EQ(names(u""_s), QStringList{u"neu"_s});
+    EXPECT_EQ(errorOf([&] { recordset.Close(); }), common::kObjectClosed);
+    EXPECT_EQ(errorOf([&] {
+                  const WriteRecordset rows(recordset, u"tbl_Dinge"_s, connection);
+                  rows->AddNew();
+                  rows->Fields(u"dbl_Preis") = u"abc";
+                  rows->Update();
+              }),
+              common::kTypeMismatch);
+    EXPECT_FALSE(recordset.IsOpen());
+}
+
+TEST_F(StoreTest, TransactionLeftByAnErrorIsRolledBack) {
+    EXPECT_EQ(errorOf([&] {
+                  const store::Transaction transaction(connection);
+                  add(u"weg"_s);
+                  throw RunTimeError(1, u"x"_s);
+              }),
+              1);
+    EXPECT_FALSE(connection.InTransaction());
+    store::Transaction transaction(connection);
+    add(u"da"_s);
+    transaction.commit();
+    EXPECT_EQ(names(u""_s), QStringList{u"da"_s});
+}
+
+TEST_F(StoreTest, SortsFiltersAndFindsFetchedRows) {
+    add(u"Öl"_s, 3, true, 1);
+    add(u"apfel"_s, 1, false, 2);
+    add(u"Zimt"_s, 2, true, 2);
+    Recordset rows;
+    rows.Open(u"SELECT * FROM tbl_Dinge"_s, connection, store::adOpenStatic, store::adLockReadOnly);
+    const auto shown = [&] {
+        QStringList list;
+        for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext())
+            list << rows.Fields(u"txt_Name").text();
+        return list.join(u' ');
+    };
+    rows.Sort(u"txt_Name ASC"_s);
+    EXPECT_EQ(shown(), u"apfel Öl Zimt"_s);
+    rows.Sort(u"dbl_Preis DESC"_s);
+    EXPECT_EQ(shown(), u"Öl Zimt apfel"_s);
+    rows.Filter(u"flag_Status = 1 AND lng_Rang = 2"_s);
+    EXPECT_EQ(shown(), u"Zimt"_s);
+    EXPECT_EQ(rows.RecordCount(), 1);
+    rows.Filter(u""_s);
+    rows.Find(u"lng_Rang >= 2"_s);
+    EXPECT_EQ(rows.AbsolutePosition(), 2);
+    EXPECT_EQ(errorOf([&] { rows.Fields(u"dbl_Preis") = 5; }), common::kStoreFailure);
+}
+
+TEST_F(StoreTest, CompactsIntoANewFileOnly) {
+    add(u"bleibt"_s);
+    const QString target =
+        u"Provider=x;Data Source="_s + folder.path() +
+        u"\\Data\\Test_CLEAN.mdb;Jet OLEDB:Engine Type=5; Jet OLEDB:Database Password=neu;"_s;
+    store::CompactDatabase(text(u"geheim"_s), target);
+    EXPECT_EQ(errorOf([&] { store::CompactDatabase(text(u"geheim"_s), target); }), common::kTargetExists);
+    Connection copy;
+    EXPECT_EQ(errorOf([&] { copy.Open(QString(target).replace(u"neu"_s, u"geheim"_s)); }),
+              common::kPasswordRefused);
+    copy.Open(target);
+    Recordset rows;
+    rows.Open(u"SELECT * FROM tbl_Dinge"_s, copy);
+    EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"bleibt"_s);
+}
+
+TEST(Dialect, StatementsThatDifferInValuesShareOnePreparedStatement) {
+    const auto sql = [](const char16_t* text) { return store::translate(QString::fromUtf16(text), {}).sql; };
+    EXPECT_EQ(sql(u"SELECT * FROM t WHERE a = 5 AND b = 'x'"),
+              sql(u"SELECT * FROM t WHERE a = -7.5 AND b = 'y''z'"));
+    EXPECT_EQ(sql(u"INSERT INTO t(a, b) VALUES(1, 'x')"), sql(u"INSERT INTO t(a, b) VALUES(-2, 'y')"));
+    EXPECT_EQ(sql(u"DELETE * FROM BestellReport"), QByteArray("DELETE FROM BestellReport"));
+    EXPECT_EQ(sql(u"SELECT [Preis/Stk] FROM t"), QByteArray("SELECT \"Preis/Stk\" FROM t"));
+}
+
+TEST(Collation, IsAnOrder) {
+    const QStringList texts = {u""_s,  u"a"_s,  u"A"_s, u"ä"_s, u"Äa"_s,       u"ab"_s, u"z"_s,
+                               u"ß"_s, u"ss"_s, u"é"_s, u"😀"_s, u"m\u0000x"_s, u"-"_s,  u"1"_s};
+    for (const QString& a : texts)
+        for (const QString& b : texts) {
+            EXPECT_EQ(store::compareTexts(a, b) < 0, store::compareTexts(b, a) > 0);
+            for (const QString& c : texts) {
+                if (store::compareTexts(a, b) <= 0 && store::compareTexts(b, c) <= 0)
+                    EXPECT_LE(store::compareTexts(a, c), 0);
+            }
+        }
+}
+
+} // namespace

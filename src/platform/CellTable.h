@@ -19,11 +19,11 @@ struct CellColumn {
 enum class CellKind { Label, ReadOnly, Field };
 
 /// A table of cells with the life of an edit: before edit, before end of edit, after change, before delete.
-/// It is a Qt model, so that a grid shows it, and lives without one. Cells always hold a value of their column's
-/// type; an untouched number cell is 0, a text cell "".
+/// It is a Qt model, so that a grid shows it, and lives without one. Cells always hold a value of their
+/// column's type; an untouched number cell is 0, a text cell "".
 ///
-/// Writing with setCell raises no event. What the user types goes through beginEdit and endEdit, and so do picks
-/// that must run the same rules.
+/// Writing with setCell raises no event. What the user types goes through beginEdit and endEdit, and so do
+/// picks that must run the same rules.
 class CellTable : public QAbstractTableModel {
     Q_OBJECT
   public:
@@ -31,10 +31,15 @@ class CellTable : public QAbstractTableModel {
 
     /// Position of a column by its name; -1 when there is none.
     int column(QStringView name) const;
+
     const CellColumn& columnInfo(int column) const { return m_columns.at(size_t(column)); }
+
     const common::Value& cell(int row, int column) const;
+
     QString text(int row, int column) const { return cell(row, column).toText(); }
+
     double number(int row, int column) const { return cell(row, column).toDouble(); }
+
     /// A text put into a number column is converted; "" counts as 0. Throws kTypeMismatch for other texts.
     void setCell(int row, int column, const common::Value& value);
     void setCaption(int column, const QString& caption);
@@ -42,6 +47,7 @@ class CellTable : public QAbstractTableModel {
     CellKind kind(int row, int column) const;
 
     int rows() const { return int(m_rows.size()); }
+
     /// Rows are cut or added (empty) at the end.
     void setRows(int rows);
     void removeRow(int row);
@@ -49,7 +55,8 @@ class CellTable : public QAbstractTableModel {
     /// May the cell be edited at all? Asks BeforeEdit.
     bool mayEdit(int row, int column) const;
     /// Takes the editor's text over: BeforeEndEdit (may change the value or refuse), the cell, Change.
-    /// False when refused; the cell then keeps its value. A text that is no number in a number column is refused.
+    /// False when refused; the cell then keeps its value. A text that is no number in a number column is
+    /// refused.
     bool endEdit(int row, int column, const QString& editorText);
     /// The user asks to delete a row: BeforeDelete decides and acts; the table itself deletes nothing.
     void requestDelete(int row);
@@ -62,6 +69,7 @@ class CellTable : public QAbstractTableModel {
 
     // The model's side.
     enum Roles { KindRole = Qt::UserRole + 1 };
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -75,6 +83,7 @@ class CellTable : public QAbstractTableModel {
         common::Value value;
         CellKind kind = CellKind::Field;
     };
+
     std::vector<Cell> emptyRow() const;
 
     std::vector<CellColumn> m_columns;

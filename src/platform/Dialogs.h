@@ -7,6 +7,7 @@ namespace platform {
 
 /// Style numbers of the message boxes: buttons plus icon.
 enum BoxStyle : int { kOk = 0, kYesNo = 4, kRetryCancel = 5, kStop = 16, kInformation = 64 };
+
 /// Answers of the message boxes.
 enum BoxAnswer : int { kAnswerOk = 1, kAnswerCancel = 2, kAnswerRetry = 4, kAnswerYes = 6, kAnswerNo = 7 };
 
@@ -17,7 +18,8 @@ class Dialogs {
     /// `style` is a sum of BoxStyle; gives a BoxAnswer.
     virtual int MsgBox(const QString& text, int style = kOk, const QString& title = {}) = 0;
     /// "" when cancelled.
-    virtual QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) = 0;
+    virtual QString InputBox(const QString& prompt, const QString& title = {},
+                             const QString& preset = {}) = 0;
 };
 
 } // namespace platform

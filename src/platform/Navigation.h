@@ -11,7 +11,8 @@ class Navigation {
     virtual bool hasScreen(const QString& screen) const = 0;
     /// Shows a screen's one instance; `front` also brings an open one to the top.
     virtual void showScreen(const QString& screen, bool front = true) = 0;
-    /// Brings the order screen to the front, clears it and searches the number there, as if it had been keyed.
+    /// Brings the order screen to the front, clears it and searches the number there, as if it had been
+    /// keyed.
     virtual void openOrderForNumber(const QString& number) = 0;
     /// Opens a customer on the customer screen.
     virtual void openCustomer(qint64 customerId) = 0;
@@ -19,8 +20,13 @@ class Navigation {
     virtual void openBooking(qint64 trxNr) = 0;
     /// The next transaction number, shown in the main window's status box.
     virtual void showNextTrxNr(const QString& number) = 0;
-    /// Ends the program at once; databases are closed, nothing is asked. Does not return in the program itself;
-    /// a test observes it.
+    /// The number of waiting pre-orders, shown there too.
+    virtual void showVorbestellungCount(qint64 count) = 0;
+    /// A call as if the line had delivered it: the order screen's simulation.
+    virtual void incomingCall(const QString& GerufeneNr, const QString& AnrufNr,
+                              const QString& AnrufFormat) = 0;
+    /// Ends the program at once; databases are closed, nothing is asked. Does not return in the program
+    /// itself; a test observes it.
     virtual void endProgram(int exitCode = 0) = 0;
 };
 

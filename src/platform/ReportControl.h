@@ -8,6 +8,7 @@ namespace platform {
 class ReportControl {
   public:
     enum Destination { kToWindow = 0, kToPrinter = 1 };
+
     virtual ~ReportControl() = default;
 
     QString ReportFileName;
@@ -19,8 +20,9 @@ class ReportControl {
     QString WindowTitle;
     int destination = kToPrinter;
 
-    /// Lays the report out and shows or prints it. What the printer refuses is told to the user, with a retry;
-    /// a broken or missing report file as well. Either way it returns, since what is printed is stored already.
+    /// Lays the report out and shows or prints it. What the printer refuses is told to the user, with a
+    /// retry; a broken or missing report file as well. Either way it returns, since what is printed is stored
+    /// already.
     virtual void PrintReport() = 0;
 };
 

@@ -1,0 +1,13 @@
+#pragma once
+#include <QtGlobal>
+
+namespace masterdata {
+
+/// What the rest of the program asks of the customer screen. The screen is shown and at the front by then.
+class CustomerDesk {
+  public:
+    virtual ~CustomerDesk() = default;
+    virtual void openCustomer(qint64 customerId) = 0;
+};
+
+} // namespace masterdata

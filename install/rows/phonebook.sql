@@ -1,0 +1,1 @@
+INSERT INTO tbl_PhoneBookVersion (lng_PhoneBookVersion) VALUES (1);

@@ -1,0 +1,1 @@
+INSERT INTO PrintSettings VALUES ('', '', '', '', 'CHF');

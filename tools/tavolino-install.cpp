@@ -1,0 +1,70 @@
+/// Creates what an installation of Tavolino lacks; see install/Installer.h. Speaks German, for the firm's
+/// owner.
+#include "common/RunTimeError.h"
+#include "install/Installer.h"
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum ExitCode { kDone = 0, kFailed = 1, kMisused = 2 };
+
+struct Request {
+    QString folder;
+    install::InstallOptions options;
+};
+
+/// What is asked for, or why it cannot be: then `error` is set.
+Request readArguments(const QCoreApplication& program, QString& error) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Legt die Ordner und Datenbanken von Tavolino an. Was besteht, wird nie verändert."_s);
+    parser.addPositionalArgument(u"ordner"_s, u"Ordner des Programms."_s, u"<ordner>"_s);
+    parser.addOption(
+        {u"reports"_s, u"Ordner, aus dem fehlende Berichtsvorlagen kopiert werden."_s, u"ordner"_s});
+    const QCommandLineOption help = parser.addHelpOption();
+    Request request;
+    if (!parser.parse(program.arguments())) {
+        error = parser.errorText();
+        return request;
+    }
+    if (parser.isSet(help))
+        parser.showHelp(kDone);
+    if (parser.positionalArguments().size() != 1)
+        error = u"Geben Sie genau einen Ordner an (Hilfe: --help)."_s;
+    else
+        request.folder = QDir(parser.positionalArguments().first()).absolutePath();
+    request.options.reportsFrom = parser.value(u"reports"_s);
+    return request;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication program(argc, argv);
+    QTextStream out(stdout);
+    QTextStream complaints(stderr);
+    QString error;
+    const Request request = readArguments(program, error);
+    if (!error.isEmpty()) {
+        complaints << error << Qt::endl;
+        return kMisused;
+    }
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        for (const QString& line : install::installDatabases(request.folder, request.options))
+            out << line << Qt::endl;
+    } catch (const common::RunTimeError& failure) {
+        complaints << failure.sentence() << Qt::endl << failure.detail() << Qt::endl;
+        return kFailed;
+    }
+    out << u"Bereit in %1 s: "_s.arg(double(timer.elapsed()) / 1000, 0, 'f', 1)
+        << QDir::toNativeSeparators(request.folder) << Qt::endl;
+    return kDone;
+}

@@ -1,0 +1,106 @@
+#pragma once
+#include "orders/OrderDesk.h"
+#include "orders/WorkingOrder.h"
+#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "platform/Services.h"
+#include "platform/ui/CellGrid.h"
+#include "platform/ui/DataControl.h"
+#include "telephony/PhoneBook.h"
+#include <QWidget>
+#include <memory>
+
+class frmPopUpMenu;
+
+namespace Ui {
+class frmAuftragswesenAuftragserfassung;
+}
+
+/// The screen on which an order is taken: a view on the working order, with the catalogue beside it. Everything
+/// can be done by keyboard: F3 telephone number, F5 head, F6 lines, F7 products, F8 extras, F12 book, Ctrl+1 to
+/// Ctrl+9 a category, Alt+Left and Alt+Right step through the orders.
+class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDesk {
+    Q_OBJECT
+  public:
+    /// Reads the catalogue: the databases are open and the settings loaded. The services and the phone book
+    /// outlive the screen.
+    frmAuftragswesenAuftragserfassung(const platform::Services& services, telephony::PhoneBook& phoneBook,
+                                      QWidget* parent = nullptr);
+    ~frmAuftragswesenAuftragserfassung() override;
+
+    void takeCall(const QString& number) override;
+    void searchNumber(const QString& number) override;
+    void loadBooking(qint64 trxNr) override;
+
+    /// The keys of the telephone field that the program acts on: 13 searches. Digits pass by the field's own
+    /// filter, any other key is refused there.
+    void txt_SucheTelefonNummer_KeyPress(int key);
+    /// Empties the screen for the next order.
+    void ClearBestellungMaske();
+
+    orders::WorkingOrder& order() { return m_order; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    // Set-up
+    void setUpGrids();
+    void setUpLinesGrid();
+    void setUpCatalogueGrids();
+    void setUpFields();
+    void setUpButtons();
+    void setUpShortcuts();
+    void hideForbiddenButtons();
+    void onClick(QAbstractButton* button, void (frmAuftragswesenAuftragserfassung::*handler)());
+    std::optional<platform::ui::CellPlace> nextLineCell(platform::ui::CellPlace from) const;
+
+    // Customer
+    void showAddress();
+    void showButtons();
+    void fillFromPhoneBook(const QString& number);
+    void cmdKundeSchnellerfassung_Click();
+    void cmd_ClientSave_Click();
+    void cmd_ClientAbort_Click();
+    void ClearMaskSchnellsuche();
+    void cmdKundeEditierung_Click();
+    void cmdSimulationISDNCall_Click();
+
+    // Catalogue
+    void combo_PreisGruppe_Click();
+    void TabStripArtikel_Click();
+    void FormatGridProdukte();
+    void FormatGridExtras(qint64 produktId);
+    void ProdukteGrid_Pick(int row);
+    void ExtrasGrid_Pick(int row);
+    void showLine(int row);
+    void stepQuantity(class QComboBox* combo, int step);
+
+    // Cells
+    void detailsMenu(int row, int column, const QPoint& globalPos);
+    void linesMenu(int row, const QPoint& globalPos);
+    void cmdRabatt_Click();
+
+    // Booking
+    void cmdSave_Click();
+    void book();
+    void cmdVerwaltungSave_Click();
+    void cmdVerwaltungDelete_Click();
+    void cmdVerwaltungLoad_Click();
+    void cmdNextTrx_Click();
+    void cmdPreviousTrx_Click();
+    void cmdPrint_Click();
+    void loadIntoScreen(qint64 trxNr);
+    bool ask(const QString& question, const QString& title);
+    void tell(const QString& text, const QString& title, int style);
+    void printSlip(int target);
+    void finishEdits();
+
+    std::unique_ptr<Ui::frmAuftragswesenAuftragserfassung> m_ui;
+    platform::Services m_services;
+    telephony::PhoneBook& m_phoneBook;
+    orders::WorkingOrder m_order;
+    frmPopUpMenu* m_menus;
+    platform::ui::DataControl DataControlProdukte;
+    platform::ui::DataControl DataControlExtras;
+    int m_MenuZeile = -1;
+};

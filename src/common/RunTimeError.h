@@ -13,7 +13,9 @@ class RunTimeError : public std::runtime_error {
     RunTimeError(int number, const QString& sentence, const QString& detail = {});
 
     int number() const { return m_number; }
+
     const QString& sentence() const { return m_sentence; }
+
     const QString& detail() const { return m_detail; }
 
   private:

@@ -12,28 +12,41 @@ struct Serial {
     friend bool operator==(const Serial&, const Serial&) = default;
 };
 
-/// What a field of the store or a cell of an order holds: nothing (null), a whole number, a double, a text or a
-/// date. Truth values are whole numbers: -1 for true, 0 for false, as the store holds them.
+/// What a field of the store or a cell of an order holds: nothing (null), a whole number, a double, a text or
+/// a date. Truth values are whole numbers: -1 for true, 0 for false, as the store holds them.
 ///
-/// Conversions follow the rules of the forms' language: a text that reads as a number is one; null counts as 0
-/// and as the empty text. A text that is no number where one is needed throws RunTimeError kTypeMismatch.
+/// Conversions follow the rules of the forms' language: a text that reads as a number is one; null counts as
+/// 0 and as the empty text. A text that is no number where one is needed throws RunTimeError kTypeMismatch.
 class Value {
   public:
     Value() = default;
+
     Value(qint64 number) : m_data(number) {}
+
     Value(int number) : m_data(qint64(number)) {}
+
     Value(bool truth) : m_data(qint64(truth ? -1 : 0)) {}
+
     Value(double number) : m_data(number) {}
+
     Value(Serial date) : m_data(date) {}
+
     Value(const QString& text) : m_data(text) {}
+
     Value(const char16_t* text) : m_data(QString::fromUtf16(text)) {}
+
     Value(const char*) = delete;
 
     bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
+
     bool isText() const { return std::holds_alternative<QString>(m_data); }
+
     bool isInteger() const { return std::holds_alternative<qint64>(m_data); }
+
     bool isDouble() const { return std::holds_alternative<double>(m_data); }
+
     bool isDate() const { return std::holds_alternative<Serial>(m_data); }
+
     /// A number, or a text that reads as one. Null is not numeric.
     bool isNumeric() const;
 
@@ -46,6 +59,7 @@ class Value {
     qint64 toLong() const;
     /// A date's serial; a text is parsed as a date or time (parseDate), a number is taken as the serial.
     double toSerial() const;
+
     bool isTrue() const { return toDouble() != 0; }
 
     friend bool operator==(const Value&, const Value&) = default;

@@ -71,6 +71,12 @@ bool CellGrid::closeEditorTakingOver(QWidget* editor) {
     return taken;
 }
 
+void CellGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    if (m_editor == editor)
+        m_editor = nullptr;
+    QTableView::closeEditor(editor, hint);
+}
+
 bool CellGrid::editorKey(QWidget* editor, QKeyEvent* event) {
     const CellPlace from = place();
     switch (event->key()) {

@@ -1,0 +1,27 @@
+#include "telephony/modTelefonie.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "store/StoreGlobals.h"
+
+namespace modTelefonie {
+
+void RecordCall(const QString& anrufNr) {
+    const double now = common::clock::now();
+    store::WriteRecordset rows(RsMain, QStringLiteral("tbl_Verwaltung_AnruferListe"), ConnMain);
+    rows->AddNew();
+    rows->Fields(u"txt_Telefon") = anrufNr;
+    rows->Fields(u"txt_Zeit") = common::formatDate(now, u"HH:MM:SS");
+    rows->Fields(u"txt_Datum") = common::formatDate(common::clock::today(), u"DD/MM/YYYY");
+    // Cut to eight decimals, since the caller list finds the row again by this number as text.
+    rows->Fields(u"lng_Datum") = *common::parseNumber(common::formatNumber(now, u"0.00000000"));
+    rows->Fields(u"flag_Kunde") = 0;
+    rows->Update();
+}
+
+void MarkCallTaken(const QString& anrufNr) {
+    ConnMain.Execute(
+        QStringLiteral("UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = 1 WHERE txt_Telefon = ") +
+        store::sqlText(anrufNr));
+}
+
+} // namespace modTelefonie

@@ -1,16 +1,17 @@
 -- Every lookup on the way of a keystroke has its index, so that none grows with the tables. The sums of the
 -- statistics are read from the index alone.
 
--- Orders: by customer with his journal's sums, by courier and by day with the turnover, by moment for a working
--- day that ends after midnight.
+-- Orders: by customer with his journal's sums; by courier and by day with the turnover, within a day by number, as
+-- the journal lists them; by moment for a working day that ends after midnight.
 CREATE INDEX idx_Bestellungen_Kunde ON tbl_Auftragswesen_Bestellungen_Master
     (lng_KundenID, lng_LieferDatum, dbl_TotalMitMWSt);
-CREATE INDEX idx_Bestellungen_Kurier ON tbl_Auftragswesen_Bestellungen_Master
-    (lng_KurierID, lng_BestellDatum, dbl_TotalMitMWSt, dbl_MWStBetrag);
 CREATE INDEX idx_Bestellungen_Datum ON tbl_Auftragswesen_Bestellungen_Master
-    (lng_BestellDatum, dbl_TotalMitMWSt, dbl_MWStBetrag);
-CREATE INDEX idx_Bestellungen_Zeitpunkt ON tbl_Auftragswesen_Bestellungen_Master
-    (dbl_BestellDatumNow, lng_KurierID);
+    (lng_BestellDatum, lng_TrxNr, dbl_TotalMitMWSt, dbl_MWStBetrag);
+CREATE INDEX idx_Bestellungen_Kurier ON tbl_Auftragswesen_Bestellungen_Master
+    (lng_KurierID, lng_BestellDatum, lng_TrxNr, dbl_TotalMitMWSt, dbl_MWStBetrag);
+CREATE INDEX idx_Bestellungen_Zeitpunkt ON tbl_Auftragswesen_Bestellungen_Master (dbl_BestellDatumNow);
+CREATE INDEX idx_Bestellungen_Kurier_Zeitpunkt ON tbl_Auftragswesen_Bestellungen_Master
+    (lng_KurierID, dbl_BestellDatumNow);
 CREATE INDEX idx_Positionen_Bestellung ON tbl_Auftragswesen_Bestellungen_Details (lng_TrxNrMaster);
 CREATE INDEX idx_Positionen_Produkt ON tbl_Auftragswesen_Bestellungen_Details (lng_ProduktID);
 CREATE INDEX idx_Positionen_Extra ON tbl_Auftragswesen_Bestellungen_Details (lng_ExtraID);

@@ -15,9 +15,9 @@ namespace Ui {
 class frmAuftragswesenAuftragserfassung;
 }
 
-/// The screen on which an order is taken: a view on the working order, with the catalogue beside it. Everything
-/// can be done by keyboard: F3 telephone number, F5 head, F6 lines, F7 products, F8 extras, F12 book, Ctrl+1 to
-/// Ctrl+9 a category, Alt+Left and Alt+Right step through the orders.
+/// The screen on which an order is taken: a view on the working order, with the catalogue beside it.
+/// Everything can be done by keyboard: F3 telephone number, F5 head, F6 lines, F7 products, F8 extras, F12
+/// book, Ctrl+1 to Ctrl+9 a category, Alt+Left and Alt+Right step through the orders.
 class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDesk {
     Q_OBJECT
   public:
@@ -90,6 +90,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void cmdPreviousTrx_Click();
     void cmdPrint_Click();
     void loadIntoScreen(qint64 trxNr);
+    void stepTo(qint64 trxNr);
     bool ask(const QString& question, const QString& title);
     void tell(const QString& text, const QString& title, int style);
     void printSlip(int target);

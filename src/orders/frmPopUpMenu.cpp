@@ -12,7 +12,8 @@ struct Entry {
     const char16_t* text;
 };
 
-// The caption of the card company is an old one, the text that is stored the present one; the firm wants both.
+// The caption of the card company is an old one, the text that is stored the present one; the firm wants
+// both.
 constexpr Entry kKonditionen[] = {
     {"mnKonditionenCash", u"Cash", u"Cash"},
     {"mnKonditionenEC", u"EC", u"EC"},
@@ -37,7 +38,8 @@ frmPopUpMenu::frmPopUpMenu(QWidget* parent) :
     addKonditionen();
     QAction* remove = mnBestellungLoschen.addAction(tr("Löschen"));
     remove->setObjectName(u"mnBestellungLoschenLoschen"_s);
-    common::connectGuarded(remove, &QAction::triggered, this, [this](bool) { Q_EMIT bestellungLoschenLoschen(); });
+    common::connectGuarded(remove, &QAction::triggered, this,
+                           [this](bool) { Q_EMIT bestellungLoschenLoschen(); });
 }
 
 void frmPopUpMenu::addKonditionen() {
@@ -57,7 +59,8 @@ void frmPopUpMenu::FillKurierMenuOnce() {
         // A "&" in a code is a character, no mnemonic.
         QAction* action = mnKurier.addAction(QString(kurier.txt_Kurzzeichen).replace(u'&', u"&&"_s));
         action->setObjectName(u"mnKurierName"_s);
-        common::connectGuarded(action, &QAction::triggered, this,
-                               [this, kurier](bool) { Q_EMIT kurierChosen(kurier.lng_ID, kurier.txt_Kurzzeichen); });
+        common::connectGuarded(action, &QAction::triggered, this, [this, kurier](bool) {
+            Q_EMIT kurierChosen(kurier.lng_ID, kurier.txt_Kurzzeichen);
+        });
     }
 }

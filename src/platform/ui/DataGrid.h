@@ -12,7 +12,7 @@ struct DataColumn {
     QString heading;
     int twips = 0;
     Qt::Alignment alignment = Qt::AlignLeft;
-    QString format; ///< see formatField
+    QString format{}; ///< see formatField
 };
 
 class RecordsetModel;

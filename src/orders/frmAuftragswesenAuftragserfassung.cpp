@@ -1,0 +1,310 @@
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "common/Convert.h"
+#include "common/Guard.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "orders/frmPopUpMenu.h"
+#include "orders/modBestellNummern.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "platform/ui/FieldHelpers.h"
+#include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
+#include "ui_frmAuftragswesenAuftragserfassung.h"
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+using common::connectGuarded;
+using orders::Col;
+using platform::ui::CellPlace;
+
+namespace {
+
+constexpr int kQuantities = 100;
+constexpr int kPriceGroups = 10;
+
+} // namespace
+
+frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platform::Services& services,
+                                                                     telephony::PhoneBook& phoneBook,
+                                                                     QWidget* parent) :
+    QWidget(parent),
+    m_ui(std::make_unique<Ui::frmAuftragswesenAuftragserfassung>()), m_services(services),
+    m_phoneBook(phoneBook), m_menus(new frmPopUpMenu(this)) {
+    m_ui->setupUi(this);
+    hideForbiddenButtons();
+    m_order.SetUp();
+    setUpGrids();
+    setUpFields();
+    setUpButtons();
+    setUpShortcuts();
+    combo_PreisGruppe_Click();
+    showAddress();
+    m_ui->box_SchnellerfassungKunde->hide();
+    showButtons();
+}
+
+frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() = default;
+
+/// The right to change booked orders acts by hiding the two buttons; nobody asks again later.
+void frmAuftragswesenAuftragserfassung::hideForbiddenButtons() {
+    const bool forbidden =
+        SysAnmeldungBenutzer != 0 && SysEditierungBestellungen != 0 && UserAdministrator == 0;
+    m_ui->cmdVerwaltungSave->setVisible(!forbidden);
+    m_ui->cmdVerwaltungDelete->setVisible(!forbidden);
+}
+
+void frmAuftragswesenAuftragserfassung::setUpGrids() {
+    auto* details = m_ui->BestellungDetailsGrid;
+    details->setTable(m_order.BestellungDetailsGrid);
+    details->openEditorOnEnter({1, 3, 5});
+    const int detailTwips[] = {1150, 1150, 1350, 1500, 1200, 1500};
+    for (int column = 0; column < 6; ++column)
+        details->setColumnTwips(column, detailTwips[column]);
+    details->horizontalHeader()->hide();
+    details->horizontalHeader()->setStretchLastSection(true);
+    details->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    connectGuarded(details, &platform::ui::CellGrid::cellContextMenu, this,
+                   [this](int row, int column, const QPoint& pos) { detailsMenu(row, column, pos); });
+    auto* totals = m_ui->BestellungTotalGrid;
+    totals->setTable(m_order.BestellungTotalGrid);
+    totals->horizontalHeader()->hide();
+    totals->horizontalHeader()->setStretchLastSection(true);
+    totals->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    totals->setColumnTwips(0, 2100);
+    totals->setColumnTwips(1, 900);
+    QFont big = totals->font();
+    big.setPointSizeF(big.pointSizeF() + 2);
+    big.setBold(true);
+    totals->setFont(big);
+    setUpLinesGrid();
+    setUpCatalogueGrids();
+}
+
+void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
+    auto* lines = m_ui->BestellungGrid;
+    lines->setTable(m_order.BestellungGrid);
+    lines->setZebra(true);
+    lines->openEditorOnEnter({Col::Bezeichnung});
+    lines->NextCell = [this](CellPlace from) { return nextLineCell(from); };
+    lines->BlankRow = [this](int row) {
+        return m_order.BestellungGrid.text(row, Col::Ccy).isEmpty() &&
+               m_order.BestellungGrid.text(row, Col::Bezeichnung).isEmpty() &&
+               m_order.BestellungGrid.number(row, Col::Preis) == 0;
+    };
+    const std::pair<int, int> twips[] = {
+        {Col::Kurzzeichen, 1650}, {Col::Anzahl, 750},  {Col::Einheit, 900}, {Col::Ccy, 750},
+        {Col::Preis, 1150},       {Col::Rabatt, 1050}, {Col::MWSt, 850},    {Col::Bezeichnung, 3600}};
+    for (const auto& [column, width] : twips)
+        lines->setColumnTwips(column, width);
+    lines->horizontalHeader()->setSectionResizeMode(Col::Bezeichnung, QHeaderView::Stretch);
+    connectGuarded(lines, &platform::ui::CellGrid::cellContextMenu, this,
+                   [this](int row, int, const QPoint& pos) { linesMenu(row, pos); });
+    QFont larger = lines->font();
+    larger.setPointSizeF(larger.pointSizeF() + 1);
+    for (QWidget* grid : {static_cast<QWidget*>(lines), static_cast<QWidget*>(m_ui->BestellungDetailsGrid),
+                          static_cast<QWidget*>(m_ui->ProdukteGrid), static_cast<QWidget*>(m_ui->ExtrasGrid)})
+        grid->setFont(larger);
+}
+
+void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
+    struct Pick {
+        platform::ui::DataGrid* grid;
+        platform::ui::DataControl* control;
+        const char16_t* empty;
+        void (frmAuftragswesenAuftragserfassung::*pick)(int);
+    };
+
+    const Pick picks[] = {{m_ui->ProdukteGrid, &DataControlProdukte, u"Keine Produkte",
+                           &frmAuftragswesenAuftragserfassung::ProdukteGrid_Pick},
+                          {m_ui->ExtrasGrid, &DataControlExtras, u"Keine Extras",
+                           &frmAuftragswesenAuftragserfassung::ExtrasGrid_Pick}};
+    for (const Pick& p : picks) {
+        p.control->setConnection(ConnMain);
+        p.grid->setDataControl(*p.control);
+        p.grid->setEmptyText(QString::fromUtf16(p.empty));
+        connectGuarded(p.grid, &platform::ui::DataGrid::rowClicked, this,
+                       [this, p](int row) { (this->*p.pick)(row); });
+        // A double click has picked by its first click already.
+        connectGuarded(p.grid, &platform::ui::DataGrid::rowActivated, this, [this, p](int row) {
+            if (QGuiApplication::mouseButtons() == Qt::NoButton)
+                (this->*p.pick)(row);
+        });
+    }
+    connectGuarded(&m_order, &orders::WorkingOrder::ExtrasOffered, this,
+                   [this](qint64 produktId) { FormatGridExtras(produktId); });
+    FormatGridExtras(-1);
+}
+
+void frmAuftragswesenAuftragserfassung::setUpFields() {
+    for (QLineEdit* field : findChildren<QLineEdit*>())
+        platform::ui::selectAllOnFocus(*field);
+    platform::ui::digitsOnly(*m_ui->txt_SucheTelefonNummer);
+    platform::ui::digitsOnly(*m_ui->txt_AuftragsNr);
+    platform::ui::enterChain({m_ui->txt_KundenName, m_ui->txt_KundenVorname, m_ui->txt_KundenStrasse,
+                              m_ui->txt_KundenPLZ, m_ui->txt_KundenOrt, m_ui->txt_KundenZusatz,
+                              m_ui->cmd_ClientSave});
+    connectGuarded(m_ui->txt_SucheTelefonNummer, &QLineEdit::returnPressed, this,
+                   [this] { txt_SucheTelefonNummer_KeyPress(13); });
+    connectGuarded(m_ui->txt_AuftragsNr, &QLineEdit::returnPressed, this,
+                   [this] { cmdVerwaltungLoad_Click(); });
+    for (int i = 1; i <= kQuantities; ++i)
+        for (QComboBox* combo : {m_ui->combo_ProduktAnzahl, m_ui->combo_ExtraAnzahl})
+            combo->addItem(QString::number(i));
+    for (int i = 1; i <= kPriceGroups; ++i)
+        m_ui->combo_PreisGruppe->addItem(tr("Gruppe %1").arg(i));
+    connectGuarded(m_ui->combo_PreisGruppe, &QComboBox::currentIndexChanged, this,
+                   [this](int) { combo_PreisGruppe_Click(); });
+    connectGuarded(m_ui->TabStripArtikel, &QTabBar::currentChanged, this,
+                   [this](int) { TabStripArtikel_Click(); });
+    connectGuarded(&m_order, &orders::WorkingOrder::KundenAdresseChanged, this, [this] { showAddress(); });
+    connectGuarded(&m_order, &orders::WorkingOrder::ButtonsChanged, this, [this] { showButtons(); });
+    connectGuarded(&m_order, &orders::WorkingOrder::Cleared, this,
+                   [this] { m_ui->box_SchnellerfassungKunde->hide(); });
+}
+
+void frmAuftragswesenAuftragserfassung::onClick(QAbstractButton* button,
+                                                void (frmAuftragswesenAuftragserfassung::*handler)()) {
+    connectGuarded(button, &QAbstractButton::clicked, this, [this, handler](bool) { (this->*handler)(); });
+}
+
+void frmAuftragswesenAuftragserfassung::setUpButtons() {
+    using Screen = frmAuftragswesenAuftragserfassung;
+    onClick(m_ui->cmdSimulationISDNCall, &Screen::cmdSimulationISDNCall_Click);
+    onClick(m_ui->cmdKundeSchnellerfassung, &Screen::cmdKundeSchnellerfassung_Click);
+    onClick(m_ui->cmdKundeEditierung, &Screen::cmdKundeEditierung_Click);
+    onClick(m_ui->cmd_ClientSave, &Screen::cmd_ClientSave_Click);
+    onClick(m_ui->cmd_ClientAbort, &Screen::cmd_ClientAbort_Click);
+    onClick(m_ui->cmdCleanMask, &Screen::ClearBestellungMaske);
+    onClick(m_ui->cmdRabatt, &Screen::cmdRabatt_Click);
+    onClick(m_ui->cmdSave, &Screen::cmdSave_Click);
+    onClick(m_ui->cmdPrint, &Screen::cmdPrint_Click);
+    onClick(m_ui->cmdVerwaltungLoad, &Screen::cmdVerwaltungLoad_Click);
+    onClick(m_ui->cmdVerwaltungSave, &Screen::cmdVerwaltungSave_Click);
+    onClick(m_ui->cmdVerwaltungDelete, &Screen::cmdVerwaltungDelete_Click);
+    onClick(m_ui->cmdNextTrx, &Screen::cmdNextTrx_Click);
+    onClick(m_ui->cmdPreviousTrx, &Screen::cmdPreviousTrx_Click);
+    connectGuarded(m_ui->cmdClose, &QAbstractButton::clicked, this, [this](bool) {
+        (parentWidget() && qobject_cast<QMdiSubWindow*>(parentWidget()) ? parentWidget() : this)->close();
+    });
+    const std::pair<QPushButton*, double> rates[] = {{m_ui->cmdMWStSatz0, SysMWStSatz2},
+                                                     {m_ui->cmdMWStSatz1, SysMWStSatz1},
+                                                     {m_ui->cmdMWStSatz3, SysMWStSatz3}};
+    for (const auto& [button, rate] : rates) {
+        button->setText(u'&' + orders::RateCaption(rate));
+        connectGuarded(button, &QAbstractButton::clicked, this,
+                       [this, satz = rate](bool) { m_order.SetMWStSatzBestellung(satz); });
+    }
+    const std::tuple<QPushButton*, QComboBox*, int> steps[] = {
+        {m_ui->cmd_ProduktAnzahlPlus, m_ui->combo_ProduktAnzahl, 1},
+        {m_ui->cmd_ProduktAnzahlMinus, m_ui->combo_ProduktAnzahl, -1},
+        {m_ui->cmd_ExtraAnzahlPlus, m_ui->combo_ExtraAnzahl, 1},
+        {m_ui->cmd_ExtraAnzahlMinus, m_ui->combo_ExtraAnzahl, -1}};
+    for (const auto& [button, combo, step] : steps)
+        connectGuarded(button, &QAbstractButton::clicked, this,
+                       [this, box = combo, by = step](bool) { stepQuantity(box, by); });
+    connectGuarded(m_menus, &frmPopUpMenu::konditionenChosen, this,
+                   [this](const QString& text) { m_order.ChooseKonditionen(text); });
+    connectGuarded(m_menus, &frmPopUpMenu::kurierChosen, this,
+                   [this](qint64 id, const QString& code) { m_order.ChooseKurier(id, code); });
+    connectGuarded(m_menus, &frmPopUpMenu::bestellungLoschenLoschen, this, [this] {
+        if (m_MenuZeile >= 0)
+            m_order.BestellungGrid.requestDelete(m_MenuZeile);
+    });
+}
+
+void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
+    const auto add = [this](const QKeySequence& keys, std::function<void()> action) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connectGuarded(shortcut, &QShortcut::activated, this, std::move(action));
+    };
+    const auto focus = [](QWidget* widget) {
+        return [widget] { widget->setFocus(Qt::ShortcutFocusReason); };
+    };
+    add(Qt::Key_F3, focus(m_ui->txt_SucheTelefonNummer));
+    add(Qt::Key_F5, [this] {
+        m_ui->BestellungDetailsGrid->goTo({2, 1});
+        m_ui->BestellungDetailsGrid->setFocus();
+    });
+    add(Qt::Key_F6, [this] { showLine(qMax(0, m_order.FirstEmptyRow())); });
+    add(Qt::Key_F7, focus(m_ui->ProdukteGrid));
+    add(Qt::Key_F8, focus(m_ui->ExtrasGrid));
+    add(Qt::Key_F12, [this] { m_ui->cmdSave->click(); });
+    add(Qt::ALT | Qt::Key_Left, [this] { cmdPreviousTrx_Click(); });
+    add(Qt::ALT | Qt::Key_Right, [this] { cmdNextTrx_Click(); });
+    for (int i = 0; i < 9; ++i)
+        add(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + i)), [this, i] {
+            if (i < m_ui->TabStripArtikel->count())
+                m_ui->TabStripArtikel->setCurrentIndex(i);
+            m_ui->ProdukteGrid->setFocus(Qt::ShortcutFocusReason);
+        });
+}
+
+/// Enter leads from the code to the quantity of a line that was found, and from there to the next line's
+/// code.
+std::optional<CellPlace> frmAuftragswesenAuftragserfassung::nextLineCell(CellPlace from) const {
+    const bool found = !m_order.BestellungGrid.text(from.row, Col::Ccy).isEmpty();
+    if (from.column == Col::Kurzzeichen || from.column == Col::Bezeichnung)
+        return found ? CellPlace{from.row, Col::Anzahl}
+                     : CellPlace{from.row, from.column == Col::Kurzzeichen ? int(Col::Bezeichnung)
+                                                                           : int(Col::Kurzzeichen)};
+    return CellPlace{qMin(from.row + 1, orders::kOrderRows - 1), Col::Kurzzeichen};
+}
+
+void frmAuftragswesenAuftragserfassung::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!event->spontaneous() && !focusWidget())
+        m_ui->txt_SucheTelefonNummer->setFocus();
+}
+
+void frmAuftragswesenAuftragserfassung::ClearBestellungMaske() {
+    m_order.ClearBestellungMaske();
+    m_ui->txt_SucheTelefonNummer->setFocus();
+}
+
+void frmAuftragswesenAuftragserfassung::showAddress() {
+    m_ui->txt_KundenAdresse->setPlainText(m_order.KundenAdresse());
+    m_ui->txt_KundenAdresse->setVisible(m_order.KundenAdresseShown());
+}
+
+void frmAuftragswesenAuftragserfassung::showButtons() {
+    const orders::OrderButtons& on = m_order.buttons();
+    m_ui->cmdKundeSchnellerfassung->setEnabled(on.cmdKundeSchnellerfassung);
+    m_ui->cmdKundeEditierung->setEnabled(on.cmdKundeEditierung &&
+                                         m_services.navigation.hasScreen(u"frmVerwaltungKunden"_s));
+    m_ui->cmdSave->setEnabled(on.cmdSave);
+    m_ui->cmdPrint->setEnabled(on.cmdPrint);
+    m_ui->cmdVerwaltungSave->setEnabled(on.cmdVerwaltungSave);
+    m_ui->cmdVerwaltungDelete->setEnabled(on.cmdVerwaltungDelete);
+}
+
+// What other screens ask
+// ---------------------------------------------------------------------------------------
+
+void frmAuftragswesenAuftragserfassung::searchNumber(const QString& number) {
+    m_ui->txt_SucheTelefonNummer->setText(number);
+    txt_SucheTelefonNummer_KeyPress(13);
+}
+
+void frmAuftragswesenAuftragserfassung::loadBooking(qint64 trxNr) {
+    m_ui->txt_AuftragsNr->setText(QString::number(trxNr));
+    cmdVerwaltungLoad_Click();
+}
+
+void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {
+    const std::optional<double> value = common::parseNumber(number);
+    if (!value)
+        return tell(tr("Diese Telefonnummer ist ungültig und kann nicht verarbeitete werden."),
+                    tr("Ungültige Telefonnummer"), platform::kOk);
+    const qint64 id = modVerwaltungKunden::FindKundeByTelefon(*value);
+    searchNumber(number);
+    m_ui->box_SchnellerfassungKunde->hide();
+    if (modVerwaltungKunden::KundeExists(id)) {
+        m_order.FillFromCall(id);
+        return showLine(0);
+    }
+    m_order.HideKundenAdresse();
+    m_ui->box_SchnellerfassungKunde->show();
+    m_ui->txt_KundenTelefonnummer->setText(number);
+    m_ui->txt_KundenName->setFocus();
+}

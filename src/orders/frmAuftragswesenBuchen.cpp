@@ -1,0 +1,138 @@
+// Booking, changing, loading and printing on the order screen.
+#include "common/Convert.h"
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "orders/modAuftragswesenBestellschein.h"
+#include "orders/modBestellNummern.h"
+#include "platform/Dialogs.h"
+#include "ui_frmAuftragswesenAuftragserfassung.h"
+
+using namespace Qt::StringLiterals;
+using modAuftragswesenAuftragserfassung::SaveDecision;
+
+namespace {
+
+constexpr int kToScreen = 1;
+constexpr int kToPrinter = 0;
+
+} // namespace
+
+bool frmAuftragswesenAuftragserfassung::ask(const QString& question, const QString& title) {
+    return m_services.dialogs.MsgBox(question, platform::kYesNo, title) == platform::kAnswerYes;
+}
+
+void frmAuftragswesenAuftragserfassung::tell(const QString& text, const QString& title, int style) {
+    m_services.dialogs.MsgBox(text, style, title);
+}
+
+/// What still stands in an open editor belongs to the order.
+void frmAuftragswesenAuftragserfassung::finishEdits() {
+    for (platform::ui::CellGrid* grid :
+         {m_ui->BestellungGrid, m_ui->BestellungDetailsGrid, m_ui->BestellungTotalGrid})
+        grid->finishEdit();
+}
+
+void frmAuftragswesenAuftragserfassung::printSlip(int target) {
+    modAuftragswesenBestellschein::PrintBestellung(target, m_order, m_services.reports, m_services.printers);
+}
+
+void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
+    finishEdits();
+    SaveDecision decision = modAuftragswesenAuftragserfassung::DecideSave(m_order);
+    if (decision == SaveDecision::FrageVorbestellung)
+        decision = modAuftragswesenAuftragserfassung::DecideSave(
+            m_order, ask(tr("Soll dieser Auftrag als Vorbestellung verbucht werden ?"), tr("Vorbestellung")));
+    switch (decision) {
+    case SaveDecision::KeineTelefonNummer:
+        return tell(tr("Geben Sie zuerst eine Telefon Nummer ein."), tr("Eingabe Telefon Nummer"),
+                    platform::kInformation);
+    case SaveDecision::KeinLieferdatum:
+        return tell(tr("Bitte geben Sie ein Lieferdatum ein."), tr("Bestellung"), platform::kInformation);
+    case SaveDecision::UngueltigesLieferdatum:
+        return tell(tr("Bitte geben Sie ein Lieferdatum ein."), tr("Vorbestellung"), platform::kStop);
+    case SaveDecision::LieferdatumVergangen:
+        return tell(tr("Dieses Lieferdatum befindet sich in der Vergangenheit."), tr("Vorbestellung"),
+                    platform::kStop);
+    case SaveDecision::Vorbestellung:
+        return tell(
+            tr("Vorbestellungen können noch nicht gespeichert werden. Der Auftrag bleibt unverbucht stehen."),
+            tr("Vorbestellung"), platform::kInformation);
+    case SaveDecision::KeinKurier:
+        return tell(tr("Bitte wählen Sie einen Kurier."), tr("Bestellung"), platform::kInformation);
+    case SaveDecision::FrageVorbestellung:
+        return;
+    case SaveDecision::Bestellung:
+        return book();
+    }
+}
+
+void frmAuftragswesenAuftragserfassung::book() {
+    if (!modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs,
+                                                           m_services.navigation))
+        return;
+    if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
+        printSlip(kToPrinter);
+    ClearBestellungMaske();
+    m_order.ShowComingTrxNr();
+}
+
+void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
+    finishEdits();
+    if (!modAuftragswesenAuftragserfassung::MayUpdate(m_order) ||
+        !ask(tr("Wollen Sie diese Bestellung editieren ?"), tr("Bestellung Editieren")))
+        return;
+    // The slip comes before the write, the firm's practice.
+    if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
+        printSlip(kToPrinter);
+    modAuftragswesenAuftragserfassung::UpdateBestellung(
+        m_order,
+        m_order.BestellungDetailsGrid.cell(orders::Detail::AuftragsNr.row, orders::Detail::AuftragsNr.column)
+            .toLong());
+    ClearBestellungMaske();
+    m_order.ShowComingTrxNr();
+}
+
+void frmAuftragswesenAuftragserfassung::cmdVerwaltungDelete_Click() {
+    if (!modAuftragswesenAuftragserfassung::MayDelete(m_order) ||
+        !ask(tr("Wollen Sie diese Bestellung löschen ?"), tr("Bestellung Löschen")))
+        return;
+    modAuftragswesenAuftragserfassung::DeleteBestellung(
+        m_order.BestellungDetailsGrid.cell(orders::Detail::AuftragsNr.row, orders::Detail::AuftragsNr.column)
+            .toLong());
+    ClearBestellungMaske();
+    m_order.ShowComingTrxNr();
+}
+
+void frmAuftragswesenAuftragserfassung::loadIntoScreen(qint64 trxNr) {
+    modAuftragswesenAuftragserfassung::LoadBestellung(m_order, trxNr);
+    m_ui->BestellungGrid->goTo({0, orders::Col::Kurzzeichen});
+}
+
+void frmAuftragswesenAuftragserfassung::cmdVerwaltungLoad_Click() {
+    const std::optional<double> number = common::parseNumber(m_ui->txt_AuftragsNr->text());
+    if (number)
+        loadIntoScreen(qint64(*number));
+}
+
+void frmAuftragswesenAuftragserfassung::cmdNextTrx_Click() {
+    const std::optional<double> number = common::parseNumber(m_ui->txt_AuftragsNr->text());
+    stepTo(number ? modBestellNummern::GetFollowingTrxNr(qint64(*number))
+                  : modBestellNummern::GetLastTrxNr());
+}
+
+void frmAuftragswesenAuftragserfassung::cmdPreviousTrx_Click() {
+    const std::optional<double> number = common::parseNumber(m_ui->txt_AuftragsNr->text());
+    stepTo(number ? modBestellNummern::GetPrecedingTrxNr(qint64(*number))
+                  : modBestellNummern::GetFirstTrxNr().toLongLong());
+}
+
+void frmAuftragswesenAuftragserfassung::stepTo(qint64 trxNr) {
+    if (trxNr == -1)
+        return;
+    m_ui->txt_AuftragsNr->setText(QString::number(trxNr));
+    loadIntoScreen(trxNr);
+}
+
+void frmAuftragswesenAuftragserfassung::cmdPrint_Click() {
+    finishEdits();
+    printSlip(kToScreen);
+}

@@ -1,0 +1,86 @@
+// The customer's side of the order screen: search by number, quick capture, simulation of a call.
+#include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "ui_frmAuftragswesenAuftragserfassung.h"
+
+using namespace Qt::StringLiterals;
+
+void frmAuftragswesenAuftragserfassung::txt_SucheTelefonNummer_KeyPress(int key) {
+    const QString number = m_ui->txt_SucheTelefonNummer->text().trimmed();
+    if (key != 13 || number.isEmpty())
+        return;
+    m_ui->box_SchnellerfassungKunde->hide();
+    if (m_order.SucheTelefonNummer(number))
+        return showLine(0);
+    fillFromPhoneBook(number);
+    m_order.HideKundenAdresse();
+    if (m_ui->txt_KundenTelefonnummer->text().isEmpty())
+        return;
+    m_ui->box_SchnellerfassungKunde->show();
+    m_ui->txt_KundenName->setFocus();
+}
+
+void frmAuftragswesenAuftragserfassung::fillFromPhoneBook(const QString& number) {
+    const auto entry = m_phoneBook.FindPhoneBookEntry(number);
+    if (!entry)
+        return;
+    m_ui->txt_KundenName->setText(entry->txt_Name);
+    m_ui->txt_KundenVorname->setText(entry->txt_Vorname);
+    m_ui->txt_KundenStrasse->setText(entry->txt_Strasse);
+    m_ui->txt_KundenPLZ->setText(entry->txt_PLZ);
+    m_ui->txt_KundenOrt->setText(entry->txt_Ort);
+    m_ui->txt_KundenTelefonnummer->setText(m_ui->txt_SucheTelefonNummer->text());
+    m_ui->box_SchnellerfassungKunde->show();
+}
+
+void frmAuftragswesenAuftragserfassung::cmdKundeSchnellerfassung_Click() {
+    const QString text = m_ui->txt_SucheTelefonNummer->text();
+    const std::optional<double> number = common::parseNumber(text);
+    if (!number)
+        return tell(tr("Geben Sie zuerst eine Telefon Nummer ein."), tr("Eingabe Telefon Nummer"),
+                    platform::kInformation);
+    if (modVerwaltungKunden::KundeExistsByTelefon(*number))
+        return tell(tr("Diese Telefon Nummer existiert bereits."), tr("Kunden Erfassung"), platform::kOk);
+    m_order.HideKundenAdresse();
+    m_ui->txt_KundenTelefonnummer->setText(text);
+    m_ui->box_SchnellerfassungKunde->show();
+    m_ui->txt_KundenName->setFocus();
+}
+
+void frmAuftragswesenAuftragserfassung::cmd_ClientSave_Click() {
+    if (m_ui->txt_KundenName->text().trimmed().isEmpty())
+        return tell(tr("Bitte geben Sie einen Namen ein."), tr("Fehlende Eingabe"), platform::kOk);
+    const QString number = m_ui->txt_KundenTelefonnummer->text();
+    modAuftragswesenAuftragserfassung::SaveKundeSchnellerfassung(
+        {number, m_ui->txt_KundenName->text(), m_ui->txt_KundenVorname->text(),
+         m_ui->txt_KundenZusatz->text(), m_ui->txt_KundenStrasse->text(), m_ui->txt_KundenPLZ->text(),
+         m_ui->txt_KundenOrt->text()});
+    m_ui->box_SchnellerfassungKunde->hide();
+    m_order.lng_KundenID = modVerwaltungKunden::FindKundeByTelefon(common::parseNumber(number).value_or(-1));
+    m_order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(m_order.lng_KundenID));
+    ClearMaskSchnellsuche();
+    txt_SucheTelefonNummer_KeyPress(13);
+}
+
+void frmAuftragswesenAuftragserfassung::cmd_ClientAbort_Click() {
+    m_ui->box_SchnellerfassungKunde->hide();
+    ClearMaskSchnellsuche();
+    m_ui->txt_SucheTelefonNummer->setFocus();
+}
+
+void frmAuftragswesenAuftragserfassung::ClearMaskSchnellsuche() {
+    for (QLineEdit* field : m_ui->box_SchnellerfassungKunde->findChildren<QLineEdit*>())
+        field->clear();
+}
+
+void frmAuftragswesenAuftragserfassung::cmdKundeEditierung_Click() {
+    m_services.navigation.openCustomer(m_order.lng_KundenID);
+}
+
+void frmAuftragswesenAuftragserfassung::cmdSimulationISDNCall_Click() {
+    const QString number = m_services.dialogs.InputBox(tr("Geben Sie eine Tel-Nummer ein"));
+    m_services.navigation.incomingCall(u"GerufeneNr"_s, number, u"AnrufFormat"_s);
+}

@@ -9,6 +9,10 @@ class ReportControl {
   public:
     enum Destination { kToWindow = 0, kToPrinter = 1 };
 
+    enum WindowState { kNormal = 0, kMaximized = 2 };
+
+    enum Orientation { kAsDesigned = 0, kPortrait = 1, kLandscape = 2 };
+
     virtual ~ReportControl() = default;
 
     QString ReportFileName;
@@ -19,6 +23,10 @@ class ReportControl {
     QString PrinterPort;
     QString WindowTitle;
     int destination = kToPrinter;
+    /// Of the preview window.
+    int windowState = kNormal;
+    /// Of the paper; a roll has none.
+    int orientation = kAsDesigned;
 
     /// Lays the report out and shows or prints it. What the printer refuses is told to the user, with a
     /// retry; a broken or missing report file as well. Either way it returns, since what is printed is stored

@@ -1,0 +1,83 @@
+#pragma once
+#include <QMarginsF>
+#include <QSizeF>
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// What a report is filled with: the rows of each print table, every column as text.
+struct ReportData {
+    using Row = std::vector<std::pair<QString, QString>>;
+    std::map<QString, std::vector<Row>> tables;
+};
+
+/// The paper of a report. Lengths in millimetres.
+struct ReportPage {
+    /// As it lies before the reader: landscape is wider than high. The height of a roll is 0, it follows the
+    /// text.
+    QSizeF size;
+    QMarginsF margins;
+    /// One line above and below the text on every page, left, middle and right divided by "|". "{Seite}" and
+    /// "{Seiten}" stand for the number of the page and of all pages.
+    QString header;
+    QString footer;
+
+    bool isRoll() const { return size.height() == 0; }
+
+    bool isLandscape() const { return !isRoll() && size.width() > size.height(); }
+
+    /// The same paper, lying or standing.
+    void setLandscape(bool landscape);
+};
+
+/// A report filled in, ready to be laid out.
+struct FilledReport {
+    QString title;
+    QString html;
+    ReportPage page;
+};
+
+/// A report file: HTML with mustache tags, which the owner may change with a text editor.
+///
+/// The head tells the paper:
+///     <title>Auftragsschein</title>
+///     <meta name="Seite" content="A4">                   also "A5", "A4 quer", "A5 quer", "Rolle 80" (mm)
+///     <meta name="Rand" content="15 15 20 20">           mm: top, right, bottom, left
+///     <meta name="Kopf" content="links|Mitte|rechts">    on every page; "Fuss" likewise
+///
+/// {{#Table}} … {{/Table}} repeats its text for each row of a print table, {{Column}} is a column of that
+/// row; all characters of a column's name are allowed. Values are data: "<" is printed as "<", line feeds
+/// break the line. Beyond the columns themselves:
+///     {{#Column}} … {{/Column}}      only if the column is not empty, {{^Column}} only if it is
+///     {{#Column?}} … {{/Column?}}    only if it is neither empty nor zero
+///     {{Column:kurz}}                a number without zeros at the end of its decimals: "2.00" is "2"
+///     {{Table:erste.Column}}         the first value of the column that is not empty, usable anywhere
+class ReportTemplate {
+  public:
+    /// Throws common::RunTimeError: kFileNotFound for a missing file, kPlatformFailure for one that cannot be
+    /// used (tags that do not close, unknown paper). The sentence names the file.
+    explicit ReportTemplate(const QString& path);
+
+    /// The names of all sections; the print tables are among them.
+    QStringList sections() const;
+    FilledReport fill(const ReportData& data) const;
+
+  private:
+    void readHead();
+    void checkTags() const;
+    [[noreturn]] void refuse(const QString& why, const QString& detail = {}) const;
+
+    QString m_path;
+    QString m_text;
+    QString m_title;
+    ReportPage m_page;
+};
+
+/// Reads those of the named tables that the print database has. Throws what the store throws.
+ReportData readPrintTables(const QString& dataFile, const QStringList& names);
+
+} // namespace platform

@@ -1,0 +1,118 @@
+#include "platform/ui/PreviewWindow.h"
+#include "common/Guard.h"
+#include "platform/ui/ReportPrinting.h"
+#include <QAction>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPrintPreviewWidget>
+#include <QScreen>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+PreviewWindow::PreviewWindow(ReportDocument report, QString printerName, Dialogs& dialogs) :
+    m_report(std::move(report)), m_printerName(std::move(printerName)), m_dialogs(dialogs),
+    m_device(QPrinter::HighResolution) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setObjectName(u"PreviewWindow"_s);
+    setWindowTitle(m_report.title());
+    // A file as device: the preview needs no printer and does not wait for one.
+    m_device.setOutputFormat(QPrinter::PdfFormat);
+    m_report.setUp(m_device);
+    m_preview = new QPrintPreviewWidget(&m_device, this);
+    m_preview->setObjectName(u"Preview"_s);
+    m_preview->setAccessibleName(tr("Seitenansicht"));
+    setCentralWidget(m_preview);
+    addActions();
+    common::connectGuarded(m_preview, &QPrintPreviewWidget::paintRequested, this,
+                           [this](QPrinter* device) { m_report.print(*device); });
+    common::connectGuarded(m_preview, &QPrintPreviewWidget::previewChanged, this, [this] { showPosition(); });
+    startSize();
+    m_preview->setFocus();
+}
+
+void PreviewWindow::addActions() {
+    m_bar = addToolBar(tr("Seitenansicht"));
+    m_bar->setMovable(false);
+    m_bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    using K = QKeySequence;
+    addAction("cmdPrint", tr("&Drucken"), {K(Qt::CTRL | Qt::Key_P)}, &PreviewWindow::printReport);
+    m_bar->addSeparator();
+    addAction("cmdZoomIn", tr("&Vergrössern"), {K(Qt::CTRL | Qt::Key_Plus), K(Qt::Key_Plus)},
+              &PreviewWindow::zoomIn);
+    addAction("cmdZoomOut", tr("V&erkleinern"), {K(Qt::CTRL | Qt::Key_Minus), K(Qt::Key_Minus)},
+              &PreviewWindow::zoomOut);
+    addAction("cmdFitPage", tr("&Ganze Seite"), {K(Qt::CTRL | Qt::Key_0)}, &PreviewWindow::fitPage);
+    addAction("cmdFitWidth", tr("Seiten&breite"), {K(Qt::CTRL | Qt::Key_1)}, &PreviewWindow::fitWidth);
+    m_bar->addSeparator();
+    m_previous =
+        addAction("cmdPreviousPage", tr("&Zurück"), {K(Qt::Key_PageUp)}, &PreviewWindow::previousPage);
+    m_next = addAction("cmdNextPage", tr("&Weiter"), {K(Qt::Key_PageDown)}, &PreviewWindow::nextPage);
+    m_position = new QLabel(this);
+    m_position->setObjectName(u"lbl_Seite"_s);
+    m_position->setContentsMargins(8, 0, 8, 0);
+    m_bar->addWidget(m_position);
+    m_bar->addSeparator();
+    addAction("cmdClose", tr("&Schliessen"), {K(Qt::Key_Escape), K(QKeySequence::Close)},
+              &PreviewWindow::closeWindow);
+}
+
+QAction* PreviewWindow::addAction(const char* name, const QString& text, const QList<QKeySequence>& keys,
+                                  void (PreviewWindow::*slot)()) {
+    QAction* action = m_bar->addAction(text);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcuts(keys);
+    action->setToolTip(
+        u"%1 (%2)"_s.arg(QString(text).remove(u'&'), keys.first().toString(QKeySequence::NativeText)));
+    common::connectGuarded(action, &QAction::triggered, this, [this, slot] { (this->*slot)(); });
+    return action;
+}
+
+void PreviewWindow::startSize() {
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    resize(qMin(900, screen.width() - 40), qMin(960, screen.height() - 60));
+    if (m_report.page().isRoll())
+        m_preview->setZoomFactor(1.4);
+    else
+        fitWidth();
+}
+
+void PreviewWindow::printReport() {
+    printOn(m_printerName, m_report, m_dialogs);
+}
+
+void PreviewWindow::zoomIn() {
+    m_preview->zoomIn(1.2);
+}
+
+void PreviewWindow::zoomOut() {
+    m_preview->zoomOut(1.2);
+}
+
+void PreviewWindow::fitPage() {
+    m_preview->fitInView();
+}
+
+void PreviewWindow::fitWidth() {
+    m_preview->fitToWidth();
+}
+
+void PreviewWindow::previousPage() {
+    m_preview->setCurrentPage(m_preview->currentPage() - 1);
+}
+
+void PreviewWindow::nextPage() {
+    m_preview->setCurrentPage(m_preview->currentPage() + 1);
+}
+
+void PreviewWindow::showPosition() {
+    const int page = m_preview->currentPage();
+    const int pages = m_preview->pageCount();
+    m_position->setText(tr("Seite %1 von %2").arg(page).arg(pages));
+    m_previous->setEnabled(page > 1);
+    m_next->setEnabled(page < pages);
+}
+
+} // namespace platform

@@ -1,0 +1,39 @@
+#include "platform/ui/QtReportControl.h"
+#include "common/RunTimeError.h"
+#include "platform/ui/PreviewWindow.h"
+#include "platform/ui/ReportPrinting.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+void QtReportControl::PrintReport() {
+    try {
+        run(fill());
+    } catch (const common::RunTimeError& error) {
+        m_dialogs.MsgBox(error.sentence() + u"\n\nEs wurde nichts gedruckt."_s, kOk + kStop,
+                         WindowTitle.isEmpty() ? u"Bericht"_s : WindowTitle);
+    }
+}
+
+FilledReport QtReportControl::fill() const {
+    const ReportTemplate report(ReportFileName);
+    FilledReport filled = report.fill(readPrintTables(DataFile, report.sections()));
+    if (!WindowTitle.isEmpty())
+        filled.title = WindowTitle;
+    if (orientation != kAsDesigned)
+        filled.page.setLandscape(orientation == kLandscape);
+    return filled;
+}
+
+void QtReportControl::run(FilledReport report) {
+    const ReportDocument document(std::move(report));
+    if (destination == kToPrinter) {
+        printOn(PrinterName, document, m_dialogs, u"Der Auftrag ist bereits gespeichert."_s);
+        return;
+    }
+    auto* window = new PreviewWindow(document, PrinterName, m_dialogs);
+    windowState == kMaximized ? window->showMaximized() : window->show();
+}
+
+} // namespace platform

@@ -1,0 +1,56 @@
+#include "tests/support/TestDialogs.h"
+
+namespace test {
+
+namespace {
+
+int buttonsOf(int style) {
+    return style & 7;
+}
+
+int harmlessAnswer(int style) {
+    switch (buttonsOf(style)) {
+    case platform::kYesNo:
+        return platform::kAnswerNo;
+    case platform::kRetryCancel:
+        return platform::kAnswerCancel;
+    default:
+        return platform::kAnswerOk;
+    }
+}
+
+} // namespace
+
+int TestDialogs::MsgBox(const QString& text, int style, const QString& title) {
+    said.append({text, style, title});
+    // A plain OK box has one answer; it does not use up the queue.
+    if (buttonsOf(style) == platform::kOk)
+        return platform::kAnswerOk;
+    if (m_answers.isEmpty()) {
+        ++unexpected;
+        return harmlessAnswer(style);
+    }
+    const Answer answer = m_answers.dequeue();
+    if (answer.before)
+        answer.before();
+    return answer.value;
+}
+
+QString TestDialogs::InputBox(const QString& prompt, const QString& title, const QString&) {
+    said.append({prompt, 0, title});
+    if (m_inputs.isEmpty()) {
+        ++unexpected;
+        return {};
+    }
+    return m_inputs.dequeue();
+}
+
+void TestDialogs::answer(int boxAnswer, std::function<void()> before) {
+    m_answers.enqueue({boxAnswer, std::move(before)});
+}
+
+void TestDialogs::answerInput(const QString& text) {
+    m_inputs.enqueue(text);
+}
+
+} // namespace test

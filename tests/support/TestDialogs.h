@@ -1,0 +1,46 @@
+#pragma once
+#include "platform/Dialogs.h"
+#include <QList>
+#include <QQueue>
+#include <QString>
+#include <functional>
+
+namespace test {
+
+/// Answers the dialogs in the order of the queued answers and keeps what was said.
+///
+/// A box that nobody queued an answer for is answered by its harmless button (OK, else No or Cancel) and
+/// counted in `unexpected`, which a test checks to be 0 where questions must not come.
+class TestDialogs : public platform::Dialogs {
+  public:
+    struct Said {
+        QString text;
+        int style = 0;
+        QString title;
+    };
+
+    int MsgBox(const QString& text, int style = platform::kOk, const QString& title = {}) override;
+    QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
+
+    /// Queues the answer of the next unanswered message box; `before` runs while the box stands open.
+    void answer(int boxAnswer, std::function<void()> before = {});
+    void answerInput(const QString& text);
+
+    /// The last thing said; empty texts when nothing was.
+    Said last() const { return said.isEmpty() ? Said() : said.last(); }
+
+    QList<Said> said;
+    /// Questions (more than an OK button) without a queued answer.
+    int unexpected = 0;
+
+  private:
+    struct Answer {
+        int value = 0;
+        std::function<void()> before;
+    };
+
+    QQueue<Answer> m_answers;
+    QQueue<QString> m_inputs;
+};
+
+} // namespace test

@@ -20,6 +20,8 @@ struct OrderButtons {
     friend bool operator==(const OrderButtons&, const OrderButtons&) = default;
 };
 
+struct Artikel;
+
 /// The order while it is keyed or viewed: its cells are the only working copy, and booking, slip and totals
 /// read them. Owns the cell tables, the two keys and the rules of the lines; the order screen is a view on
 /// it.
@@ -127,13 +129,16 @@ class WorkingOrder : public QObject {
     void Cleared();
 
   private:
+    void SetLabels();
+    void SetDefaultKurier();
     bool DetailsMayEdit(int row, int col) const;
     void DetailsBeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
     void FillHead(qint64 kundenId);
     void ClearRow(int row);
     void RederiveLine(int row);
-    bool FindProduktLine(int row, const QString& sql, int col);
-    void FindExtraLine(int row, const QString& sql, int col);
+    bool FindProduktLine(int row, int col);
+    void FindExtraLine(int row, const QString& condition, const QString& typed);
+    void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 
     QString m_address;
     bool m_addressShown = false;

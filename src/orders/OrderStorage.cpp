@@ -1,0 +1,227 @@
+#include "orders/OrderStorage.h"
+#include "common/Convert.h"
+#include "masterdata/modProdukte.h"
+#include "masterdata/modProdukteExtras.h"
+#include "store/StoreGlobals.h"
+#include <cmath>
+#include <vector>
+
+using common::Serial;
+using common::Value;
+using store::OpenRecordset;
+using store::WriteRecordset;
+
+namespace orders {
+namespace {
+
+/// A line's place in the order is the two decimals of its number.
+constexpr double kLineStep = 0.01;
+
+/// A time or date cell as the store holds it; an empty cell holds nothing.
+Value serialOf(const QString& text) {
+    return text.isEmpty() ? Value() : Value(Serial{Value(text).toSerial()});
+}
+
+/// Whole days of a date cell.
+qint64 daysOf(const QString& text) {
+    return qint64(std::floor(Value(text).toSerial()));
+}
+
+QString allRows(const QString& table) {
+    return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE 1 = 1;");
+}
+
+QString numberIs(const QString& table, const QString& column, qint64 trxNr) {
+    return QStringLiteral(" FROM ") + table + QStringLiteral(" WHERE ") + column + QStringLiteral(" = ") +
+           QString::number(trxNr);
+}
+
+void deleteOrder(const OrderTables& tables, qint64 trxNr) {
+    ConnMain.Execute(QStringLiteral("DELETE") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr));
+    ConnMain.Execute(QStringLiteral("DELETE") +
+                     numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr));
+}
+
+/// Gives the order's number.
+qint64 writeHead(const WorkingOrder& order, const OrderTables& tables, const OrderNumber& number) {
+    WriteRecordset head(RsMain, allRows(tables.master), ConnMain);
+    head->AddNew();
+    if (number.kind != OrderNumber::Kind::Counter)
+        head->Fields(u"lng_TrxNr") = number.trxNr;
+    const qint64 trxNr = head->Fields(u"lng_TrxNr").toLong();
+    const qint64 bestellDatum = daysOf(order.detail(Detail::Datum));
+    const qint64 lieferDatum = daysOf(order.detail(Detail::Lieferung));
+    head->Fields(u"lng_KundenID") = order.lng_KundenID;
+    head->Fields(u"lng_KurierID") = order.lng_KurierID;
+    head->Fields(u"lng_BestellDatum") = bestellDatum;
+    head->Fields(u"date_BestellDatum") = Serial{double(bestellDatum)};
+    head->Fields(u"time_BestellZeit") = serialOf(order.detail(Detail::Bestellzeit));
+    head->Fields(u"dbl_BestellDatumNow") =
+        head->Fields(u"lng_BestellDatum").toDouble() + head->Fields(u"time_BestellZeit").toDouble();
+    head->Fields(u"time_Lieferzeit") = serialOf(order.detail(Detail::Lieferzeit));
+    head->Fields(u"txt_Konditionen") = order.detail(Detail::Konditionen);
+    head->Fields(u"lng_LieferDatum") = lieferDatum;
+    head->Fields(u"txt_LieferDatum") = common::formatDate(double(lieferDatum), u"DD/MM/YYYY");
+    head->Fields(u"dbl_SummeOhneMWSt") = order.total(TotalRow::Summe);
+    head->Fields(u"dbl_MWStBetrag") = order.total(TotalRow::MWSt1) + order.total(TotalRow::MWSt3);
+    head->Fields(u"dbl_TotalMitMWSt") = order.total(TotalRow::Total);
+    head->Update();
+    return trxNr;
+}
+
+void writeLine(const WorkingOrder& order, int row, qint64 trxNr, double moment) {
+    const auto cell = [&](int col) { return order.BestellungGrid.cell(row, col); };
+    RsMain.AddNew();
+    RsMain.Fields(u"dbl_TrxNr") = double(trxNr) + (row + 1) * kLineStep;
+    RsMain.Fields(u"lng_TrxNrMaster") = trxNr;
+    RsMain.Fields(u"lng_ProduktID") = cell(Col::ProduktID).toLong();
+    RsMain.Fields(u"flag_IsProdukt") = cell(Col::IsProdukt).toLong();
+    RsMain.Fields(u"lng_ExtraID") = cell(Col::ExtraID).toLong();
+    RsMain.Fields(u"dbl_Menge") = cell(Col::Anzahl);
+    RsMain.Fields(u"dbl_MengeIntern") = cell(Col::AnzahlIntern);
+    RsMain.Fields(u"txt_Stückelung") = cell(Col::Einheit);
+    RsMain.Fields(u"lng_Einheit") = cell(Col::EinheitAnzahl).toLong();
+    RsMain.Fields(u"txt_Ccy") = cell(Col::Ccy);
+    RsMain.Fields(u"dbl_PreisMitMWSt") = cell(Col::Preis);
+    RsMain.Fields(u"dbl_Rabatt") = cell(Col::Rabatt);
+    RsMain.Fields(u"dbl_MWStSatz") = cell(Col::MWSt);
+    RsMain.Fields(u"dbl_PreisOhneMWSt") = cell(Col::PreisOhneMWSt);
+    RsMain.Fields(u"dbl_BestellZeitDouble") = moment;
+    RsMain.Update();
+}
+
+void writeLines(const WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
+    const double moment =
+        double(daysOf(order.detail(Detail::Datum))) + serialOf(order.detail(Detail::Bestellzeit)).toDouble();
+    const WriteRecordset lines(RsMain, allRows(tables.details), ConnMain);
+    for (int row = 0; row < order.BestellungGrid.rows(); ++row)
+        if (!order.BestellungGrid.text(row, Col::Bezeichnung).isEmpty())
+            writeLine(order, row, trxNr, moment);
+}
+
+/// A line as stored, and the row that it belongs to.
+struct OrderLine {
+    int row = 0;
+    bool isProdukt = false;
+    qint64 lng_ProduktID = 0, lng_ExtraID = 0;
+    /// Column of the cell table and what goes into it.
+    std::vector<std::pair<int, Value>> cells;
+};
+
+OrderLine readLine(store::Recordset& line) {
+    OrderLine result;
+    const double place = line.Fields(u"dbl_TrxNr").toDouble() - line.Fields(u"lng_TrxNrMaster").toDouble();
+    result.row = int(std::lround(place / kLineStep)) - 1;
+    result.isProdukt = line.Fields(u"flag_IsProdukt").Value().isTrue();
+    result.lng_ProduktID = line.Fields(u"lng_ProduktID").toLong();
+    result.lng_ExtraID = line.Fields(u"lng_ExtraID").toLong();
+    static const std::pair<int, QString> columns[] = {
+        {Col::Anzahl, QStringLiteral("dbl_Menge")},
+        {Col::AnzahlIntern, QStringLiteral("dbl_MengeIntern")},
+        {Col::Einheit, QStringLiteral(u"txt_Stückelung")},
+        {Col::EinheitAnzahl, QStringLiteral("lng_Einheit")},
+        {Col::Ccy, QStringLiteral("txt_Ccy")},
+        {Col::Preis, QStringLiteral("dbl_PreisMitMWSt")},
+        {Col::Rabatt, QStringLiteral("dbl_Rabatt")},
+        {Col::MWSt, QStringLiteral("dbl_MWStSatz")},
+        {Col::PreisOhneMWSt, QStringLiteral("dbl_PreisOhneMWSt")}};
+    for (const auto& [col, column] : columns)
+        result.cells.emplace_back(col, line.Fields(column).Value());
+    return result;
+}
+
+void showLine(WorkingOrder& order, const OrderLine& line) {
+    platform::CellTable& grid = order.BestellungGrid;
+    grid.setCell(line.row, Col::Kurzzeichen,
+                 line.isProdukt ? modProdukte::GetProduktKurzzeichen(line.lng_ProduktID) : QString());
+    grid.setCell(line.row, Col::Bezeichnung,
+                 line.isProdukt ? modProdukte::GetProduktName(line.lng_ProduktID)
+                                : modProdukteExtras::GetExtraName(line.lng_ExtraID));
+    for (const auto& [col, value] : line.cells)
+        grid.setCell(line.row, col, value);
+    grid.setCell(line.row, Col::ProduktID, line.lng_ProduktID);
+    grid.setCell(line.row, Col::IsProdukt, line.isProdukt ? 1 : 0);
+    grid.setCell(line.row, Col::ExtraID, line.lng_ExtraID);
+}
+
+/// "18:05", with the seconds where there are any.
+QString timeText(const Value& time) {
+    const QString text = time.toText();
+    return text.size() == 8 && text.endsWith(QLatin1String(":00")) ? text.left(5) : text;
+}
+
+} // namespace
+
+const OrderTables& BookedOrders() {
+    static const OrderTables tables = {QStringLiteral("tbl_Auftragswesen_Bestellungen_Master"),
+                                       QStringLiteral("tbl_Auftragswesen_Bestellungen_Details")};
+    return tables;
+}
+
+const OrderTables& PreOrders() {
+    static const OrderTables tables = {QStringLiteral("tbl_Auftragswesen_Vorbestellungen_Master"),
+                                       QStringLiteral("tbl_Auftragswesen_Vorbestellungen_Details")};
+    return tables;
+}
+
+qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
+    store::Transaction transaction(ConnMain);
+    // Inside the transaction, so that a booked order is never lost between its deletion and its new writing.
+    if (number.kind == OrderNumber::Kind::Rewrite)
+        deleteOrder(tables, number.trxNr);
+    const qint64 trxNr = writeHead(order, tables, number);
+    writeLines(order, tables, trxNr);
+    transaction.commit();
+    return trxNr;
+}
+
+std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
+    OpenRecordset row(
+        RsMain, QStringLiteral("SELECT *") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr),
+        ConnMain);
+    if (row->Eof())
+        return std::nullopt;
+    OrderHead head;
+    head.lng_TrxNr = row->Fields(u"lng_TrxNr").toLong();
+    head.lng_KundenID = row->Fields(u"lng_KundenID").toLong();
+    head.lng_KurierID = row->Fields(u"lng_KurierID").toLong();
+    head.lng_BestellDatum = row->Fields(u"lng_BestellDatum").toLong();
+    head.lng_LieferDatum = row->Fields(u"lng_LieferDatum").toLong();
+    head.time_BestellZeit = row->Fields(u"time_BestellZeit").Value();
+    head.time_Lieferzeit = row->Fields(u"time_Lieferzeit").Value();
+    head.txt_Konditionen = row->Fields(u"txt_Konditionen").text();
+    head.dbl_SummeOhneMWSt = row->Fields(u"dbl_SummeOhneMWSt").toDouble();
+    head.dbl_MWStBetrag = row->Fields(u"dbl_MWStBetrag").toDouble();
+    head.dbl_TotalMitMWSt = row->Fields(u"dbl_TotalMitMWSt").toDouble();
+    return head;
+}
+
+void ShowHead(WorkingOrder& order, const OrderHead& head) {
+    order.setDetail(Detail::Datum, common::formatDate(double(head.lng_BestellDatum), u"DD/MM/YYYY"));
+    order.setDetail(Detail::Bestellzeit, timeText(head.time_BestellZeit));
+    order.setDetail(Detail::Lieferzeit, timeText(head.time_Lieferzeit));
+    order.setDetail(Detail::Konditionen, head.txt_Konditionen);
+    order.setDetail(Detail::Lieferung, common::formatDate(double(head.lng_LieferDatum), u"DD/MM/YYYY"));
+    // The total's place is found when the totals are derived from the lines.
+    order.BestellungTotalGrid.setCell(TotalRow::Summe, kTotalAmount, head.dbl_SummeOhneMWSt);
+    order.BestellungTotalGrid.setCell(TotalRow::MWSt1, kTotalAmount, head.dbl_MWStBetrag);
+    order.BestellungTotalGrid.setCell(TotalRow::MWSt3, kTotalAmount, head.dbl_TotalMitMWSt);
+}
+
+void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
+    std::vector<OrderLine> lines;
+    {
+        OpenRecordset rows(RsMain,
+                           QStringLiteral("SELECT *") +
+                               numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr),
+                           ConnMain);
+        for (; !rows->Eof(); rows->MoveNext())
+            lines.push_back(readLine(RsMain));
+    }
+    // After closing: the names are looked up through the same recordset.
+    for (const OrderLine& line : lines)
+        if (line.row >= 0 && line.row < order.BestellungGrid.rows())
+            showLine(order, line);
+}
+
+} // namespace orders

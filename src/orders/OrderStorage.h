@@ -1,0 +1,54 @@
+#pragma once
+#include "common/Value.h"
+#include "orders/WorkingOrder.h"
+#include <QString>
+#include <optional>
+
+/// How an order stands in the store: a head and its lines, in one of two pairs of tables with the same
+/// columns.
+namespace orders {
+
+struct OrderTables {
+    QString master;
+    QString details;
+};
+
+/// Booked orders; the number is the transaction number.
+const OrderTables& BookedOrders();
+/// Pre-orders; the number is the head table's own counter.
+const OrderTables& PreOrders();
+
+/// How the number of a written order comes about.
+struct OrderNumber {
+    enum class Kind { New, Rewrite, Counter };
+    Kind kind;
+    qint64 trxNr = 0;
+
+    static OrderNumber New(qint64 trxNr) { return {Kind::New, trxNr}; }
+
+    /// What stands under the number goes, in the same transaction.
+    static OrderNumber Rewrite(qint64 trxNr) { return {Kind::Rewrite, trxNr}; }
+
+    /// The head table counts by itself.
+    static OrderNumber Counter() { return {Kind::Counter, 0}; }
+};
+
+/// Writes head and lines in one transaction, all or nothing, and gives the number. Throws kTypeMismatch for
+/// cells that hold no date where one is stored.
+qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
+
+/// The head as stored.
+struct OrderHead {
+    qint64 lng_TrxNr = 0, lng_KundenID = 0, lng_KurierID = 0, lng_BestellDatum = 0, lng_LieferDatum = 0;
+    common::Value time_BestellZeit, time_Lieferzeit;
+    QString txt_Konditionen;
+    double dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, dbl_TotalMitMWSt = 0;
+};
+
+std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr);
+/// Dates, times, conditions and totals into the cells; keys, number and customer are the caller's.
+void ShowHead(WorkingOrder& order, const OrderHead& head);
+/// Each line into the row that its number tells, with the names of today.
+void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr);
+
+} // namespace orders

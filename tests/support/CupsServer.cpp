@@ -213,7 +213,7 @@ QString CupsServer::waitForPdf(const QString& name, int jobs) {
 }
 
 QString pdfText(const QString& path) {
-    return output(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, path, u"-"_s});
+    return output(u"pdftotext"_s, {u"-raw"_s, u"-enc"_s, u"UTF-8"_s, path, u"-"_s});
 }
 
 PdfPages pdfPages(const QString& path) {

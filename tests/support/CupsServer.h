@@ -54,7 +54,7 @@ class CupsServer {
     QByteArray m_formerServer;
 };
 
-/// The text of a PDF file in reading order.
+/// The text of a PDF file in the order it was drawn, pages ended by a form feed.
 QString pdfText(const QString& path);
 
 /// Pages and size in points of its first page.

@@ -2,10 +2,12 @@
 #include "common/Guard.h"
 #include "platform/ui/ReportPrinting.h"
 #include <QAction>
+#include <QGraphicsView>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPrintPreviewWidget>
 #include <QScreen>
+#include <QScrollBar>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +31,9 @@ PreviewWindow::PreviewWindow(ReportDocument report, QString printerName, Dialogs
     common::connectGuarded(m_preview, &QPrintPreviewWidget::paintRequested, this,
                            [this](QPrinter* device) { m_report.print(*device); });
     common::connectGuarded(m_preview, &QPrintPreviewWidget::previewChanged, this, [this] { showPosition(); });
+    // Scrolling to another page is told by the scroll bar only.
+    const QScrollBar* bar = m_preview->findChild<QGraphicsView*>()->verticalScrollBar();
+    common::connectGuarded(bar, &QScrollBar::valueChanged, this, [this] { showPosition(); });
     startSize();
     m_preview->setFocus();
 }
@@ -101,10 +106,12 @@ void PreviewWindow::fitWidth() {
 
 void PreviewWindow::previousPage() {
     m_preview->setCurrentPage(m_preview->currentPage() - 1);
+    showPosition();
 }
 
 void PreviewWindow::nextPage() {
     m_preview->setCurrentPage(m_preview->currentPage() + 1);
+    showPosition();
 }
 
 void PreviewWindow::showPosition() {

@@ -101,7 +101,8 @@ void ReportDocument::drawPage(QPainter& painter, QTextDocument& document, int pa
     // Black on white, whatever the colours of the screen.
     QAbstractTextDocumentLayout::PaintContext context;
     context.palette.setColor(QPalette::Text, Qt::black);
-    context.clip = view;
+    // A line that begins where the page ends belongs to the next one.
+    context.clip = view.adjusted(0, 0, 0, -1);
     document.documentLayout()->draw(&painter, context);
     painter.restore();
     if (m_report.page.isRoll())

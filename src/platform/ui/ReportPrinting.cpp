@@ -52,10 +52,9 @@ bool printOn(const QString& printerName, const ReportDocument& report, Dialogs& 
             failure = handOver(printerName, report);
         if (failure.isEmpty())
             return true;
-        const QString text =
-            QStringList{failure, consolation, u"Soll der Druck wiederholt werden?"_s}.join(u"\n\n"_s);
-        if (dialogs.MsgBox(QString(text).replace(u"\n\n\n\n"_s, u"\n\n"_s), kRetryCancel + kStop,
-                           report.title()) != kAnswerRetry)
+        QStringList text{failure, consolation, u"Soll der Druck wiederholt werden?"_s};
+        text.removeAll(QString());
+        if (dialogs.MsgBox(text.join(u"\n\n"_s), kRetryCancel + kStop, report.title()) != kAnswerRetry)
             return false;
     }
 }

@@ -1,0 +1,292 @@
+#include "install/Installer.h"
+#include "platform/ui/CupsPrinters.h"
+#include "platform/ui/QtReportControl.h"
+#include "platform/ui/ReportDocument.h"
+#include "store/Recordset.h"
+#include "tests/platform/ReportSample.h"
+#include "tests/support/CupsServer.h"
+#include "tests/support/TestDialogs.h"
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using platform::QtReportControl;
+using platform::ReportData;
+
+namespace {
+
+QString templatePath(int number) {
+    return QStringLiteral(TAVOLINO_SOURCE_DIR) + u"/reports/rep_report%1.rpt"_s.arg(number);
+}
+
+QString saved(const ReportData& data, int number, const QTemporaryDir& folder) {
+    const QString path = folder.filePath(u"slip.pdf"_s);
+    platform::saveAsPdf(platform::ReportDocument(platform::ReportTemplate(templatePath(number)).fill(data)),
+                        path);
+    return path;
+}
+
+/// What the page shows, blanks and line ends folded: wrapping is the layout's affair.
+QString folded(const QString& path) {
+    return test::pdfText(path).simplified();
+}
+
+class ReportPrintingTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(m_server.started()) << m_server.failure().toStdString();
+        install::installDatabases(m_folder.path());
+        m_dataFile = m_folder.filePath(u"Data/DB_PRINT_Tavolino.mdb"_s);
+        ASSERT_TRUE(QFile::exists(m_dataFile));
+        store(test::slipSample());
+        m_server.addQueue(u"Kueche"_s);
+        m_server.addQueue(u"Haupt"_s);
+        m_server.setDefault(u"Haupt"_s);
+        ASSERT_TRUE(m_server.started()) << m_server.failure().toStdString();
+    }
+
+    void store(const ReportData& data) {
+        store::Connection connection;
+        connection.Open(u"Data Source="_s + m_dataFile + u";"_s);
+        for (const auto& [table, rows] : data.tables) {
+            connection.Execute(u"DELETE * FROM "_s + table);
+            store::Recordset recordset;
+            store::WriteRecordset target(recordset, table, connection);
+            for (const auto& row : rows) {
+                target->AddNew();
+                for (const auto& [column, text] : row)
+                    target->Fields(column) = common::Value(text);
+                target->Update();
+            }
+        }
+    }
+
+    void print(QtReportControl& control, const QString& printer, const QString& report) {
+        control.ReportFileName = report;
+        control.DataFile = m_dataFile;
+        control.PrinterName = printer;
+        control.WindowTitle = u"Auftragsschein"_s;
+        control.PrintReport();
+    }
+
+    void print(const QString& printer, const QString& report = templatePath(1)) {
+        QtReportControl control(m_dialogs);
+        print(control, printer, report);
+    }
+
+    test::CupsServer m_server;
+    QTemporaryDir m_folder;
+    QString m_dataFile;
+    test::TestDialogs m_dialogs;
+};
+
+} // namespace
+
+TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrder) {
+    const QStringList expected{u"10482"_s,
+                               u"3071"_s,
+                               u"MK"_s,
+                               u"14/03/2026"_s,
+                               u"18:42"_s,
+                               u"19:27"_s,
+                               u"Lieferzeit ca."_s,
+                               u"CHE-123.456.789 MWST"_s,
+                               u"Bar"_s,
+                               u"15/03/2026"_s,
+                               u"Müller & Söhne AG"_s,
+                               u"8952 Schlieren"_s,
+                               u"044 730 11 22"_s,
+                               u"Pizza Margherita"_s,
+                               u"Rohschinken San Daniele"_s,
+                               u"<klein>"_s,
+                               u"12"_s,
+                               u"33.00"_s,
+                               u"54.00"_s,
+                               u"CHF"_s,
+                               u"16.70"_s,
+                               u"190.30"_s,
+                               u"MWSt 8.1 %"_s,
+                               u"14.73"_s,
+                               u"MWSt 2.6 %"_s,
+                               u"10.72"_s,
+                               u"Wir danken für Ihre Bestellung!"_s};
+    for (int number = 1; number <= 4; ++number) {
+        print(u"Kueche"_s, templatePath(number));
+        const QString pdf = m_server.waitForPdf(u"Kueche"_s, number);
+        ASSERT_FALSE(pdf.isEmpty()) << "template " << number;
+        const QString text = folded(pdf);
+        for (const QString& part : expected)
+            EXPECT_TRUE(text.contains(part)) << "template " << number << " lacks " << part.toStdString();
+    }
+    EXPECT_TRUE(m_dialogs.said.isEmpty());
+}
+
+TEST_F(ReportPrintingTest, PaperArrivesAsDesigned) {
+    const struct {
+        int number;
+        double width;
+        double height; // 0: a roll
+    } cases[] = {{1, 595, 842}, {2, 420, 595}, {3, 227, 0}, {4, 227, 0}};
+
+    int jobs = 0;
+    for (const auto& one : cases) {
+        print(u"Kueche"_s, templatePath(one.number));
+        const test::PdfPages pages = test::pdfPages(m_server.waitForPdf(u"Kueche"_s, ++jobs));
+        EXPECT_EQ(pages.count, 1) << one.number;
+        EXPECT_NEAR(pages.width, one.width, 1.5) << one.number;
+        if (one.height > 0) {
+            EXPECT_NEAR(pages.height, one.height, 1.5) << one.number;
+        }
+    }
+}
+
+TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
+    const struct {
+        QString name;
+        const char* says;
+        std::function<void()> mend;
+    } cases[] = {
+        {u"Pause"_s, "ist angehalten", [this] { m_server.resume(u"Pause"_s); }},
+        {u"Ablehnend"_s, "nimmt keine Aufträge an", [this] { m_server.accept(u"Ablehnend"_s); }},
+        {u"Fehlend"_s, "ist nicht vorhanden", [this] { m_server.addQueue(u"Fehlend"_s); }},
+    };
+
+    m_server.addQueue(u"Pause"_s);
+    m_server.pause(u"Pause"_s);
+    m_server.addQueue(u"Ablehnend"_s);
+    m_server.reject(u"Ablehnend"_s);
+    for (const auto& one : cases) {
+        m_dialogs.said.clear();
+        m_dialogs.answer(platform::kAnswerRetry);
+        m_dialogs.answer(platform::kAnswerRetry, one.mend);
+        print(one.name);
+        ASSERT_EQ(m_dialogs.said.size(), 2) << one.name.toStdString();
+        const auto said = m_dialogs.last();
+        EXPECT_TRUE(
+            said.text.contains(u"Der Drucker \"%1\" %2."_s.arg(one.name, QString::fromUtf8(one.says))))
+            << said.text.toStdString();
+        EXPECT_TRUE(said.text.contains(u"Der Auftrag ist bereits gespeichert."_s));
+        EXPECT_EQ(said.style, platform::kRetryCancel + platform::kStop);
+        EXPECT_EQ(said.title, u"Auftragsschein"_s);
+        EXPECT_FALSE(m_server.waitForPdf(one.name).isEmpty()) << one.name.toStdString();
+    }
+    EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0) << "the default printer stepped in";
+}
+
+TEST_F(ReportPrintingTest, CancelPrintsNowhere) {
+    for (const QString& name : {u"Gibtsnicht"_s, u""_s}) {
+        m_dialogs.said.clear();
+        m_dialogs.answer(platform::kAnswerCancel);
+        print(name);
+        EXPECT_EQ(m_dialogs.said.size(), 1) << name.toStdString();
+    }
+    EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0);
+}
+
+TEST_F(ReportPrintingTest, RefusedJobIsNoticed) {
+    m_server.denyUser(u"Kueche"_s);
+    m_dialogs.answer(platform::kAnswerCancel);
+    print(u"Kueche"_s);
+    ASSERT_EQ(m_dialogs.said.size(), 1);
+    EXPECT_TRUE(m_dialogs.last().text.contains(u"hat den Druck nicht angenommen"_s))
+        << m_dialogs.last().text.toStdString();
+}
+
+TEST_F(ReportPrintingTest, BrokenReportOrDataIsToldAndReturns) {
+    const QString broken = m_folder.filePath(u"rep_broken.rpt"_s);
+    QFile file(broken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<html>{{#ZusatzInfo}}");
+    file.close();
+    QtReportControl control(m_dialogs);
+    print(control, u"Kueche"_s, broken);
+    print(control, u"Kueche"_s, m_folder.path() + u"\\Reports\\rep_fehlt.rpt"_s);
+    m_dataFile = m_folder.filePath(u"fehlt.mdb"_s);
+    print(control, u"Kueche"_s, templatePath(1));
+    ASSERT_EQ(m_dialogs.said.size(), 3);
+    EXPECT_TRUE(m_dialogs.said[0].text.contains(u"\"rep_broken.rpt\" ist nicht verwendbar"_s));
+    EXPECT_TRUE(m_dialogs.said[1].text.contains(u"\"rep_fehlt.rpt\" wurde nicht gefunden"_s));
+    for (const auto& said : m_dialogs.said)
+        EXPECT_EQ(said.style, platform::kOk + platform::kStop);
+    EXPECT_EQ(m_server.finishedJobs(u"Kueche"_s), 0);
+}
+
+TEST_F(ReportPrintingTest, PrintersAndTheOwnDefault) {
+    platform::CupsPrinters printers;
+    QStringList names;
+    for (const platform::Printer& printer : printers.all())
+        names << printer.DeviceName;
+    EXPECT_EQ(names, (QStringList{u"Haupt"_s, u"Kueche"_s}));
+    EXPECT_EQ(printers.defaultPrinter().DeviceName, u"Haupt"_s);
+    EXPECT_TRUE(printers.defaultPrinter().Port.startsWith(u"file:"_s));
+    printers.setDefaultPrinter({u"Kueche"_s, {}, {}});
+    EXPECT_EQ(printers.defaultPrinter().DeviceName, u"Kueche"_s);
+    EXPECT_EQ(platform::CupsPrinters().defaultPrinter().DeviceName, u"Haupt"_s);
+}
+
+TEST(ReportLayoutTest, RollIsAsLongAsItsText) {
+    const QTemporaryDir folder;
+    for (int number : {3, 4}) {
+        const double once = test::pdfPages(saved(test::longSlipSample(12), number, folder)).height;
+        const test::PdfPages twice = test::pdfPages(saved(test::longSlipSample(24), number, folder));
+        const test::PdfPages thrice = test::pdfPages(saved(test::longSlipSample(36), number, folder));
+        EXPECT_EQ(thrice.count, 1);
+        EXPECT_GT(twice.height, once + 12 * 9);
+        EXPECT_NEAR(thrice.height - twice.height, twice.height - once, 4) << "paper beyond the text";
+        EXPECT_TRUE(folded(folder.filePath(u"slip.pdf"_s)).contains(u"Wir danken für Ihre Bestellung!"_s));
+    }
+}
+
+TEST(ReportLayoutTest, LongOrderFillsPagesWithHeadingsAndNumbers) {
+    const QTemporaryDir folder;
+    for (int number : {1, 2}) {
+        const QString path = saved(test::longSlipSample(100), number, folder);
+        const QString text = test::pdfText(path);
+        const int pages = test::pdfPages(path).count;
+        EXPECT_GT(pages, 1);
+        EXPECT_EQ(text.count(u"Bezeichnung"_s),
+                  pages - (text.split(u'\f').at(pages - 1).contains(u"Menge"_s) ? 0 : 1));
+        for (int page = 1; page <= pages; ++page)
+            EXPECT_TRUE(text.contains(u"Seite %1 von %2"_s.arg(page).arg(pages)));
+        EXPECT_EQ(text.count(u"Tiramisù"_s), 8 + 1) << "eight lines and the advertising";
+    }
+}
+
+TEST(ReportLayoutTest, LongWordPushesNoAmountOff) {
+    const QTemporaryDir folder;
+    ReportData data = test::longSlipSample(1);
+    const QString word = QString(70, u'W');
+    for (auto& [column, text] : data.tables[u"BestellReport"_s][0]) {
+        if (column == u"Bezeichnung"_s)
+            text = word;
+    }
+    for (int number = 1; number <= 4; ++number) {
+        const QString text = folded(saved(data, number, folder));
+        EXPECT_TRUE(text.contains(u"33.00"_s)) << number;
+        EXPECT_EQ(text.count(u'W'), 70 + folded(saved(test::longSlipSample(1), number, folder)).count(u'W'))
+            << number;
+    }
+}
+
+TEST(ReportLayoutTest, ZeroPriceLineAndGapPrintNoAmount) {
+    const QTemporaryDir folder;
+    ReportData data = test::slipSample();
+    auto& rows = data.tables[u"BestellReport"_s];
+    rows = {rows[1], rows[5], rows[10]};
+    for (int number = 1; number <= 4; ++number) {
+        const QString text = folded(saved(data, number, folder));
+        EXPECT_TRUE(text.contains(u"Knoblauch"_s) && text.contains(u"Gutschein Stammkunde"_s))
+            << number << text.toStdString();
+        EXPECT_FALSE(text.contains(u"0.00"_s)) << number << text.toStdString();
+    }
+}
+
+TEST(ReportLayoutTest, OrderWithoutLinesHasItsHead) {
+    const QTemporaryDir folder;
+    ReportData data = test::slipSample();
+    data.tables[u"BestellReport"_s].clear();
+    for (int number = 1; number <= 4; ++number)
+        EXPECT_TRUE(folded(saved(data, number, folder)).contains(u"10482"_s)) << number;
+}

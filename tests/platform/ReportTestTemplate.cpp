@@ -1,0 +1,130 @@
+#include "common/RunTimeError.h"
+#include "platform/ReportTemplate.h"
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using platform::ReportData;
+using platform::ReportTemplate;
+
+namespace {
+
+class ReportTemplateTest : public testing::Test {
+  protected:
+    QString write(const QByteArray& text) {
+        const QString path = m_folder.filePath(u"rep_test.rpt"_s);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return path;
+    }
+
+    QString fill(const QByteArray& text, const ReportData& data) {
+        return ReportTemplate(write(text)).fill(data).html;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+const ReportData& oneLine() {
+    static const ReportData data{{{u"T"_s,
+                                   {{{u"Preis/Stk"_s, u"16.50"_s},
+                                     {u"PreisOhneMWSt/Total"_s, u"32.16"_s},
+                                     {u"MWSt-Nr"_s, u"CHE-1"_s},
+                                     {u"Zwei Worte"_s, u"ja"_s},
+                                     {u"Stückelung"_s, u"Dose"_s},
+                                     {u"Anzahl"_s, u"2.00"_s},
+                                     {u"Halb"_s, u"0.50"_s},
+                                     {u"Text"_s, u"v1.0"_s},
+                                     {u"Null"_s, u"0.00"_s},
+                                     {u"Leer"_s, u""_s},
+                                     {u"Böse"_s, u"<b>\"R&D\"</b> {{Anzahl}}"_s},
+                                     {u"Adresse"_s, u"Eins\r\nZwei\nDrei\rVier\r\n"_s}}}}}};
+    return data;
+}
+
+} // namespace
+
+TEST_F(ReportTemplateTest, FillsColumnsOfAnyName) {
+    const struct {
+        const char* tag;
+        const char* expected;
+    } cases[] = {
+        {"{{Preis/Stk}}", "16.50"},
+        {"{{PreisOhneMWSt/Total}}", "32.16"},
+        {"{{MWSt-Nr}}", "CHE-1"},
+        {"{{ Zwei Worte }}", "ja"},
+        {"{{Stückelung}}", "Dose"},
+        {"{{#Preis/Stk}}da{{/Preis/Stk}}", "da"},
+        {"{{^Preis/Stk}}leer{{/Preis/Stk}}", ""},
+        {"{{#Leer}}da{{/Leer}}{{^Leer}}leer{{/Leer}}", "leer"},
+        {"{{#Null}}da{{/Null}}{{#Null?}}mehr{{/Null?}}", "da"},
+        {"{{#Halb?}}mehr{{/Halb?}}{{#Leer?}}mehr{{/Leer?}}", "mehr"},
+        {"{{Anzahl:kurz}} {{Halb:kurz}} {{Null:kurz}} {{Text:kurz}}", "2 0.5 0 v1.0"},
+        {"{{Böse}}", "&lt;b&gt;&quot;R&amp;D&quot;&lt;/b&gt; {{Anzahl}}"},
+        {"{{Adresse}}", "Eins<br>Zwei<br>Drei<br>Vier"},
+    };
+
+    for (const auto& one : cases) {
+        const QByteArray text = QByteArray("{{#T}}") + one.tag + "{{/T}}";
+        EXPECT_EQ(fill(text, oneLine()).toStdString(), one.expected) << one.tag;
+    }
+}
+
+TEST_F(ReportTemplateTest, FirstValueSkipsEmptyRows) {
+    const ReportData gapFirst{
+        {{u"T"_s, {{{u"CCy"_s, u""_s}}, {{u"CCy"_s, u"CHF"_s}}, {{u"CCy"_s, u"EUR"_s}}}}, {u"Kein"_s, {}}}};
+    EXPECT_EQ(fill("{{T:erste.CCy}}|{{Kein:erste.CCy}}|{{#Kein}}x{{/Kein}}", gapFirst), u"CHF||"_s);
+}
+
+TEST_F(ReportTemplateTest, NamesTheTablesItNeeds) {
+    const ReportTemplate report(
+        write("<meta name=\"Fuss\" content=\"{{Z:erste.Nr}}\">{{#A}}{{#x?}}1{{/x?}}{{/A}}{{^ B }}{{/B}}"));
+    EXPECT_EQ(report.sections(), (QStringList{u"A"_s, u"x?"_s, u"B"_s, u"Z"_s}));
+}
+
+TEST_F(ReportTemplateTest, ReadsPaperAndMargins) {
+    const struct {
+        const char* paper;
+        QSizeF size;
+    } cases[] = {{"A4", {210, 297}},
+                 {"A4 quer", {297, 210}},
+                 {"A5", {148, 210}},
+                 {"Rolle 80", {80, 0}},
+                 {"Rolle 58", {58, 0}}};
+
+    for (const auto& one : cases) {
+        const QByteArray text = QByteArray("<meta name=\"Seite\" content=\"") + one.paper +
+                                "\"><meta name=\"Rand\" content=\"1 2 3 4.5\">x";
+        const platform::ReportPage page = ReportTemplate(write(text)).fill({}).page;
+        EXPECT_EQ(page.size, one.size) << one.paper;
+        EXPECT_EQ(page.margins, QMarginsF(4.5, 1, 2, 3)) << one.paper;
+    }
+}
+
+TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
+    const struct {
+        const char* text;
+        const char* partOfSentence;
+    } cases[] = {
+        {"", "ist nicht verwendbar: sie ist leer"},
+        {"{{#T}}offen", "Platzhalter sind fehlerhaft"},
+        {"{{#T}}{{/U}}", "Platzhalter sind fehlerhaft"},
+        {"zu{{", "Platzhalter sind fehlerhaft"},
+        {"<meta name=\"Seite\" content=\"A9\">x", "das Papier \"A9\" ist unbekannt"},
+        {"<meta name=\"Seite\" content=\"Rolle 80\"><meta name=\"Rand\" content=\"1 40 1 40\">x",
+         "keinen Platz"},
+    };
+
+    for (const auto& one : cases) {
+        try {
+            ReportTemplate report(write(one.text));
+            ADD_FAILURE() << "accepted: " << one.text;
+        } catch (const common::RunTimeError& error) {
+            EXPECT_TRUE(error.sentence().contains(QString::fromUtf8(one.partOfSentence)))
+                << error.sentence().toStdString();
+            EXPECT_TRUE(error.sentence().contains(u"rep_test.rpt"_s)) << one.text;
+        }
+    }
+}

@@ -1,0 +1,292 @@
+#include "common/Guard.h"
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/ui/DataGrid.h"
+#include "support/TestDialogs.h"
+#include "support/TestFirm.h"
+#include "support/TestFirmServices.h"
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using modVerwaltungTelefonbuch::PhoneBookEntry;
+using orders::Col;
+using platform::ui::CellGrid;
+using platform::ui::DataGrid;
+using test::TestFirm;
+
+namespace {
+
+class TestRegistry : public platform::RegistryStore {
+  public:
+    QString GetSetting(const QString&, const QString&, const QString&, const QString& fallback) override {
+        return fallback;
+    }
+
+    void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}
+};
+
+class TestPhoneBook : public telephony::PhoneBook {
+  public:
+    std::optional<PhoneBookEntry> FindPhoneBookEntry(const QString& number) override {
+        asked << number;
+        return entry;
+    }
+
+    QStringList asked;
+    std::optional<PhoneBookEntry> entry;
+};
+
+/// The order screen on the small firm, worked as a person would.
+class OrderScreenTest : public testing::Test {
+  protected:
+    OrderScreenTest() : screen({dialogs, navigation, registry, reports, printers}, phoneBook) {
+        screen.resize(1360, 600);
+        screen.show();
+        screen.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+    }
+
+    template <typename Widget> Widget* find(const char16_t* name) {
+        return screen.findChild<Widget*>(QString::fromUtf16(name));
+    }
+
+    void click(const char16_t* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+
+    bool enabled(const char16_t* name) { return find<QWidget>(name)->isEnabled(); }
+
+    /// Types on whatever has the focus, as the keyboard does.
+    void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+
+    void search(const QString& number) {
+        press(Qt::Key_F3);
+        type(number);
+        press(Qt::Key_Return);
+    }
+
+    QString cell(int row, int column) { return screen.order().BestellungGrid.text(row, column); }
+
+    /// Edits a cell of the head and says whether it was taken over.
+    QString editHead(orders::DetailCell cell, const QString& text) {
+        screen.order().BestellungDetailsGrid.endEdit(cell.row, cell.column, text);
+        return screen.order().detail(cell);
+    }
+
+    TestFirm firm;
+    test::TestDialogs dialogs;
+    test::TestNavigation navigation;
+    TestRegistry registry;
+    test::TestReports reports;
+    test::TestPrinters printers;
+    TestPhoneBook phoneBook;
+    frmAuftragswesenAuftragserfassung screen;
+};
+
+TEST_F(OrderScreenTest, AWholeOrderIsTakenWithoutTheMouse) {
+    search(u"0791234567"_s);
+    EXPECT_TRUE(find<QPlainTextEdit>(u"txt_KundenAdresse")->toPlainText().contains(u"Seestrasse 1"_s));
+    ASSERT_EQ(QApplication::focusWidget(), find<CellGrid>(u"BestellungGrid"));
+
+    type(u"10"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(0, Col::Bezeichnung), u"Pizza Hawaii"_s);
+    type(u"2"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(0, Col::Preis), u"33"_s);
+    type(u"w"_s);
+    press(Qt::Key_Return);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(1, Col::Bezeichnung), u"Wein"_s);
+
+    press(Qt::Key_F7);
+    ASSERT_EQ(QApplication::focusWidget(), find<DataGrid>(u"ProdukteGrid"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(2, Col::Bezeichnung), u"Pizza"_s);
+    press(Qt::Key_F8);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(3, Col::IsProdukt), u"0"_s);
+    EXPECT_EQ(cell(3, Col::ProduktID), QString::number(TestFirm::kMargherita));
+
+    dialogs.answer(platform::kAnswerNo);
+    press(Qt::Key_F12);
+    ASSERT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(dialogs.said[0].text, u"Wollen Sie die Bestellung drucken ?"_s);
+    EXPECT_EQ(TestFirm::value(
+                  u"SELECT lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = 1"_s),
+              u"1000"_s);
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Details"_s), 4);
+    EXPECT_EQ(screen.order().detail(orders::Detail::AuftragsNr), u"1001"_s);
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u""_s);
+    EXPECT_EQ(QApplication::focusWidget(), find<QLineEdit>(u"txt_SucheTelefonNummer"));
+}
+
+TEST_F(OrderScreenTest, TheTelephoneFieldTakesDigitsOnly) {
+    press(Qt::Key_F3);
+    type(u"a0'7%9 1-x"_s);
+    EXPECT_EQ(find<QLineEdit>(u"txt_SucheTelefonNummer")->text(), u"0791"_s);
+    find<QLineEdit>(u"txt_SucheTelefonNummer")->setText(u"   "_s);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(phoneBook.asked.isEmpty());
+    search(u"99999999999999999999"_s);
+    EXPECT_EQ(phoneBook.asked, QStringList{u"99999999999999999999"_s});
+}
+
+TEST_F(OrderScreenTest, AnUnknownCallerIsCapturedQuickly) {
+    phoneBook.entry =
+        PhoneBookEntry{u"O'Neill"_s, u"Zoë"_s, u"Dorfstr. 3"_s, u"8001"_s, u"Zürich"_s, {}, {}, {}};
+    search(u"0441112233"_s);
+    EXPECT_TRUE(find<QWidget>(u"box_SchnellerfassungKunde")->isVisible());
+    EXPECT_EQ(find<QLineEdit>(u"txt_KundenTelefonnummer")->text(), u"0441112233"_s);
+    for (const char16_t* field : {u"txt_KundenName", u"txt_KundenVorname", u"txt_KundenStrasse",
+                                  u"txt_KundenPLZ", u"txt_KundenOrt", u"txt_KundenZusatz"}) {
+        EXPECT_EQ(QApplication::focusWidget(), find<QWidget>(field))
+            << QString::fromUtf16(field).toStdString();
+        press(Qt::Key_Return);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), find<QWidget>(u"cmd_ClientSave"));
+    find<QLineEdit>(u"txt_KundenName")->setText(u"  "_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(dialogs.last().text, u"Bitte geben Sie einen Namen ein."_s);
+    EXPECT_EQ(dialogs.last().title, u"Fehlende Eingabe"_s);
+    find<QLineEdit>(u"txt_KundenName")->setText(u"O'Neill"_s);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(find<QWidget>(u"box_SchnellerfassungKunde")->isVisible());
+    EXPECT_TRUE(screen.order().KundenAdresse().contains(u"O'Neill Zoë"_s));
+    EXPECT_EQ(TestFirm::value(u"SELECT dbl_Telefon FROM tbl_Verwaltung_Kunden WHERE txt_Name = 'O''Neill'"_s),
+              u"441112233"_s);
+    EXPECT_TRUE(enabled(u"cmdSave"));
+
+    click(u"cmdCleanMask");
+    find<QLineEdit>(u"txt_SucheTelefonNummer")->setText(u""_s);
+    click(u"cmdKundeSchnellerfassung");
+    EXPECT_EQ(dialogs.last().text, u"Geben Sie zuerst eine Telefon Nummer ein."_s);
+    find<QLineEdit>(u"txt_SucheTelefonNummer")->setText(u"441112233"_s);
+    click(u"cmdKundeSchnellerfassung");
+    EXPECT_EQ(dialogs.last().text, u"Diese Telefon Nummer existiert bereits."_s);
+}
+
+TEST_F(OrderScreenTest, TakingACallPreparesTheOrderOrTheCapture) {
+    screen.takeCall(u"0799999999"_s);
+    EXPECT_EQ(screen.order().lng_KundenID, TestFirm::kBruno);
+    EXPECT_TRUE(enabled(u"cmdSave"));
+    screen.takeCall(u"0445556677"_s);
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u""_s);
+    EXPECT_FALSE(enabled(u"cmdSave"));
+    EXPECT_TRUE(find<QWidget>(u"box_SchnellerfassungKunde")->isVisible());
+    EXPECT_EQ(find<QLineEdit>(u"txt_KundenTelefonnummer")->text(), u"0445556677"_s);
+    EXPECT_EQ(QApplication::focusWidget(), find<QWidget>(u"txt_KundenName"));
+    screen.takeCall(u"abc"_s);
+    EXPECT_EQ(dialogs.last().title, u"Ungültige Telefonnummer"_s);
+}
+
+TEST_F(OrderScreenTest, TheHeadRefusesWhatIsNoDateOrCourier) {
+    search(u"0791234567"_s);
+    const QString time = screen.order().detail(orders::Detail::Lieferzeit);
+    EXPECT_EQ(editHead(orders::Detail::Lieferzeit, u"25:00"_s), time);
+    EXPECT_EQ(editHead(orders::Detail::Lieferzeit, u"19:45"_s), u"19:45"_s);
+    EXPECT_EQ(editHead(orders::Detail::Lieferung, u"31/02"_s), u"15/05/2026"_s);
+    EXPECT_EQ(editHead(orders::Detail::Kurier, u"' OR '1'='1"_s), u""_s);
+    click(u"cmdSave");
+    EXPECT_EQ(dialogs.last().text, u"Bitte wählen Sie einen Kurier."_s);
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 0);
+    EXPECT_EQ(editHead(orders::Detail::Lieferung, u"20/05/2026"_s), u"20/05/2026"_s);
+    click(u"cmdSave");
+    EXPECT_EQ(dialogs.last().title, u"Vorbestellung"_s);
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u"1"_s) << "nothing stored, nothing cleared";
+}
+
+TEST_F(OrderScreenTest, BookedOrdersAreLoadedChangedDeletedAndSteppedThrough) {
+    for (const char16_t* code : {u"10", u"1"}) {
+        search(u"0791234567"_s);
+        screen.order().BestellungGrid.endEdit(0, Col::Kurzzeichen, QString::fromUtf16(code));
+        dialogs.answer(platform::kAnswerNo);
+        click(u"cmdSave");
+    }
+    auto* number = find<QLineEdit>(u"txt_AuftragsNr");
+    click(u"cmdPreviousTrx");
+    EXPECT_EQ(number->text(), u"1000"_s);
+    EXPECT_EQ(cell(0, Col::Bezeichnung), u"Pizza Hawaii"_s);
+    click(u"cmdPreviousTrx");
+    EXPECT_EQ(number->text(), u"1000"_s);
+    press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(number->text(), u"1001"_s);
+    number->clear();
+    click(u"cmdNextTrx");
+    EXPECT_EQ(number->text(), u"1001"_s);
+    EXPECT_TRUE(enabled(u"cmdVerwaltungSave") && enabled(u"cmdVerwaltungDelete") && enabled(u"cmdPrint"));
+    EXPECT_FALSE(enabled(u"cmdSave"));
+
+    click(u"cmdMWStSatz0");
+    dialogs.answer(platform::kAnswerYes);
+    dialogs.answer(platform::kAnswerNo);
+    click(u"cmdVerwaltungSave");
+    EXPECT_EQ(
+        TestFirm::value(
+            u"SELECT dbl_MWStBetrag FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_TrxNr = 1001"_s),
+        u"0"_s);
+    screen.loadBooking(1001);
+    dialogs.answer(platform::kAnswerYes);
+    click(u"cmdVerwaltungDelete");
+    EXPECT_EQ(dialogs.last().text, u"Wollen Sie diese Bestellung löschen ?"_s);
+    screen.loadBooking(1001);
+    EXPECT_EQ(screen.order().detail(orders::Detail::Kurier), u"gelöscht"_s);
+    EXPECT_FALSE(enabled(u"cmdVerwaltungSave"));
+    click(u"cmdCleanMask");
+    EXPECT_EQ(screen.order().detail(orders::Detail::Kurier), u"AB"_s);
+    EXPECT_EQ(dialogs.unexpected, 0);
+}
+
+TEST_F(OrderScreenTest, DiscountAsksAndRefuses) {
+    search(u"0791234567"_s);
+    screen.order().BestellungGrid.endEdit(0, Col::Kurzzeichen, u"1"_s);
+    for (const char16_t* wrong : {u"", u"abc", u"1,5"}) {
+        dialogs.answerInput(QString::fromUtf16(wrong));
+        click(u"cmdRabatt");
+        EXPECT_EQ(dialogs.last().text, u"Kein gültiger Rabatt-Satz."_s);
+        EXPECT_EQ(dialogs.last().style, platform::kStop);
+    }
+    dialogs.answerInput(u"10"_s);
+    click(u"cmdRabatt");
+    EXPECT_DOUBLE_EQ(screen.order().total(orders::TotalRow::Total), 14.0 - 1.4);
+}
+
+TEST_F(OrderScreenTest, OneClickPicksOnceAndQuantitiesFallBack) {
+    auto* products = find<DataGrid>(u"ProdukteGrid");
+    find<QComboBox>(u"combo_ProduktAnzahl")->setCurrentIndex(1);
+    click(u"cmd_ProduktAnzahlPlus");
+    const QPoint first = products->visualRect(products->model()->index(0, 1)).center();
+    QTest::mouseClick(products->viewport(), Qt::LeftButton, {}, first);
+    EXPECT_EQ(cell(0, Col::Anzahl), u"3"_s);
+    EXPECT_EQ(find<QComboBox>(u"combo_ProduktAnzahl")->currentText(), u"1"_s);
+    QTest::mouseDClick(products->viewport(), Qt::LeftButton, {}, first);
+    EXPECT_EQ(cell(2, Col::Ccy), u""_s) << "a double click picks no more than its first click";
+    find<QComboBox>(u"combo_PreisGruppe")->setCurrentIndex(1);
+    EXPECT_EQ(cell(0, Col::Preis), u"49.5"_s) << "lines in the order keep their prices";
+}
+
+TEST_F(OrderScreenTest, EveryControlCanBeFoundAndReached) {
+    QHash<QChar, QString> mnemonics;
+    for (QPushButton* button : screen.findChildren<QPushButton*>()) {
+        const qsizetype mark = button->text().indexOf(u'&');
+        if (mark < 0)
+            continue;
+        const QChar key = button->text()[mark + 1].toLower();
+        EXPECT_FALSE(mnemonics.contains(key)) << button->objectName().toStdString();
+        mnemonics.insert(key, button->objectName());
+    }
+    for (QWidget* widget : screen.findChildren<QWidget*>())
+        if (widget->focusPolicy() & Qt::TabFocus &&
+            widget->parentWidget()->metaObject()->className() != QByteArray("QComboBox"))
+            EXPECT_FALSE(widget->objectName().isEmpty() ||
+                         (widget->accessibleName().isEmpty() && !qobject_cast<QPushButton*>(widget)))
+                << widget->metaObject()->className() << widget->objectName().toStdString();
+}
+
+} // namespace

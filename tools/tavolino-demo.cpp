@@ -1,0 +1,220 @@
+// Takes a demo order by itself through the real screens: a call on the line, a click, the customer, three
+// products, an extra, a discount, booking and the printed slip. It plays the router's call monitor on
+// loopback and prints through a print service of its own. Leaves the slip's PDF and screenshots in
+// <installation>/Demo.
+//
+// Usage: tavolino-demo <installation>. Ends with 0 when the slip was printed.
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/line/LineFactory.h"
+#include "platform/ui/CupsPrinters.h"
+#include "platform/ui/DataGrid.h"
+#include "platform/ui/IniRegistryStore.h"
+#include "platform/ui/QtDialogs.h"
+#include "platform/ui/QtReportControl.h"
+#include "shell/AppStyle.h"
+#include "shell/Application.h"
+#include "store/StoreGlobals.h"
+#include "tests/support/CupsServer.h"
+#include <QApplication>
+#include <QDir>
+#include <QPushButton>
+#include <QScreen>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <QTextStream>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPatience = 15000;
+
+[[noreturn]] void giveUp(const QString& why) {
+    QTextStream(stderr) << "The demo order failed: " << why << '\n';
+    std::_Exit(1);
+}
+
+void waitFor(const std::function<bool()>& condition, const QString& what) {
+    if (!QTest::qWaitFor(condition, kPatience))
+        giveUp(what);
+}
+
+/// The router that calls: a call monitor on a free port.
+class Router {
+  public:
+    Router() {
+        if (!m_server.listen(QHostAddress::LocalHost))
+            giveUp(m_server.errorString());
+    }
+
+    quint16 port() const { return m_server.serverPort(); }
+
+    void ring(const QString& caller) {
+        waitFor([this] { return m_server.hasPendingConnections(); }, u"the line did not come up"_s);
+        QTcpSocket* line = m_server.nextPendingConnection();
+        line->write((u"22.11.26 18:30:00;RING;0;"_s + caller + u";0444445566;SIP0;\r\n"_s).toLatin1());
+        line->flush();
+    }
+
+  private:
+    QTcpServer m_server;
+};
+
+class Demo {
+  public:
+    Demo(shell::Application& application, const QString& folder) :
+        m_application(application), m_folder(folder) {
+        QDir().mkpath(folder);
+    }
+
+    void takeCall(Router& router) {
+        const QString caller =
+            value(u"SELECT TOP 1 txt_Telefon FROM tbl_Verwaltung_Kunden WHERE txt_Telefon <> '' "
+                  u"ORDER BY lng_ID"_s);
+        router.ring(caller);
+        waitFor([this] { return m_application.mainWindow().callWaits(); }, u"the call did not show"_s);
+        shoot(u"anruf"_s);
+        auto* panel = m_application.mainWindow().findChild<QWidget*>(u"ShowISDNNr"_s);
+        QTest::mouseClick(panel, Qt::LeftButton);
+        waitFor([this] { return order() != nullptr; }, u"the order screen did not open"_s);
+        waitFor([this] { return order()->order().buttons().cmdSave; }, u"the customer was not found"_s);
+    }
+
+    void keyLines() {
+        const QStringList codes = {code(u"offers extras"_s, 0), code(u"offers extras"_s, 1), code(u""_s, 2)};
+        for (int line = 0; line < codes.size(); ++line) {
+            focusLines();
+            type(codes[line]);
+            press(Qt::Key_Return);
+            type(line == 1 ? u"2"_s : u"1"_s);
+            press(Qt::Key_Return);
+            if (line == 1)
+                addExtra();
+        }
+        answerNext([this] { shoot(u"rabatt"_s); });
+        QTest::mouseClick(order()->findChild<QPushButton*>(u"cmdRabatt"_s), Qt::LeftButton);
+        shoot(u"auftragserfassung"_s);
+    }
+
+    void book() {
+        answerNext([this] { shoot(u"drucken"_s); });
+        press(Qt::Key_F12);
+        shoot(u"verbucht"_s);
+    }
+
+    QString value(const QString& sql) {
+        store::Recordset rows;
+        rows.Open(sql, ConnMain, store::adOpenForwardOnly, store::adLockReadOnly);
+        return rows.Eof() ? QString() : rows.Fields(rows.Columns().front().name).text();
+    }
+
+  private:
+    frmAuftragswesenAuftragserfassung* order() {
+        return qobject_cast<frmAuftragswesenAuftragserfassung*>(
+            m_application.mainWindow().screens().open(u"frmAuftragswesenAuftragserfassung"_s));
+    }
+
+    /// Short code of some product with or without extras on offer.
+    QString code(const QString& extras, int skip) {
+        const QString sql =
+            u"SELECT txt_Kurzzeichen FROM tbl_Verwaltung_Produkte WHERE flag_Status = 0 AND %1 "
+            u"(SELECT lng_ProduktID FROM tbl_Verwaltung_Produkte_Extras) ORDER BY lng_ID"_s;
+        store::Recordset rows;
+        rows.Open(sql.arg(extras.isEmpty() ? u"lng_ID NOT IN"_s : u"lng_ID IN"_s), ConnMain,
+                  store::adOpenForwardOnly, store::adLockReadOnly);
+        for (int i = 0; i < skip * 3 && !rows.Eof(); ++i)
+            rows.MoveNext();
+        return rows.Eof() ? giveUp(u"the catalogue is empty"_s),
+               QString()  : rows.Fields(u"txt_Kurzzeichen").text();
+    }
+
+    void focusLines() { press(Qt::Key_F6); }
+
+    void addExtra() {
+        press(Qt::Key_F8);
+        press(Qt::Key_Return);
+    }
+
+    void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+    void press(Qt::Key key) {
+        QWidget* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : order(), key);
+    }
+
+    /// Answers the next dialog by its first button, after looking at it.
+    void answerNext(const std::function<void()>& look) {
+        QTimer::singleShot(400, qApp, [look] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                giveUp(u"a dialog did not come"_s);
+            look();
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+    }
+
+    void shoot(const QString& name) {
+        QTest::qWait(150);
+        const QString file = m_folder + u'/' + name + u".png"_s;
+        if (!qApp->primaryScreen()->grabWindow(0).save(file))
+            giveUp(u"no screenshot "_s + file);
+        QTextStream(stdout) << "Screenshot: " << file << Qt::endl;
+    }
+
+    shell::Application& m_application;
+    QString m_folder;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication qt(argc, argv);
+    shell::applyStyle(qt);
+    const QString installation = QDir(qt.arguments().value(1)).absolutePath();
+    const QString folder = installation + u"/Demo"_s;
+
+    test::CupsServer printing;
+    if (!printing.started())
+        giveUp(printing.failure());
+    printing.addQueue(u"Bestellungen"_s);
+    printing.setDefault(u"Bestellungen"_s);
+
+    Router router;
+    platform::LineSettings settings;
+    settings.kind = platform::LineSettings::Kind::Monitor;
+    settings.monitor = {u"127.0.0.1"_s, router.port()};
+    const std::unique_ptr<platform::BasicCAPI32> line = platform::createLine(settings);
+
+    platform::ui::QtDialogs dialogs;
+    platform::ui::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
+    platform::QtReportControl reports(dialogs);
+    platform::CupsPrinters printers;
+    shell::Application application({installation, dialogs, registry, reports, printers, line.get(),
+                                    [](int code) { std::_Exit(code == 0 ? 1 : code); }});
+    if (!application.start())
+        giveUp(u"the program did not start"_s);
+    application.mainWindow().showMaximized();
+    if (!QTest::qWaitForWindowActive(&application.mainWindow(), kPatience))
+        giveUp(u"the window did not come up"_s);
+
+    Demo demo(application, folder);
+    demo.takeCall(router);
+    demo.keyLines();
+    demo.book();
+    const QString pdf = printing.waitForPdf(u"Bestellungen"_s);
+    if (pdf.isEmpty())
+        giveUp(u"the slip did not print"_s);
+    const QString kept = folder + u"/bestellschein.pdf"_s;
+    QFile::remove(kept);
+    if (!QFile::copy(pdf, kept))
+        giveUp(u"no slip "_s + kept);
+    QTextStream(stdout) << "Booked: order "
+                        << demo.value(
+                               u"SELECT TOP 1 lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master ORDER BY "
+                               u"lng_TrxNr DESC"_s)
+                        << Qt::endl
+                        << "Slip: " << kept << Qt::endl;
+    return 0;
+}

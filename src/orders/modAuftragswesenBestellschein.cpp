@@ -120,6 +120,8 @@ void runReport(int Ziel, platform::ReportControl& report, const platform::Printe
                                 QString::number(SysVorlageBestellung + 1) + QStringLiteral(".rpt");
     report.DataFile = PfadPrintDB;
     report.WindowTitle = QStringLiteral("Auftragsschein");
+    report.windowState = platform::ReportControl::kNormal;
+    report.orientation = platform::ReportControl::kAsDesigned;
     report.PrinterDriver = printer.DriverName;
     report.PrinterName = printer.DeviceName;
     report.PrinterPort = printer.Port;

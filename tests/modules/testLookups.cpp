@@ -1,0 +1,117 @@
+#include "common/Convert.h"
+#include "masterdata/modProdukte.h"
+#include "masterdata/modProdukteExtras.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "masterdata/modVerwaltungKuriere.h"
+#include "support/TestFirm.h"
+#include "telephony/modTelefonie.h"
+#include "telephony/modVerwaltungTelefonbuch.h"
+#include <gtest/gtest.h>
+
+using test::TestFirm;
+
+namespace {
+
+struct Lookups : testing::Test {
+    TestFirm firm;
+};
+
+TEST_F(Lookups, customersAreFoundByTheirNumericTwins) {
+    using namespace modVerwaltungKunden;
+    EXPECT_EQ(GetTotalKunden(), 3);
+    EXPECT_EQ(FindKundeByTelefon(791234567), TestFirm::kAnna);
+    EXPECT_EQ(FindKundeByTelefon(799999999), TestFirm::kBruno);
+    EXPECT_TRUE(KundeExistsByTelefon(799999999));
+    // A number with blanks has no twin.
+    EXPECT_EQ(FindKundeByTelefon(441112233), -1);
+    EXPECT_FALSE(KundeExistsByTelefon(441112233));
+    EXPECT_TRUE(KundeExists(TestFirm::kClara));
+    EXPECT_FALSE(KundeExists(99));
+    EXPECT_EQ(GetKundeTelefon(TestFirm::kAnna), u"0791234567");
+    EXPECT_EQ(GetKundeTelefon(TestFirm::kBruno), u"0799999999");
+    EXPECT_EQ(GetKundeTelefon(99), u"");
+}
+
+TEST_F(Lookups, addressBlockLeavesOutWhatIsEmpty) {
+    using modVerwaltungKunden::GetKundeAdresse;
+    EXPECT_EQ(GetKundeAdresse(TestFirm::kAnna),
+              u"Muster AG\r\nMeier Anna\r\nSeestrasse 1\r\n2. Stock\r\n8000 Zürich\r\n"
+              u"Tel: 0791234567\r\nKlingel defekt");
+    // The street's line stays, and the note is not to be shown.
+    EXPECT_EQ(GetKundeAdresse(TestFirm::kBruno), u"Bruno \r\n\r\n8001 Zürich\r\nTel: 0799999999\r\n");
+    EXPECT_EQ(GetKundeAdresse(TestFirm::kClara), u"Clara \r\n\r\n \r\nTel: 044 111 22 33\r\n");
+    EXPECT_EQ(GetKundeAdresse(99), u"");
+}
+
+TEST_F(Lookups, couriers) {
+    using namespace modVerwaltungKuriere;
+    EXPECT_EQ(GetFirstKurier(), u"AB");
+    EXPECT_EQ(CheckKurierKurzzeichen(QStringLiteral("cd")), u"CD");
+    EXPECT_EQ(CheckKurierKurzzeichen(QStringLiteral("x' OR '1'='1")), u"");
+    EXPECT_EQ(FindKurierByKurzzeichen(QStringLiteral("CD")), TestFirm::kKurierCD);
+    EXPECT_EQ(FindKurierByKurzzeichen(QStringLiteral("C%")), 0);
+    EXPECT_EQ(GetKurierKurzzeichen(99), u"");
+    const auto menu = FillKurierMenu();
+    ASSERT_EQ(menu.size(), 2u);
+    EXPECT_EQ(menu[0].txt_Kurzzeichen, u"CD");
+    EXPECT_EQ(menu[1].lng_ID, TestFirm::kKurierAB);
+    ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_Kuriere"));
+    EXPECT_EQ(GetFirstKurier(), u"");
+}
+
+TEST_F(Lookups, catalogueNames) {
+    EXPECT_EQ(modProdukte::GetProduktKurzzeichen(TestFirm::kBier), u"O'N5%");
+    EXPECT_EQ(modProdukte::GetProduktName(TestFirm::kHawaii), u"Pizza Hawaii");
+    EXPECT_EQ(modProdukte::GetProduktName(99), u"");
+    EXPECT_EQ(modProdukteExtras::GetExtraName(TestFirm::kKaese), u"Käse");
+    EXPECT_EQ(modProdukteExtras::GetExtraName(99), u"");
+}
+
+TEST_F(Lookups, everyCallIsRecordedAndMarkedByItsText) {
+    TestFirm::setTime(19, 5);
+    for (const QString& number : {QStringLiteral("0791234567"), QStringLiteral("791234567"), QString(),
+                                  QStringLiteral("O'Brien"), QStringLiteral("0791234567")})
+        modTelefonie::RecordCall(number);
+    EXPECT_EQ(TestFirm::count(QStringLiteral("tbl_Verwaltung_AnruferListe")), 5);
+    EXPECT_EQ(TestFirm::value(QStringLiteral("SELECT txt_Zeit FROM tbl_Verwaltung_AnruferListe")),
+              u"19:05:00");
+    EXPECT_EQ(TestFirm::value(QStringLiteral("SELECT txt_Datum FROM tbl_Verwaltung_AnruferListe")),
+              u"15/05/2026");
+    const double moment =
+        TestFirm::value(QStringLiteral("SELECT lng_Datum FROM tbl_Verwaltung_AnruferListe")).toDouble();
+    EXPECT_NEAR(moment, TestFirm::day() + common::timeSerial(19, 5), 1e-8);
+
+    const auto taken = [] {
+        return TestFirm::value(
+            QStringLiteral("SELECT Count(*) AS N FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"));
+    };
+    EXPECT_EQ(taken(), u"0");
+    modTelefonie::MarkCallTaken(QStringLiteral("0791234567"));
+    EXPECT_EQ(taken(), u"2");
+    modTelefonie::MarkCallTaken(QStringLiteral("O'Brien"));
+    EXPECT_EQ(taken(), u"3");
+}
+
+TEST_F(Lookups, phoneBookComparesTextsAndStopsAtHundred) {
+    const auto add = [](const QString& telefon, const QString& natel) {
+        ConnPhone.Execute(
+            QStringLiteral("INSERT INTO tbl_PhoneBook(txt_Name, txt_Telefon, txt_Natel) VALUES('X', ") +
+            store::sqlText(telefon) + QStringLiteral(", ") + store::sqlText(natel) + QStringLiteral(")"));
+    };
+    const auto hits = [](const QString& number) {
+        store::Recordset rows;
+        rows.Open(modVerwaltungTelefonbuch::FindPhoneBookEntrySql(number), ConnPhone, store::adOpenStatic,
+                  store::adLockReadOnly);
+        return rows.RecordCount();
+    };
+    add(QStringLiteral("0441112233"), QString());
+    add(QString(), QStringLiteral("0441112233"));
+    add(QStringLiteral("441112233"), QString());
+    for (int i = 0; i < 105; ++i)
+        add(QStringLiteral("0550000000"), QString());
+    EXPECT_EQ(hits(QStringLiteral("0441112233")), 2);
+    EXPECT_EQ(hits(QStringLiteral("0550000000")), 100);
+    EXPECT_EQ(hits(QStringLiteral("' OR '1'='1")), 0);
+}
+
+} // namespace

@@ -1,0 +1,71 @@
+#include "shell/Application.h"
+#include "platform/TelephoneLine.h"
+#include "shell/Screens.h"
+#include "shell/Startup.h"
+#include "store/StoreGlobals.h"
+
+// A static library's resources are not found unless they are asked for; the macro wants the global namespace.
+static void initResources() {
+    Q_INIT_RESOURCE(resources);
+}
+
+namespace shell {
+
+Application::Application(Ground ground) :
+    m_ground(std::move(ground)), m_log(m_ground.appPath + QStringLiteral("/tavolino.log")),
+    m_navigation([this](int exitCode) { endProgram(exitCode); }), m_services{m_ground.dialogs, m_navigation,
+                                                                             m_ground.registry,
+                                                                             m_ground.reports,
+                                                                             m_ground.printers},
+    m_errors(m_log, m_ground.dialogs, m_navigation), m_phoneBook(m_services) {
+    initResources();
+    store::setAppPath(m_ground.appPath);
+    captureMessages(m_log);
+    common::setErrorHandler(
+        [this](common::Origin origin, std::exception_ptr error) { m_errors.report(origin, error); });
+    registerScreens(m_screens, m_services, m_phoneBook);
+}
+
+Application::~Application() {
+    m_window.reset();
+    m_navigation.setMainWindow(nullptr);
+    closeDown();
+    common::setErrorHandler({});
+    releaseMessages();
+}
+
+bool Application::start() {
+    bool started = false;
+    common::guarded(common::Origin::User, [&] {
+        m_window = std::make_unique<frmMDI>(m_services, m_screens, m_ground.procedures);
+        m_navigation.setMainWindow(m_window.get());
+        Startup startup(*m_window, m_services, m_ground.line);
+        started = startup.run();
+        m_lock = startup.takeLock();
+    });
+    return started;
+}
+
+void Application::endProgram(int exitCode) {
+    closeDown();
+    m_ground.exitProcess(exitCode);
+}
+
+void Application::closeDown() {
+    if (std::exchange(m_closed, true))
+        return;
+    // The program ends whatever fails here; what failed stands in the log.
+    try {
+        if (m_ground.line)
+            m_ground.line->Stop();
+        for (store::Connection* connection : {&ConnMain, &ConnPhone, &ConnPrint})
+            if (connection->IsOpen())
+                connection->Close();
+    } catch (const std::exception& failure) {
+        m_log.write(QStringLiteral("Fehler beim Beenden"), QString::fromUtf8(failure.what()));
+    }
+    if (m_lock)
+        m_lock->unlock();
+}
+
+} // namespace shell

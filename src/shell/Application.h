@@ -1,0 +1,71 @@
+#pragma once
+#include "platform/Services.h"
+#include "shell/ErrorReporter.h"
+#include "shell/LogFile.h"
+#include "shell/PhoneBookSearch.h"
+#include "shell/ScreenRegistry.h"
+#include "shell/ShellNavigation.h"
+#include "shell/frmMDI.h"
+#include <QLockFile>
+#include <functional>
+#include <memory>
+
+namespace platform {
+class BasicCAPI32;
+}
+
+namespace shell {
+
+/// The program: it builds the long-lived objects, hands them down and ends them. One at a time.
+class Application {
+  public:
+    /// What the program stands on. All outlive the application.
+    struct Ground {
+        /// Folder of the installation: Data, Reports, tavolino.ini.
+        QString appPath;
+        platform::Dialogs& dialogs;
+        platform::RegistryStore& registry;
+        platform::ReportControl& reports;
+        platform::Printers& printers;
+        /// Null is a program without a telephone.
+        platform::BasicCAPI32* line = nullptr;
+        /// Leaves the process at once; a test takes note instead and returns.
+        std::function<void(int exitCode)> exitProcess;
+        frmMDI::Procedures procedures = {};
+    };
+
+    explicit Application(Ground ground);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    /// The screens that are built in; add more before start.
+    ScreenRegistry& screens() { return m_screens; }
+
+    const platform::Services& services() const { return m_services; }
+
+    /// The start-up sequence. False when it ended the program.
+    bool start();
+
+    /// Built by start.
+    frmMDI& mainWindow() { return *m_window; }
+
+    /// Closes what is open and leaves the process, without a question.
+    void endProgram(int exitCode = 0);
+
+  private:
+    void closeDown();
+
+    Ground m_ground;
+    LogFile m_log;
+    ShellNavigation m_navigation;
+    platform::Services m_services;
+    ErrorReporter m_errors;
+    PhoneBookSearch m_phoneBook;
+    ScreenRegistry m_screens;
+    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<frmMDI> m_window;
+    bool m_closed = false;
+};
+
+} // namespace shell

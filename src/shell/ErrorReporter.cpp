@@ -1,0 +1,66 @@
+#include "shell/ErrorReporter.h"
+#include "common/RunTimeError.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "store/StoreGlobals.h"
+#include <QCoreApplication>
+#include <QScopedValueRollback>
+
+namespace shell {
+namespace {
+
+struct Story {
+    QString sentence;
+    QString line;
+};
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("ErrorReporter", text);
+}
+
+Story storyOf(std::exception_ptr error) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const common::RunTimeError& failure) {
+        return {failure.sentence(),
+                QStringLiteral("%1 %2 | %3")
+                    .arg(QString::number(failure.number()), failure.sentence(), failure.detail())};
+    } catch (const std::exception& failure) {
+        return {tr("Ein unerwarteter Fehler ist aufgetreten."), QString::fromUtf8(failure.what())};
+    } catch (...) {
+        return {tr("Ein unerwarteter Fehler ist aufgetreten."), QStringLiteral("?")};
+    }
+}
+
+void rollBack(store::Connection& connection, LogFile& log) {
+    try {
+        if (connection.IsOpen() && connection.InTransaction())
+            connection.RollbackTrans();
+    } catch (const std::exception& failure) {
+        log.write(QStringLiteral("Fehler"), QString::fromUtf8(failure.what()));
+    }
+}
+
+} // namespace
+
+void ErrorReporter::report(common::Origin origin, std::exception_ptr error) {
+    const bool user = origin == common::Origin::User;
+    const Story story = storyOf(error);
+    m_log.write(user ? QStringLiteral("Fehler") : QStringLiteral("Fehler im Hintergrund"), story.line);
+    rollBack(ConnMain, m_log);
+    rollBack(ConnPrint, m_log);
+    tell(origin, story.sentence);
+    if (user)
+        m_navigation.endProgram(1);
+}
+
+void ErrorReporter::tell(common::Origin origin, const QString& sentence) {
+    if (m_telling || (origin == common::Origin::Background && m_told.contains(sentence)))
+        return;
+    if (origin == common::Origin::Background)
+        m_told.insert(sentence);
+    const QScopedValueRollback telling(m_telling, true);
+    m_dialogs.MsgBox(sentence, platform::kStop, QStringLiteral("Tavolino"));
+}
+
+} // namespace shell

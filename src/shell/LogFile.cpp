@@ -1,0 +1,51 @@
+#include "shell/LogFile.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include <QFile>
+#include <QFileInfo>
+
+namespace shell {
+namespace {
+
+LogFile* captured = nullptr;
+QtMessageHandler former = nullptr;
+
+void toLog(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    // What the log itself causes must not come back to it.
+    if (LogFile* log = std::exchange(captured, nullptr)) {
+        if (type != QtDebugMsg && type != QtInfoMsg)
+            log->write(QStringLiteral("Qt"), text);
+        captured = log;
+    }
+    if (former)
+        former(type, context, text);
+}
+
+} // namespace
+
+void LogFile::write(const QString& kind, const QString& text) {
+    if (QFileInfo(m_path).size() >= kLimit) {
+        QFile::remove(m_path + QStringLiteral(".1"));
+        QFile::rename(m_path, m_path + QStringLiteral(".1"));
+    }
+    QFile file(m_path);
+    if (!file.open(QIODevice::Append))
+        return;
+    const QString time = common::formatDate(common::clock::now(), u"YYYY-MM-DD HH:MM:SS");
+    file.write(QStringLiteral("%1 %2: %3\n").arg(time, kind, text.simplified()).toUtf8());
+}
+
+void captureMessages(LogFile& log) {
+    if (!captured)
+        former = qInstallMessageHandler(toLog);
+    captured = &log;
+}
+
+void releaseMessages() {
+    if (!captured)
+        return;
+    captured = nullptr;
+    qInstallMessageHandler(former);
+}
+
+} // namespace shell

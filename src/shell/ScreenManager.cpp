@@ -1,0 +1,76 @@
+#include "shell/ScreenManager.h"
+#include "platform/ui/QtDialogs.h"
+#include <QEvent>
+#include <QMdiSubWindow>
+
+namespace shell {
+
+ScreenManager::ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QObject* parent) :
+    QObject(parent), m_room(room), m_registry(registry) {
+}
+
+void ScreenManager::show(const QString& screen) {
+    const ScreenEntry* entry = m_registry.find(screen);
+    if (!entry)
+        return;
+    QMdiSubWindow* window = m_open.value(screen);
+    if (!window) {
+        if (entry->mayOpen && !entry->mayOpen())
+            return;
+        if (entry->modal)
+            return runModal(*entry);
+        window = create(screen, *entry);
+    }
+    if (window->isMinimized())
+        window->showNormal();
+    window->show();
+    m_room.setActiveSubWindow(window);
+}
+
+QWidget* ScreenManager::open(const QString& screen) const {
+    const QPointer<QMdiSubWindow> window = m_open.value(screen);
+    return window ? window->widget() : nullptr;
+}
+
+void ScreenManager::runModal(const ScreenEntry& entry) {
+    const QScopedPointer<QWidget> screen(entry.create(m_room.window()));
+    auto* dialog = qobject_cast<QDialog*>(screen.data());
+    Q_ASSERT(dialog);
+    platform::ui::execModal(*dialog);
+}
+
+QMdiSubWindow* ScreenManager::create(const QString& screen, const ScreenEntry& entry) {
+    QWidget* widget = entry.create(nullptr);
+    widget->installEventFilter(this);
+    QMdiSubWindow* window = m_room.addSubWindow(widget);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setObjectName(screen + QStringLiteral("Window"));
+    m_open.insert(screen, window);
+    place(*window, entry.maximised);
+    return window;
+}
+
+void ScreenManager::place(QMdiSubWindow& window, bool maximised) {
+    const QWidget& screen = *window.widget();
+    if (screen.minimumSize() == screen.maximumSize())
+        window.setWindowFlags(Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                              Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                              Qt::WindowCloseButtonHint);
+    if (maximised)
+        return window.showMaximized();
+    window.adjustSize();
+    const QSize room = m_room.viewport()->size();
+    window.move(std::max(0, (room.width() - window.width()) / 2),
+                std::max(0, (room.height() - window.height()) / 2));
+}
+
+bool ScreenManager::eventFilter(QObject* watched, QEvent* event) {
+    // A screen closes itself; its frame goes with it.
+    auto* screen = qobject_cast<QWidget*>(watched);
+    if (screen && event->type() == QEvent::Close && event->isAccepted())
+        if (auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget()))
+            QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace shell

@@ -1,0 +1,40 @@
+#pragma once
+#include "shell/ScreenRegistry.h"
+#include <QMdiArea>
+#include <QObject>
+#include <QPointer>
+
+class QDialog;
+class QMdiSubWindow;
+
+namespace shell {
+
+/// Opens screens: each at most once, as a child window of the main window's room or as a modal dialog above
+/// it.
+class ScreenManager : public QObject {
+    Q_OBJECT
+  public:
+    ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QObject* parent);
+
+    bool has(const QString& screen) const { return m_registry.has(screen); }
+
+    /// Shows the screen, created now when it is not open, and brings it to the front: an entry whose screen
+    /// is covered by another one would look dead. A modal screen is over when this returns.
+    void show(const QString& screen);
+    /// The open child window's screen; null when it is not open.
+    QWidget* open(const QString& screen) const;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void runModal(const ScreenEntry& entry);
+    QMdiSubWindow* create(const QString& screen, const ScreenEntry& entry);
+    void place(QMdiSubWindow& window, bool maximised);
+
+    QMdiArea& m_room;
+    const ScreenRegistry& m_registry;
+    QHash<QString, QPointer<QMdiSubWindow>> m_open;
+};
+
+} // namespace shell

@@ -1,0 +1,36 @@
+#pragma once
+#include <QHash>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+namespace shell {
+
+/// How a screen comes to be. A modal one is a QDialog.
+struct ScreenEntry {
+    std::function<QWidget*(QWidget* parent)> create;
+    bool modal = false;
+    /// Fills the whole room of the main window when it opens.
+    bool maximised = false;
+    /// Asked before the screen opens; it tells the user itself why not.
+    std::function<bool()> mayOpen = {};
+};
+
+/// The screens that are built in, by their names. A menu entry without its screen stays disabled.
+class ScreenRegistry {
+  public:
+    void add(const QString& name, ScreenEntry entry) { m_entries.insert(name, std::move(entry)); }
+
+    bool has(const QString& name) const { return m_entries.contains(name); }
+
+    /// Null when there is none.
+    const ScreenEntry* find(const QString& name) const {
+        const auto it = m_entries.constFind(name);
+        return it == m_entries.constEnd() ? nullptr : &*it;
+    }
+
+  private:
+    QHash<QString, ScreenEntry> m_entries;
+};
+
+} // namespace shell

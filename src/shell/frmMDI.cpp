@@ -1,0 +1,188 @@
+#include "shell/frmMDI.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "common/Guard.h"
+#include "platform/Navigation.h"
+#include "shell/MenuTree.h"
+#include "ui_frmMDI.h"
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+using common::connectGuarded;
+using common::Origin;
+using shell::MenuEntry;
+using shell::MenuKind;
+
+frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& registry,
+               Procedures procedures) :
+    m_ui(std::make_unique<Ui::frmMDI>()),
+    m_services(services), m_procedures(std::move(procedures)) {
+    m_ui->setupUi(this);
+    m_screens = new shell::ScreenManager(*m_ui->MdiArea, registry, this);
+    setUpMenu();
+    setUpToolBar();
+    setUpPanels();
+    setUpTimers();
+    qApp->installEventFilter(this);
+}
+
+frmMDI::~frmMDI() {
+    qApp->removeEventFilter(this);
+}
+
+void frmMDI::setUpMenu() {
+    const auto leadsSomewhere = [this](const MenuEntry& entry) {
+        if (entry.kind == MenuKind::SoftwareUpdate)
+            return bool(m_procedures.showSoftwareUpdate);
+        return entry.kind == MenuKind::Beenden || m_screens->has(QLatin1String(entry.screen));
+    };
+    m_menu = new shell::MenuTree(
+        *m_ui->menubar, leadsSomewhere, [this](const MenuEntry& entry) { choose(entry); }, this);
+}
+
+void frmMDI::choose(const MenuEntry& entry) {
+    switch (entry.kind) {
+    case MenuKind::Beenden:
+        return m_services.navigation.endProgram();
+    case MenuKind::Anmeldung:
+        m_screens->show(QLatin1String(entry.screen));
+        return ApplyUserRights();
+    case MenuKind::AnruferListe:
+        return openAnruferListe();
+    case MenuKind::SoftwareUpdate:
+        return m_procedures.showSoftwareUpdate();
+    default:
+        m_screens->show(QLatin1String(entry.screen));
+    }
+}
+
+QAction* frmMDI::menuAction(const QString& name) const {
+    return m_menu->action(name);
+}
+
+void frmMDI::setUpToolBar() {
+    toolButton(m_ui->ToolBarKunden, u"frmVerwaltungKunden"_s);
+    toolButton(m_ui->ToolBarBestellung, u"frmAuftragswesenAuftragserfassung"_s);
+    toolButton(m_ui->ToolBarVorbestellung, u"frmAuftragswesenVorbestellungen"_s);
+    toolButton(m_ui->ToolBarInternetTransfer, u"frmOnlineShopTransfer"_s);
+    toolButton(m_ui->ToolBarKurier, u"frmVerwaltungKuriere"_s);
+    // Unlike the menu entry it does not apply the rights itself: the log-in does that in any case.
+    toolButton(m_ui->ToolBarAnmeldung, u"frmSystemAnmelden"_s);
+    m_ui->ToolBarExit->installEventFilter(this);
+    connectGuarded(m_ui->ToolBarExit, &QToolButton::clicked, this,
+                   [this] { m_services.navigation.endProgram(); });
+    for (QWidget* background : {static_cast<QWidget*>(m_ui->ToolBarBox), m_ui->MdiArea->viewport()})
+        background->setMouseTracking(true);
+}
+
+void frmMDI::toolButton(QToolButton* button, const QString& screen) {
+    button->setEnabled(m_screens->has(screen));
+    connectGuarded(button, &QToolButton::clicked, this, [this, screen] { m_screens->show(screen); });
+}
+
+void frmMDI::setUpPanels() {
+    // Black on amber: seen from across the room, whatever the palette.
+    m_ui->ShowISDNNr->setStyleSheet(
+        u"QPushButton { background: #ffb300; color: black; border: 2px solid #8a5a00; "
+        "border-radius: 6px; padding: 0 14px; }"_s);
+    showWaitingCall(false, {});
+    connectGuarded(m_ui->ShowISDNNr, &QPushButton::clicked, this, [this] { ShowISDNNr_Click(); });
+    auto* take = new QShortcut(QKeySequence(Qt::Key_F9), this);
+    connectGuarded(take, &QShortcut::activated, this, [this] {
+        if (callWaits())
+            ShowISDNNr_Click();
+    });
+    m_ui->ShowTelefonListeCommand->hide();
+    m_ui->ShowTelefonListeCommand->setEnabled(m_screens->has(u"frmVerwaltungAnruferListe"_s));
+    connectGuarded(m_ui->ShowTelefonListeCommand, &QPushButton::clicked, this,
+                   [this] { openAnruferListe(); });
+    m_ui->ShowInternetListeCommand->hide();
+    m_ui->ShowInternetListeCommand->setEnabled(m_screens->has(u"frmInternetBestellungen"_s));
+    connectGuarded(m_ui->ShowInternetListeCommand, &QPushButton::clicked, this,
+                   [this] { ShowInternetListeCommand_Click(); });
+    m_ui->lbl_SoftwareUpdate->hide();
+    connectGuarded(m_ui->lbl_SoftwareUpdate, &QPushButton::clicked, this, [this] {
+        m_procedures.showSoftwareUpdate();
+        m_ui->lbl_SoftwareUpdate->hide();
+    });
+    m_ui->lbl_SystemMessage->hide();
+    connectGuarded(m_ui->lbl_SystemMessage, &QPushButton::clicked, this, [this] {
+        m_screens->show(u"frmSystemMessagesService"_s);
+        m_ui->lbl_SystemMessage->hide();
+    });
+}
+
+void frmMDI::setUpTimers() {
+    const auto every = [this](QTimer& timer, int milliseconds, void (frmMDI::*tick)()) {
+        timer.setInterval(milliseconds);
+        connectGuarded(
+            &timer, &QTimer::timeout, this, [this, tick] { (this->*tick)(); }, Origin::Background);
+    };
+    every(TimerBeep, 1000, &frmMDI::TimerBeep_Timer);
+    every(VorbestellungTimer, 60000, &frmMDI::VorbestellungTimer_Timer);
+    every(InternetLinkTimer, 60000, &frmMDI::InternetLinkTimer_Timer);
+    every(TimerZeit, 1000, &frmMDI::TimerZeit_Timer);
+    TimerBeep.start();
+    VorbestellungTimer.start();
+    TimerZeit.start();
+    TimerZeit_Timer();
+}
+
+void frmMDI::showAuftragsNummer(const QString& number) {
+    m_ui->MDIAuftragsNummer->setText(number);
+}
+
+void frmMDI::showVorbestellungCount(qint64 count) {
+    m_ui->MDIVorbestellung->setText(QString::number(count));
+}
+
+void frmMDI::showKundenTotal(qint64 count) {
+    m_ui->MDIKundenTotal->setText(QString::number(count));
+}
+
+void frmMDI::TimerZeit_Timer() {
+    m_ui->MDIZeitAnzeige->setText(common::formatDate(common::clock::now(), u"DD/MM/YYYY HH:MM:SS"));
+}
+
+void frmMDI::closeEvent(QCloseEvent* event) {
+    event->accept();
+    common::guarded(Origin::User, [this] { m_services.navigation.endProgram(); });
+}
+
+bool frmMDI::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Enter:
+        if (auto* button = qobject_cast<QToolButton*>(watched);
+            button && button->parent() == m_ui->ToolBarBox)
+            m_ui->ToolBarToolTip->setText(button->toolTip());
+        break;
+    case QEvent::MouseMove:
+        if (watched == m_ui->ToolBarBox || watched == m_ui->MdiArea->viewport())
+            m_ui->ToolBarToolTip->clear();
+        break;
+    case QEvent::ShortcutOverride:
+        // Text fields would take some of the menu's keys for their own editing.
+        if (isMenuShortcut(*static_cast<QKeyEvent*>(event))) {
+            event->ignore();
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool frmMDI::isMenuShortcut(const QKeyEvent& key) const {
+    // In a text field Ctrl+X cuts, as everywhere else; it must not end the program there.
+    if (key.modifiers() != Qt::ControlModifier || key.key() == Qt::Key_X)
+        return false;
+    const QKeySequence pressed(key.keyCombination());
+    const auto& entries = shell::menuEntries();
+    return std::any_of(entries.begin(), entries.end(), [&](const MenuEntry& entry) {
+        return *entry.shortcut && m_menu->action(QLatin1String(entry.name))->shortcut() == pressed;
+    });
+}

@@ -1,0 +1,116 @@
+#pragma once
+#include "platform/Services.h"
+#include "shell/ScreenManager.h"
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmMDI;
+}
+
+namespace platform {
+class BasicCAPI32;
+}
+
+namespace shell {
+class MenuTree;
+struct MenuEntry;
+} // namespace shell
+
+/// The main window and the program's spine: menu, tool bar, status box, the waiting call, four timers and the
+/// room for all other screens. Closing it in any way ends the program without a question.
+///
+/// Its start-up sequence is shell::Startup.
+class frmMDI : public QMainWindow {
+    Q_OBJECT
+  public:
+    /// What the panels lead to beyond screens. A panel or entry without its procedure stays disabled or does
+    /// nothing.
+    struct Procedures {
+        /// Starts the poll of the web shop; the answer comes later.
+        std::function<void()> pollWebShop;
+        /// Fetches the waiting web orders now, before their list is shown.
+        std::function<void()> fetchWebShop;
+        /// True when a newer version of the program is known.
+        std::function<bool()> CheckSoftwareUpdate;
+        std::function<void()> showSoftwareUpdate;
+        std::function<bool()> systemMessageWaits;
+        std::function<void()> beep;
+    };
+
+    /// The services and the registry outlive the window.
+    frmMDI(const platform::Services& services, const shell::ScreenRegistry& registry, Procedures procedures);
+    ~frmMDI() override;
+
+    shell::ScreenManager& screens() { return *m_screens; }
+
+    QAction* menuAction(const QString& name) const;
+
+    // Status box
+    void showAuftragsNummer(const QString& number);
+    void showVorbestellungCount(qint64 count);
+    void showKundenTotal(qint64 count);
+    void TimerZeit_Timer();
+
+    // Calls
+    /// Starts the line and shows the way to the caller list; without a line the program runs on, and both
+    /// stay away. The line outlives the window; null is a program without one.
+    void startTelephony(platform::BasicCAPI32* line);
+    /// A call came in: shows its number and records it. Touches no open screen, so that a call never disturbs
+    /// an order that is being keyed.
+    void BasicCAPI32_IncomingCall(const QString& GerufeneNr, const QString& AnrufNr,
+                                  const QString& AnrufFormat);
+    /// Takes the waiting call: marks it and hands the number to the order screen.
+    void ShowISDNNr_Click();
+    bool callWaits() const;
+
+    // Web shop
+    void startWebShop();
+    void InternetLinkTimer_Timer();
+    void ShowInternetListeCommand_Click();
+    /// 0 none, 3 new orders wait: then the program beeps every second until they are looked at.
+    void setInternetAttention(int state);
+
+    int internetAttention() const { return m_internetAttention; }
+
+    void TimerBeep_Timer();
+
+    /// The pre-order alarm check.
+    void VorbestellungTimer_Timer();
+
+    /// Whether users log in: the setting says so, and the log-in screen is built in.
+    bool loginIsOn() const;
+    /// Nobody logs in: the ways to the log-in are closed.
+    void disableAnmeldung();
+    /// What the user may reach: menu entries, tool bar and panels.
+    void ApplyUserRights();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void setUpMenu();
+    void setUpToolBar();
+    void setUpPanels();
+    void setUpTimers();
+    void toolButton(class QToolButton* button, const QString& screen);
+    void choose(const shell::MenuEntry& entry);
+    void openAnruferListe();
+    void showWaitingCall(bool waits, const QString& number);
+    void showUpdatePanels(bool free);
+    bool isMenuShortcut(const class QKeyEvent& key) const;
+
+    std::unique_ptr<Ui::frmMDI> m_ui;
+    platform::Services m_services;
+    Procedures m_procedures;
+    shell::ScreenManager* m_screens = nullptr;
+    shell::MenuTree* m_menu = nullptr;
+    int m_internetAttention = 0;
+    QTimer TimerBeep;
+    QTimer VorbestellungTimer;
+    QTimer InternetLinkTimer;
+    QTimer TimerZeit;
+};

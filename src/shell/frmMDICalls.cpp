@@ -1,0 +1,121 @@
+// Calls, web shop and pre-order alarm of the main window.
+#include "common/Convert.h"
+#include "common/Guard.h"
+#include "common/RunTimeError.h"
+#include "orders/OrderDesk.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "platform/TelephoneLine.h"
+#include "shell/frmMDI.h"
+#include "store/SystemSettings.h"
+#include "telephony/modTelefonie.h"
+#include "ui_frmMDI.h"
+#include <QAccessible>
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString kOrderScreen = u"frmAuftragswesenAuftragserfassung"_s;
+} // namespace
+
+void frmMDI::startTelephony(platform::BasicCAPI32* line) {
+    try {
+        if (!line)
+            throw common::RunTimeError(common::kPlatformFailure, tr("Keine Telefonleitung eingerichtet."));
+        common::connectGuarded(
+            line, &platform::BasicCAPI32::IncomingCall, this,
+            [this](const QString& called, const QString& caller, const QString& format) {
+                BasicCAPI32_IncomingCall(called, caller, format);
+            },
+            common::Origin::Background);
+        line->IsAvailable();
+        line->Start();
+        m_ui->ShowTelefonListeCommand->show();
+    } catch (const std::exception& failure) {
+        qWarning("Start ohne Telefonie: %s", failure.what());
+        m_ui->ShowTelefonListeCommand->hide();
+    }
+}
+
+void frmMDI::BasicCAPI32_IncomingCall(const QString&, const QString& AnrufNr, const QString&) {
+    showWaitingCall(true, AnrufNr);
+    modTelefonie::RecordCall(AnrufNr);
+}
+
+void frmMDI::ShowISDNNr_Click() {
+    const QString number = m_ui->ShowISDNNr->text();
+    if (!common::isNumeric(number))
+        return showWaitingCall(false, {});
+    modTelefonie::MarkCallTaken(number);
+    m_screens->show(kOrderScreen);
+    showWaitingCall(false, {});
+    if (auto* desk = dynamic_cast<orders::OrderDesk*>(m_screens->open(kOrderScreen)))
+        desk->takeCall(number);
+}
+
+bool frmMDI::callWaits() const {
+    return !m_ui->ShowISDNNr->isHidden();
+}
+
+void frmMDI::showWaitingCall(bool waits, const QString& number) {
+    m_ui->ShowISDNNr->setText(number);
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_ui->ShowISDNNr), static_cast<QWidget*>(m_ui->DisplayISDNAmpel1),
+          static_cast<QWidget*>(m_ui->DisplayISDNAmpel2), static_cast<QWidget*>(m_ui->ISDNTaste)})
+        part->setVisible(waits);
+    m_ui->ShowISDNNr->setAccessibleDescription(number);
+    if (waits) {
+        QAccessibleEvent alert(m_ui->ShowISDNNr, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
+}
+
+void frmMDI::openAnruferListe() {
+    if (!m_ui->ShowTelefonListeCommand->isHidden())
+        m_screens->show(u"frmVerwaltungAnruferListe"_s);
+}
+
+void frmMDI::startWebShop() {
+    m_ui->ShowInternetListeCommand->show();
+    InternetLinkTimer.start();
+    InternetLinkTimer_Timer();
+}
+
+void frmMDI::InternetLinkTimer_Timer() {
+    // The web shop is not part of the program yet; without it there is nothing to poll.
+    if (m_procedures.pollWebShop)
+        m_procedures.pollWebShop();
+}
+
+void frmMDI::ShowInternetListeCommand_Click() {
+    if (m_procedures.fetchWebShop)
+        m_procedures.fetchWebShop();
+    m_screens->show(u"frmInternetBestellungen"_s);
+    setInternetAttention(0);
+}
+
+void frmMDI::setInternetAttention(int state) {
+    m_internetAttention = state;
+    m_ui->ShowInternetListeCommand->setStyleSheet(
+        state == 0
+            ? QString()
+            : u"QPushButton { background: #2e9e44; color: white; font-weight: bold; border-radius: 6px; "
+              "padding: 0 10px; }"_s);
+}
+
+void frmMDI::TimerBeep_Timer() {
+    if (m_internetAttention != 3)
+        return;
+    if (m_procedures.beep)
+        m_procedures.beep();
+    else
+        QApplication::beep();
+}
+
+void frmMDI::VorbestellungTimer_Timer() {
+    // Pre-orders cannot be stored yet: the check comes down to their count.
+    if (SysVorbestellungAutomatischStatus == 1)
+        modAuftragswesenVorbestellungen::UpdateVorbestellungCount(m_services.navigation);
+}

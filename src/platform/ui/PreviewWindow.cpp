@@ -18,6 +18,8 @@ PreviewWindow::PreviewWindow(ReportDocument report, QString printerName, Dialogs
     m_report(std::move(report)), m_printerName(std::move(printerName)), m_dialogs(dialogs),
     m_device(QPrinter::HighResolution) {
     setAttribute(Qt::WA_DeleteOnClose);
+    // The program ends with its main window, whatever is still being looked at.
+    setAttribute(Qt::WA_QuitOnClose, false);
     setObjectName(u"PreviewWindow"_s);
     setWindowTitle(m_report.title());
     // A file as device: the preview needs no printer and does not wait for one.
@@ -67,6 +69,8 @@ void PreviewWindow::addActions() {
 QAction* PreviewWindow::addAction(const char* name, const QString& text, const QList<QKeySequence>& keys,
                                   void (PreviewWindow::*slot)()) {
     QAction* action = m_bar->addAction(text);
+    // A tool button drops the mnemonic unless the icon's text has it as well.
+    action->setIconText(text);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcuts(keys);
     action->setToolTip(

@@ -120,16 +120,26 @@ bool IsValidEmailAddress(const QString& addresses, QString& message) {
     return valid;
 }
 
+namespace {
+
+/// The whole part of the amount that is meant: 4.10 * 100 is 409.99999999999994 in binary, yet 410 rappen.
+double wholePart(double scaled) {
+    const double nearest = std::round(scaled);
+    return std::abs(scaled - nearest) <= nearest * 1e-12 ? nearest : std::floor(scaled);
+}
+
+} // namespace
+
 QString RoundRappen(double& Wert) {
     // Single precision by the firm's practice: what is stored carries the constants' trace behind the rappen.
     constexpr float kFive = 0.05F;
     constexpr float kTen = 0.10F;
     const double sign = Wert > 0 ? 1 : Wert < 0 ? -1 : 0;
     const double amount = std::abs(Wert);
-    const double cut = std::floor(amount * 100) / 100;
+    const double cut = wholePart(amount * 100) / 100;
     const int last = common::formatNumber(cut, u"0.00").back().digitValue();
     const double added = last <= 2 ? 0.0 : last <= 7 ? double(kFive) : double(kTen);
-    Wert = (std::floor(amount * 10) / 10 + added) * sign;
+    Wert = (wholePart(amount * 10) / 10 + added) * sign;
     return common::formatNumber(Wert, u"0.00");
 }
 

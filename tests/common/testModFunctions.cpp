@@ -1,3 +1,4 @@
+#include "common/Convert.h"
 #include "common/Like.h"
 #include "common/modFunctions.h"
 #include <gtest/gtest.h>
@@ -22,6 +23,15 @@ TEST(RoundRappen, roundsToFiveAfterCuttingToRappen) {
         double amount = c.amount;
         EXPECT_EQ(modFunctions::RoundRappen(amount), QString::fromUtf16(c.text)) << c.amount;
         EXPECT_NEAR(amount, c.rounded, 1e-8) << c.amount;
+    }
+}
+
+TEST(RoundRappen, leavesEveryRoundAmountAsItIs) {
+    for (int coins = 0; coins <= 20'000; ++coins) {
+        double amount = coins / 20.0;
+        const QString before = common::formatNumber(amount, u"0.00");
+        ASSERT_EQ(modFunctions::RoundRappen(amount), before);
+        ASSERT_EQ(modFunctions::RoundRappen(amount), before);
     }
 }
 

@@ -22,12 +22,12 @@ void runScript(sqlite3* database, const QByteArray& sql) {
         fail(database);
 }
 
-qint64 readNumber(sqlite3* database, const QByteArray& sql) {
+double readNumber(sqlite3* database, const QByteArray& sql) {
     sqlite3_stmt* statement = nullptr;
     if (sqlite3_prepare_v2(database, sql.constData(), int(sql.size()), &statement, nullptr) != SQLITE_OK)
         fail(database);
     const bool row = sqlite3_step(statement) == SQLITE_ROW;
-    const qint64 number = row ? sqlite3_column_int64(statement, 0) : 0;
+    const double number = row ? sqlite3_column_double(statement, 0) : 0;
     sqlite3_finalize(statement);
     if (!row)
         fail(database);

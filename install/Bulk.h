@@ -2,6 +2,7 @@
 #include <QByteArray>
 #include <QString>
 #include <cstddef>
+#include <optional>
 #include <sqlite3.h>
 
 /// Writing straight to the engine, for what the installer does a million times.
@@ -9,7 +10,8 @@ namespace install {
 
 /// Runs statements parted by ";". Throws common::RunTimeError kSqlFailure.
 void runScript(sqlite3* database, const QByteArray& sql);
-qint64 readNumber(sqlite3* database, const QByteArray& sql);
+/// The first column of the first row.
+double readNumber(sqlite3* database, const QByteArray& sql);
 
 /// Adds rows to one table, one prepared statement for all.
 class Inserter {
@@ -36,6 +38,8 @@ class Inserter {
     void bind(double number) { sqlite3_bind_double(m_statement, ++m_column, number); }
 
     void bind(std::nullptr_t) { sqlite3_bind_null(m_statement, ++m_column); }
+
+    void bind(const std::optional<double>& number) { number ? bind(*number) : bind(nullptr); }
 
     void bind(const QByteArray& text) {
         sqlite3_bind_text(m_statement, ++m_column, text.constData(), int(text.size()), SQLITE_STATIC);

@@ -1,7 +1,9 @@
 #include "install/Installer.h"
 #include "common/RunTimeError.h"
 #include "install/Bulk.h"
+#include "install/DemoFirm.h"
 #include "install/FirstRows.h"
+#include "install/LargeFirm.h"
 #include "install/Resources.h"
 #include "install/Schema.h"
 #include "store/CreateDatabase.h"
@@ -72,6 +74,10 @@ class Installation {
                           "BEGIN IMMEDIATE");
         createTables(handle, file.database);
         addFirstRows(handle, file.database);
+        if (m_options.demo)
+            addDemoFirm(handle, file.database);
+        if (m_options.large > 0)
+            addLargeFirm(handle, file.database, m_options.large);
         createIndexesAndViews(handle, file.database);
         runScript(handle, "COMMIT; PRAGMA synchronous = FULL; PRAGMA journal_mode = WAL");
     }

@@ -5,6 +5,10 @@
 namespace install {
 
 struct InstallOptions {
+    /// Adds an invented firm with master data, a phone book and 90 days of bookings up to yesterday.
+    bool demo = false;
+    /// Above 0: fills the databases for measuring; 1.0 is a firm of 200,000 customers and 1,000,000 orders.
+    double large = 0;
     /// Folder of the report templates; none are copied when it is empty.
     QString reportsFrom;
 };
@@ -13,8 +17,8 @@ struct InstallOptions {
 /// databases with the rows that belong to an installation, the pictures of the shop, the report templates,
 /// tavolino.ini (readable by its owner only).
 ///
-/// What exists is never touched. A database gets its name when it is complete: a crash in between leaves none
-/// behind that is half made.
+/// What exists is never touched, so that demo and large rows come only into databases that this call creates.
+/// A database gets its name when it is complete: a crash in between leaves none behind that is half made.
 /// Gives what was done as German sentences. Throws common::RunTimeError.
 QStringList installDatabases(const QString& appFolder, const InstallOptions& options = {});
 

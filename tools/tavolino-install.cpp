@@ -25,6 +25,11 @@ Request readArguments(const QCoreApplication& program, QString& error) {
     parser.setApplicationDescription(
         u"Legt die Ordner und Datenbanken von Tavolino an. Was besteht, wird nie verändert."_s);
     parser.addPositionalArgument(u"ordner"_s, u"Ordner des Programms."_s, u"<ordner>"_s);
+    parser.addOption({u"demo"_s, u"Neue Datenbanken mit einer erfundenen Firma füllen."_s});
+    parser.addOption({u"large"_s,
+                      u"Neue Datenbanken für Messungen füllen; 1 entspricht 200'000 Kunden und "
+                      u"1'000'000 Bestellungen."_s,
+                      u"faktor"_s});
     parser.addOption(
         {u"reports"_s, u"Ordner, aus dem fehlende Berichtsvorlagen kopiert werden."_s, u"ordner"_s});
     const QCommandLineOption help = parser.addHelpOption();
@@ -39,6 +44,14 @@ Request readArguments(const QCoreApplication& program, QString& error) {
         error = u"Geben Sie genau einen Ordner an (Hilfe: --help)."_s;
     else
         request.folder = QDir(parser.positionalArguments().first()).absolutePath();
+    bool number = true;
+    request.options.demo = parser.isSet(u"demo"_s);
+    if (parser.isSet(u"large"_s))
+        request.options.large = parser.value(u"large"_s).toDouble(&number);
+    if (!number || request.options.large < 0 || request.options.large > 10)
+        error = u"Der Faktor hinter --large muss eine Zahl zwischen 0 und 10 sein."_s;
+    if (request.options.demo && request.options.large > 0)
+        error = u"--demo und --large schliessen einander aus."_s;
     request.options.reportsFrom = parser.value(u"reports"_s);
     return request;
 }

@@ -24,6 +24,12 @@ void setErrorHandler(ErrorHandler handler) {
     theHandler = std::move(handler);
 }
 
+void handleError(Origin origin, std::exception_ptr error) {
+    if (!theHandler)
+        std::rethrow_exception(error);
+    theHandler(origin, error);
+}
+
 bool guarded(Origin origin, const std::function<void()>& action) {
     if (depth > 0 || !theHandler) {
         const Depth level;

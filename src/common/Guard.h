@@ -32,6 +32,8 @@ class NestedEventLoop {
 /// The handler that the shell installs; a test installs its own. Without one an exception is rethrown.
 using ErrorHandler = std::function<void(Origin, std::exception_ptr)>;
 void setErrorHandler(ErrorHandler handler);
+/// Gives an exception that was caught outside guarded to the handler; rethrows it without one.
+void handleError(Origin origin, std::exception_ptr error);
 
 /// Connects a signal to a handler that runs guarded. Every connection from a control, a timer, a call line or
 /// a server goes through here.

@@ -12,7 +12,7 @@ static void initResources() {
 namespace shell {
 
 Application::Application(Ground ground) :
-    m_ground(std::move(ground)), m_log(m_ground.appPath + QStringLiteral("/tavolino.log")),
+    m_ground(std::move(ground)), m_log(m_ground.appPath + QStringLiteral("/Data/tavolino.log")),
     m_navigation([this](int exitCode) { endProgram(exitCode); }), m_services{m_ground.dialogs, m_navigation,
                                                                              m_ground.registry,
                                                                              m_ground.reports,

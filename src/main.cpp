@@ -1,0 +1,26 @@
+#include "platform/ui/CupsPrinters.h"
+#include "platform/ui/IniRegistryStore.h"
+#include "platform/ui/QtDialogs.h"
+#include "platform/ui/QtReportControl.h"
+#include "shell/AppStyle.h"
+#include "shell/Application.h"
+#include "shell/GuardedApplication.h"
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+    shell::GuardedApplication qt(argc, argv);
+    shell::applyStyle(qt);
+    platform::ui::QtDialogs dialogs;
+    platform::ui::IniRegistryStore registry;
+    platform::QtReportControl reports(dialogs);
+    platform::CupsPrinters printers;
+    shell::Application tavolino(
+        {.appPath = QCoreApplication::applicationDirPath(),
+         .dialogs = dialogs,
+         .registry = registry,
+         .reports = reports,
+         .printers = printers,
+         // At once means at once: nothing is unwound, everything that counts is closed.
+         .exitProcess = [](int code) { std::_Exit(code); }});
+    return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;
+}

@@ -1,0 +1,110 @@
+#pragma once
+#include "orders/OrderDesk.h"
+#include "platform/RegistryStore.h"
+#include "platform/ReportControl.h"
+#include "platform/TelephoneLine.h"
+#include "shell/Application.h"
+#include "tests/support/TestDialogs.h"
+#include <QHash>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace test {
+
+class FakeRegistry : public platform::RegistryStore {
+  public:
+    QString GetSetting(const QString& application, const QString& section, const QString& key,
+                       const QString& fallback) override {
+        return values.value(application + u'/' + section + u'/' + key, fallback);
+    }
+
+    void SaveSetting(const QString& application, const QString& section, const QString& key,
+                     const QString& value) override {
+        values.insert(application + u'/' + section + u'/' + key, value);
+    }
+
+    QHash<QString, QString> values;
+};
+
+/// A line that rings when the test says so.
+class FakeLine : public platform::BasicCAPI32 {
+    Q_OBJECT
+  public:
+    bool IsAvailable() override { return true; }
+
+    void Start() override {
+        if (onStart)
+            onStart();
+    }
+
+    void Stop() override { ++stops; }
+
+    std::function<void()> onStart;
+    int stops = 0;
+};
+
+class FakeReports : public platform::ReportControl {
+  public:
+    void PrintReport() override {}
+};
+
+class FakePrinters : public platform::Printers {
+  public:
+    QList<platform::Printer> all() override { return {}; }
+
+    platform::Printer defaultPrinter() override { return {}; }
+
+    void setDefaultPrinter(const platform::Printer&) override {}
+};
+
+/// Stands for the order screen.
+class FakeDesk : public QWidget, public orders::OrderDesk {
+    Q_OBJECT
+  public:
+    explicit FakeDesk(QStringList& asked, QWidget* parent) : QWidget(parent), m_asked(asked) {}
+
+    void takeCall(const QString& number) override { m_asked.append(QStringLiteral("call ") + number); }
+
+    void searchNumber(const QString& number) override { m_asked.append(QStringLiteral("search ") + number); }
+
+    void loadBooking(qint64 trxNr) override { m_asked.append(QStringLiteral("load %1").arg(trxNr)); }
+
+  private:
+    QStringList& m_asked;
+};
+
+/// An installation in a temporary folder, and the program on it.
+class ShellTest : public testing::Test {
+  protected:
+    ShellTest();
+    ~ShellTest() override;
+
+    /// A new program on the folder; the one before is gone by then.
+    shell::Application& build();
+    /// Builds and starts.
+    frmMDI& start();
+
+    template <typename Widget> Widget* find(const char* name) {
+        return app->mainWindow().template findChild<Widget*>(QLatin1String(name));
+    }
+
+    QString label(const char* name);
+    /// One value of the main database.
+    static QString query(const QString& sql);
+
+    QTemporaryDir folder;
+    TestDialogs dialogs;
+    FakeRegistry registry;
+    FakeReports reports;
+    FakePrinters printers;
+    FakeLine line;
+    frmMDI::Procedures procedures;
+    /// Exit codes that the program asked for.
+    QList<int> ended;
+    QStringList asked;
+    bool withFakeDesk = true;
+    std::unique_ptr<shell::Application> app;
+};
+
+} // namespace test

@@ -1,0 +1,321 @@
+#include "common/Clock.h"
+#include "common/RunTimeError.h"
+#include "shell/MenuTree.h"
+#include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
+#include "tests/screens/ShellFixture.h"
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using test::ShellTest;
+
+TEST_F(ShellTest, StartsInItsOrder) {
+    QStringList seen;
+    line.onStart = [&] {
+        seen << label("MDIAuftragsNummer") << (app->mainWindow().isVisible() ? u"visible"_s : u"hidden"_s)
+             << registry.values.value(u"TavolinoSettings/DB/Root"_s);
+        EXPECT_TRUE(ConnMain.IsOpen());
+        EXPECT_EQ(SysCurrency, u"CHF"_s) << "the settings are read before the interfaces";
+        EXPECT_EQ(label("MDIKundenTotal"), u""_s);
+    };
+    int polls = 0;
+    procedures.pollWebShop = [&] { ++polls; };
+    start();
+    EXPECT_EQ(seen, (QStringList{query(u"SELECT lng_InitTrxNr FROM tbl_Einstellungen_System"_s), u"visible"_s,
+                                 folder.path() + u"/Data/"_s}));
+    EXPECT_EQ(registry.values.value(u"TavolinoSettings/Runnable/Root"_s), folder.path() + u'/');
+    EXPECT_EQ(polls, 1) << "the first poll does not wait a minute";
+    EXPECT_EQ(label("MDIKundenTotal"), u"0"_s);
+    EXPECT_FALSE(find<QPushButton>("ShowTelefonListeCommand")->isHidden());
+    EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"WriteTest.tmp"_s)));
+}
+
+TEST_F(ShellTest, SecondInstanceEndsSilentlyAndTouchesNothing) {
+    start();
+    QList<int> otherEnded;
+    test::FakeRegistry otherRegistry;
+    QLockFile held(folder.filePath(u"tavolino.lock"_s));
+    EXPECT_FALSE(held.tryLock(0));
+    // One process cannot hold two programs, but a second start on the same folder is what counts.
+    const auto first = std::move(app);
+    shell::Application second({.appPath = folder.path(),
+                               .dialogs = dialogs,
+                               .registry = otherRegistry,
+                               .reports = reports,
+                               .printers = printers,
+                               .exitProcess = [&](int code) { otherEnded.append(code); }});
+    EXPECT_FALSE(second.start());
+    EXPECT_EQ(otherEnded, QList<int>{0});
+    EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_TRUE(otherRegistry.values.isEmpty());
+}
+
+TEST_F(ShellTest, FolderWithoutWriteAccessEndsWithTheMessage) {
+    // A folder in the test file's place cannot be removed or written, by whoever runs this.
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"WriteTest.tmp/in the way"_s));
+    EXPECT_FALSE(build().start());
+    ASSERT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(
+        dialogs.last().text,
+        u"Dieser Benutzer hat keine Schreibzugriff. Geben Sie dem Benutzer die nötigen Berechtigungen oder "
+        "starten Sie die Applikation als Administrator. Das Programm wird nun beendet."_s);
+    EXPECT_EQ(dialogs.last().title, u"Keine Benutzerberechtigung"_s);
+    EXPECT_EQ(dialogs.last().style, 64);
+    EXPECT_EQ(ended, QList<int>{0});
+    EXPECT_TRUE(registry.values.isEmpty());
+}
+
+TEST_F(ShellTest, MissingDatabaseTellsEndsAndLogs) {
+    ASSERT_TRUE(QFile::remove(folder.filePath(u"Data/DBTavolinoPhone.mdb"_s)));
+    EXPECT_FALSE(build().start());
+    ASSERT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(dialogs.last().style, 16);
+    EXPECT_EQ(ended, QList<int>{1});
+    EXPECT_FALSE(app->mainWindow().isVisible());
+    EXPECT_FALSE(ConnMain.IsOpen());
+    QFile log(folder.filePath(u"Data/tavolino.log"_s));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(log.readAll().contains("DBTavolinoPhone"));
+}
+
+TEST_F(ShellTest, WithoutALineTheProgramRunsOn) {
+    line.onStart = [] { throw std::runtime_error("no card"); };
+    start();
+    EXPECT_TRUE(find<QPushButton>("ShowTelefonListeCommand")->isHidden());
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(dialogs.said.isEmpty());
+}
+
+TEST_F(ShellTest, CallsShowTheirNumberAndAreRecorded) {
+    common::clock::set(46000.75);
+    frmMDI& window = start();
+    Q_EMIT line.IncomingCall(u"044"_s, u"0791112233"_s, u""_s);
+    Q_EMIT line.IncomingCall(u"044"_s, u"0447654321"_s, u""_s);
+    auto* panel = find<QPushButton>("ShowISDNNr");
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(find<QLabel>("DisplayISDNAmpel2")->isVisible());
+    EXPECT_EQ(panel->text(), u"0447654321"_s);
+    EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe"_s), u"2"_s);
+    EXPECT_TRUE(asked.isEmpty()) << "a call disturbed an open screen";
+
+    QTest::keyClick(&window, Qt::Key_F9);
+    EXPECT_EQ(asked, QStringList{u"call 0447654321"_s});
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_EQ(panel->text(), u""_s);
+    EXPECT_EQ(query(u"SELECT txt_Telefon FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s),
+              u"0447654321"_s);
+    common::clock::release();
+}
+
+TEST_F(ShellTest, SuppressedNumberIsRecordedAndOnlyCleared) {
+    start();
+    Q_EMIT line.IncomingCall({}, {}, {});
+    auto* panel = find<QPushButton>("ShowISDNNr");
+    EXPECT_TRUE(panel->isVisible());
+    QTest::mouseClick(panel, Qt::LeftButton);
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_TRUE(asked.isEmpty());
+    EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = False"_s), u"1"_s);
+}
+
+TEST_F(ShellTest, BackgroundErrorIsToldOnceRolledBackAndTheProgramGoesOn) {
+    int calls = 0;
+    procedures.pollWebShop = [&] {
+        if (++calls == 1)
+            return;
+        ConnMain.BeginTrans();
+        ConnMain.Execute(u"DELETE FROM tbl_Einstellungen_System"_s);
+        throw common::RunTimeError(common::kStoreFailure, u"Der Abruf ist gescheitert."_s, u"detail"_s);
+    };
+    frmMDI& window = start();
+    for (int i = 0; i < 2; ++i)
+        common::guarded(common::Origin::Background, [&] { window.InternetLinkTimer_Timer(); });
+    EXPECT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(dialogs.last().text, u"Der Abruf ist gescheitert."_s);
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_FALSE(ConnMain.InTransaction());
+    EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Einstellungen_System"_s), u"1"_s);
+    common::guarded(common::Origin::User, [&] { window.InternetLinkTimer_Timer(); });
+    EXPECT_EQ(dialogs.said.size(), 2);
+    EXPECT_EQ(ended, QList<int>{1});
+    EXPECT_EQ(line.stops, 1);
+}
+
+TEST_F(ShellTest, ErrorInATickWhileADialogIsOpenDoesNotTravelThroughIt) {
+    frmMDI& window = start();
+    procedures = {};
+    bool wentOn = false;
+    common::guarded(common::Origin::User, [&] {
+        dialogs.answer(platform::kAnswerYes, [&] {
+            const common::NestedEventLoop loop;
+            common::guarded(common::Origin::Background, [] { throw std::runtime_error("tick"); });
+        });
+        app->services().dialogs.MsgBox(u"?"_s, platform::kYesNo);
+        wentOn = true;
+    });
+    EXPECT_TRUE(wentOn);
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(ShellTest, ClosingEndsAtOnceWithoutAQuestion) {
+    start().close();
+    EXPECT_EQ(ended, QList<int>{0});
+    EXPECT_EQ(line.stops, 1);
+    EXPECT_FALSE(ConnMain.IsOpen());
+    EXPECT_TRUE(dialogs.said.isEmpty());
+}
+
+TEST_F(ShellTest, NoEntryIsADeadClick) {
+    frmMDI& window = start();
+    for (const shell::MenuEntry& entry : shell::menuEntries()) {
+        const QAction* action = window.menuAction(QLatin1String(entry.name));
+        ASSERT_TRUE(action) << entry.name;
+        if (entry.kind == shell::MenuKind::Screen) {
+            EXPECT_EQ(action->isEnabled(), app->screens().has(QLatin1String(entry.screen))) << entry.name;
+        }
+    }
+    EXPECT_TRUE(find<QToolButton>("ToolBarBestellung")->isEnabled());
+    EXPECT_TRUE(find<QToolButton>("ToolBarExit")->isEnabled());
+    EXPECT_FALSE(find<QToolButton>("ToolBarInternetTransfer")->isEnabled());
+    EXPECT_FALSE(find<QPushButton>("ShowInternetListeCommand")->isEnabled());
+}
+
+TEST_F(ShellTest, MenuKeysReachTheMenuAlsoFromATextField) {
+    build();
+    int opened = 0;
+    app->screens().add(u"frmVerwaltungKunden"_s, {.create = [&](QWidget* parent) {
+                           ++opened;
+                           auto* field = new QLineEdit(parent);
+                           field->setText(u"Ausschnitt"_s);
+                           return field;
+                       }});
+    ASSERT_TRUE(app->start());
+    frmMDI& window = app->mainWindow();
+    QApplication::setActiveWindow(&window);
+    QTest::keyClick(&window, Qt::Key_K, Qt::ControlModifier);
+    ASSERT_EQ(opened, 1);
+    auto* field = qobject_cast<QLineEdit*>(window.screens().open(u"frmVerwaltungKunden"_s));
+    field->setFocus();
+    field->setCursorPosition(3);
+    QTest::keyClick(field, Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(window.screens().open(u"frmAuftragswesenAuftragserfassung"_s));
+    QTest::keyClick(field, Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(field->text(), u"Ausschnitt"_s) << "the field took the menu's key for its own";
+    EXPECT_EQ(opened, 1) << "a screen opened twice";
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_TRUE(ended.isEmpty()) << "cutting text ended the program";
+    field->close();
+    QTest::qWait(1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(window.screens().open(u"frmVerwaltungKunden"_s));
+    EXPECT_EQ(window.findChildren<QMdiSubWindow*>().size(), 1);
+}
+
+TEST_F(ShellTest, ShopOrdersBeepUntilTheyAreLookedAt) {
+    int beeps = 0;
+    procedures.beep = [&] { ++beeps; };
+    frmMDI& window = start();
+    window.TimerBeep_Timer();
+    EXPECT_EQ(beeps, 0);
+    window.setInternetAttention(3);
+    window.TimerBeep_Timer();
+    window.InternetLinkTimer_Timer();
+    window.TimerBeep_Timer();
+    EXPECT_EQ(beeps, 2);
+    window.ShowInternetListeCommand_Click();
+    window.TimerBeep_Timer();
+    EXPECT_EQ(beeps, 2);
+}
+
+namespace {
+struct RightsCase {
+    const char* what;
+    int login;
+    qint16* right;
+    QStringList enabled;
+};
+} // namespace
+
+TEST_F(ShellTest, RightsOpenTheirEntries) {
+    const QStringList guarded{u"mnEinstellungenBenutzer"_s,
+                              u"mnDatenRestore"_s,
+                              u"mnSystemMessages"_s,
+                              u"mnEinstellungenSystem"_s,
+                              u"mnAuswertungenKundenumsatz"_s,
+                              u"mnAuswertungenKundenBuchungsjournal"_s,
+                              u"mnAuswertungenUmsatz"_s,
+                              u"mnAuswertungenUmsatzProdukt"_s,
+                              u"mnAuswertungenBuchungsjournal"_s,
+                              u"mnOnlineShop"_s,
+                              u"mnDatenBackup"_s,
+                              u"mnSystemUpdates"_s};
+    procedures.showSoftwareUpdate = [] {};
+    build();
+    for (const shell::MenuEntry& entry : shell::menuEntries())
+        if (*entry.screen && !app->screens().has(QLatin1String(entry.screen)))
+            app->screens().add(QLatin1String(entry.screen),
+                               {.create = [](QWidget* parent) { return new QWidget(parent); }});
+    registry.values.insert(u"TavolinoHelp/StepByStep/ID"_s, u"0"_s);
+    ASSERT_TRUE(app->start());
+    const RightsCase cases[] = {
+        {"login off", 0, nullptr, guarded},
+        {"no right", 1, nullptr, {}},
+        {"administrator", 1, &UserAdministrator, guarded},
+        {"settings", 1, &UserEinstellungen, {u"mnEinstellungenSystem"_s}},
+        {"customers", 1, &UserKundenStatistik, {guarded[4], guarded[5]}},
+        {"turnover", 1, &UserUmsatzStatistik, {guarded[6], guarded[7]}},
+        {"journal", 1, &UserBuchungsjournal, {guarded[8]}},
+        {"shop", 1, &UserOnlineShop, {guarded[9]}},
+        {"backup", 1, &UserDatensicherung, {guarded[10]}},
+    };
+    for (const RightsCase& c : cases) {
+        SysAnmeldungBenutzer = c.login;
+        if (c.right)
+            *c.right = 1;
+        app->mainWindow().ApplyUserRights();
+        for (const QString& entry : guarded)
+            EXPECT_EQ(app->mainWindow().menuAction(entry)->isEnabled(), c.enabled.contains(entry))
+                << c.what << ": " << entry.toStdString();
+        EXPECT_EQ(find<QToolButton>("ToolBarInternetTransfer")->isEnabled(), c.enabled.contains(guarded[9]))
+            << c.what;
+        EXPECT_TRUE(app->mainWindow().menuAction(u"mnVerwaltungKunden"_s)->isEnabled());
+        if (c.right)
+            *c.right = 0;
+    }
+}
+
+TEST_F(ShellTest, WithoutALogInScreenLogInIsOff) {
+    start();
+    SysAnmeldungBenutzer = 1;
+    app->mainWindow().ApplyUserRights();
+    EXPECT_FALSE(app->mainWindow().menuAction(u"mnEinstellungenAnmeldung"_s)->isEnabled());
+    EXPECT_FALSE(find<QToolButton>("ToolBarAnmeldung")->isEnabled());
+    EXPECT_TRUE(app->mainWindow().menuAction(u"mnOnlineShop"_s)->isEnabled());
+}
+
+TEST_F(ShellTest, MnemonicsAndShortcutsAreUnique) {
+    frmMDI& window = start();
+    QSet<QString> shortcuts;
+    QHash<QObject*, QString> letters;
+    for (const shell::MenuEntry& entry : shell::menuEntries()) {
+        QAction* action = window.menuAction(QLatin1String(entry.name));
+        const QString shortcut = action->shortcut().toString();
+        EXPECT_FALSE(!shortcut.isEmpty() && shortcuts.contains(shortcut)) << entry.name;
+        shortcuts.insert(shortcut);
+        const QString mnemonic = QKeySequence::mnemonic(action->text()).toString();
+        QString& used = letters[action->parent()];
+        EXPECT_FALSE(!mnemonic.isEmpty() && used.contains(mnemonic.right(1))) << entry.name;
+        used += mnemonic.right(1);
+    }
+}

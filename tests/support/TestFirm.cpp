@@ -3,6 +3,8 @@
 #include "common/Convert.h"
 #include "install/Installer.h"
 #include "store/SystemSettings.h"
+#include <QDir>
+#include <QFileInfo>
 
 namespace test {
 namespace {
@@ -86,9 +88,17 @@ void addPeople() {
         u"33')");
 }
 
+/// In memory where the system has such a folder: what a test does to the store would otherwise wait for the
+/// disk.
+QString folderTemplate() {
+    const QString memory = QStringLiteral("/dev/shm");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
+           QStringLiteral("/tavolino-test-XXXXXX");
+}
+
 } // namespace
 
-TestFirm::TestFirm() {
+TestFirm::TestFirm() : m_folder(folderTemplate()) {
     setTime(18, 0);
     install::installDatabases(folder());
     store::setAppPath(folder());

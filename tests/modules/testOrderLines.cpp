@@ -110,6 +110,18 @@ TEST_F(OrderLines, keyedTextsFindTheirArticle) {
     EXPECT_EQ(order.total(TotalRow::Total), 0);
 }
 
+TEST_F(OrderLines, exactNameComesFirstInWhateverOrderTheStoreDelivers) {
+    for (const char16_t* index : {u"idx_Produkte_Kurzzeichen", u"idx_Produkte_Produkt", u"idx_Extras_Extra"})
+        ConnMain.Execute(QStringLiteral("DROP INDEX ") + QString::fromUtf16(index));
+    type(0, Col::Kurzzeichen, u"1");
+    EXPECT_EQ(number(0, Col::ProduktID), TestFirm::kMargherita);
+    pickKaese();
+    EXPECT_EQ(text(1, Col::Bezeichnung), u"Käse");
+    // A beginning that is nobody's name takes the first row.
+    type(2, Col::Bezeichnung, u"Pizz");
+    EXPECT_EQ(number(2, Col::ProduktID), TestFirm::kHawaii);
+}
+
 TEST_F(OrderLines, keyedExtraIsWrittenWithoutKeys) {
     pickPizza();
     type(1, Col::Bezeichnung, u"Käse");

@@ -1,0 +1,12 @@
+#pragma once
+#include "platform/TelephoneLine.h"
+#include "platform/line/LineSettings.h"
+#include <memory>
+
+namespace platform {
+
+/// The line that the settings ask for, not started. Never null and never throws: a line that cannot be made
+/// out tells so when it is started.
+std::unique_ptr<BasicCAPI32> createLine(const LineSettings& settings);
+
+} // namespace platform

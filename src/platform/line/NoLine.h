@@ -1,0 +1,22 @@
+#pragma once
+#include "platform/TelephoneLine.h"
+
+namespace platform {
+
+/// No line, or one that cannot be made out: Start throws and tells why.
+class NoLine : public BasicCAPI32 {
+    Q_OBJECT
+  public:
+    explicit NoLine(const QString& reason, QObject* parent = nullptr);
+
+    bool IsAvailable() override { return false; }
+
+    void Start() override;
+
+    void Stop() override {}
+
+  private:
+    QString m_reason;
+};
+
+} // namespace platform

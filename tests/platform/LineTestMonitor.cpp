@@ -1,0 +1,109 @@
+#include "LineSupport.h"
+#include "platform/line/CallMonitorReader.h"
+#include "platform/line/LineFactory.h"
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+TEST(CallMonitorReader, PicksTheIncomingCalls) {
+    struct Case {
+        QByteArray stream;
+        QStringList callers;
+    };
+
+    const Case cases[] = {
+        {"16.07.26 18:01:02;RING;0;0441234567;620;SIP0;\r\n", {u"0441234567"_s}},
+        {"16.07.26 18:01:02;RING;0;+41791234567;620;SIP0;\n16.07.26 18:01:03;RING;1;044;620;SIP0;\n",
+         {u"+41791234567"_s, u"044"_s}},
+        {"16.07.26 18:01:02;RING;0;;620;SIP0;\r\n", {u""_s}},
+        {"16.07.26 18:01:02;RING;0;044;620\r\n", {u"044"_s}},
+        {"16.07.26 18:01:02;CALL;1;10;620;0441234567;SIP0;\r\n", {}},
+        {"16.07.26 18:01:02;CONNECT;0;10;0441234567;\r\n16.07.26 18:01:02;DISCONNECT;0;7;\r\n", {}},
+        {";;;;;;\n\n\r\n;RING;\nRING;0;044;620\n", {}},
+        {"16.07.26 18:01:02;RING;0;044;620;SIP0;", {}},
+        {QByteArray(3000, 'x') + ";RING;0;044;620;\nd;RING;0;055;620;\n", {u"055"_s}},
+        {"d;RING;0;044;620;" + QByteArray(2000, 'x') + "\nd;RING;0;055;620;\n", {u"055"_s}},
+        {QByteArray("\0\xff\x80;RING;\n", 11) + "d;RING;0;055;620;\n", {u"055"_s}},
+    };
+    for (const auto& [stream, callers] : cases) {
+        for (const int pieceSize : {1, 7, 100000}) {
+            platform::CallMonitorReader reader;
+            QStringList found;
+            for (int at = 0; at < stream.size(); at += pieceSize) {
+                for (const auto& call : reader.feed(stream.mid(at, pieceSize)))
+                    found << call.caller;
+            }
+            EXPECT_EQ(found, callers) << stream.left(60).toStdString() << " in pieces of " << pieceSize;
+        }
+    }
+}
+
+namespace {
+
+/// A router on the loopback.
+class Router {
+  public:
+    bool open(int port) { return m_server.listen(QHostAddress::LocalHost, quint16(port)); }
+
+    void close() {
+        m_server.close();
+        m_client.reset();
+    }
+
+    bool waitForClient() {
+        if (!QTest::qWaitFor([this] { return m_server.hasPendingConnections(); }))
+            return false;
+        m_client.reset(m_server.nextPendingConnection());
+        m_client->setParent(nullptr);
+        return true;
+    }
+
+    void say(const QByteArray& text) {
+        m_client->write(text);
+        m_client->flush();
+    }
+
+    bool clientLeaves() {
+        return QTest::qWaitFor([this] { return m_client->state() == QAbstractSocket::UnconnectedState; });
+    }
+
+  private:
+    QTcpServer m_server;
+    std::unique_ptr<QTcpSocket> m_client;
+};
+
+} // namespace
+
+TEST(CallMonitorLine, ReportsCallsAndComesBackByItself) {
+    platform::LineSettings settings;
+    settings.kind = platform::LineSettings::Kind::Monitor;
+    settings.retry = 50ms;
+    settings.monitor = {u"127.0.0.1"_s, freePort()};
+    LineWatcher phone(platform::createLine(settings));
+    phone.line->Start(); // the router is not there yet
+
+    Router router;
+    ASSERT_TRUE(router.open(settings.monitor.port));
+    ASSERT_TRUE(router.waitForClient());
+    router.say("d;RING;0;0441234567;620;SIP0;\r\nd;RI");
+    ASSERT_TRUE(phone.waitForCalls(1));
+    router.close(); // in the middle of a line, which is then forgotten
+
+    ASSERT_TRUE(router.open(settings.monitor.port));
+    ASSERT_TRUE(router.waitForClient());
+    router.say("NG;0;1;620;SIP0;\r\nd;RING;0;0791234567;621;SIP0;\r\n");
+    ASSERT_TRUE(phone.waitForCalls(2));
+    const std::vector<LineWatcher::Call> expected{{u"620"_s, u"0441234567"_s}, {u"621"_s, u"0791234567"_s}};
+    EXPECT_EQ(phone.calls, expected);
+
+    phone.line->Stop();
+    EXPECT_TRUE(router.clientLeaves());
+    phone.line->Start();
+    ASSERT_TRUE(router.waitForClient());
+    router.say("d;RING;0;3;620;SIP0;\n");
+    EXPECT_TRUE(phone.waitForCalls(3));
+}

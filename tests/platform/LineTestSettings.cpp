@@ -1,0 +1,91 @@
+#include "common/RunTimeError.h"
+#include "platform/line/LineFactory.h"
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using platform::LineSettings;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+LineSettings settingsFrom(const QByteArray& section) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"tavolino.ini"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Telefon]\n" + section);
+    file.close();
+    return LineSettings::read(file.fileName());
+}
+
+/// What a refused start tells; "" when the line starts.
+QString refusal(const LineSettings& settings) {
+    try {
+        platform::createLine(settings)->Start();
+    } catch (const common::RunTimeError& error) {
+        return error.sentence();
+    }
+    return {};
+}
+
+} // namespace
+
+TEST(LineSettings, ReadsTheWholeSection) {
+    const auto settings = settingsFrom("Leitung=SIP\nWiederholung=9\nSipAdresse=::1\nSipPort=5070\n"
+                                       "SipRegistrar=pbx.example:5080\nSipBenutzer=620\n"
+                                       "SipPasswort=\"a,b;c=\\\"d\\\\%\"\nSipAblauf=1\nCapiController=2\n"
+                                       "MonitorHost=192.168.1.1\nMonitorPort=1013\n");
+    EXPECT_EQ(settings.kind, LineSettings::Kind::Sip);
+    EXPECT_EQ(settings.retry.count(), 9000);
+    EXPECT_EQ(settings.sip.address, u"::1"_s);
+    EXPECT_EQ(settings.sip.port, 5070);
+    EXPECT_EQ(settings.sip.registrar, u"pbx.example"_s);
+    EXPECT_EQ(settings.sip.registrarPort, 5080);
+    EXPECT_EQ(settings.sip.domain, u"pbx.example"_s);
+    EXPECT_EQ(settings.sip.loginName, u"620"_s);
+    EXPECT_EQ(settings.sip.password, u"a,b;c=\"d\\%"_s);
+    EXPECT_EQ(settings.sip.expiry.count(), 60);
+    EXPECT_EQ(settings.capi.controller, 2);
+    EXPECT_EQ(settings.monitor.host, u"192.168.1.1"_s);
+    EXPECT_EQ(settings.monitor.port, 1013);
+}
+
+TEST(LineSettings, RegistrarMayHoldAPort) {
+    struct Case {
+        QByteArray text;
+        QString host;
+        int port;
+    };
+
+    const Case cases[] = {{"10.0.0.1", u"10.0.0.1"_s, 5060},
+                          {"[2001:db8::1]:5061", u"2001:db8::1"_s, 5061},
+                          {"2001:db8::1", u"2001:db8::1"_s, 5060},
+                          {"pbx:99999", u"pbx"_s, 0},
+                          {"", u""_s, 5060}};
+    for (const auto& [text, host, port] : cases) {
+        const auto sip = settingsFrom("SipRegistrar=" + text + "\n").sip;
+        EXPECT_EQ(sip.registrar, host) << text.toStdString();
+        EXPECT_EQ(sip.registrarPort, port) << text.toStdString();
+    }
+}
+
+TEST(LineSettings, ALineThatCannotBeTellsWhy) {
+    struct Case {
+        QByteArray section;
+        QString sentence;
+    };
+
+    const Case cases[] = {
+        {"", u"Es ist keine Telefonleitung eingerichtet."_s},
+        {"Leitung=keine\n", u"Es ist keine Telefonleitung eingerichtet."_s},
+        {"Leitung=ISDN\n", u"Die Telefonleitung \"ISDN\" in tavolino.ini ist unbekannt."_s},
+        {"Leitung=monitor\n",
+         u"Für den Anrufmonitor ist in tavolino.ini kein Router oder ein ungültiger Port angegeben."_s},
+        {"Leitung=sip\nSipPort=abc\n",
+         u"Die SIP-Leitung ist in tavolino.ini unvollständig oder falsch eingerichtet."_s},
+        {"Leitung=sip\nSipAdresse=pbx\n",
+         u"Die SIP-Leitung ist in tavolino.ini unvollständig oder falsch eingerichtet."_s},
+    };
+    for (const auto& [section, sentence] : cases)
+        EXPECT_EQ(refusal(settingsFrom(section)), sentence) << section.toStdString();
+}

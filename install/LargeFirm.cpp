@@ -13,6 +13,7 @@ constexpr int kPhoneBookEntries = 1'000'000;
 constexpr int kCouriers = 20;
 /// About five years at full scale; a smaller firm is a younger one, its days are as busy.
 constexpr int kOrdersADay = 550;
+/// From one line up to this many in turn: five on average.
 constexpr int kMostLines = 9;
 
 int scaled(int count, double scale) {
@@ -44,7 +45,7 @@ void writeOrders(sqlite3* handle, int count, int customers, int today) {
         order.discountPercent = random.percent(5) ? 10 : 0;
         order.cancelled = false;
         order.lines.clear();
-        maker.addLines(order, 1 + i % kMostLines);
+        maker.addLines(order, 1 + (i + kMostLines / 2) % kMostLines);
         book.book(order);
     }
 }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -329,10 +330,16 @@ TEST(Install, theIniFileIsForItsOwnerAlone) {
     EXPECT_EQ(file.permissions() &
                   (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
               QFile::Permissions());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString text = QString::fromUtf8(file.readAll());
-    EXPECT_TRUE(text.contains(u"[Telefon]"_s) && text.contains(u"\nLeitung=keine\n"_s));
-    EXPECT_FALSE(text.contains(u'@'));
+    const QSettings settings(file.fileName(), QSettings::IniFormat);
+    EXPECT_EQ(settings.value(u"Telefon/Leitung"_s).toString(), u"keine"_s);
+    EXPECT_EQ(settings.value(u"Inhaber/Name"_s).toString(), u"Inhaber"_s);
+    // Each installation has a password of its own.
+    const QTemporaryDir other;
+    install::installDatabases(other.path());
+    const QString password = settings.value(u"Inhaber/Passwort"_s).toString();
+    EXPECT_GE(password.size(), 12);
+    EXPECT_NE(QSettings(other.filePath(u"tavolino.ini"_s), QSettings::IniFormat).value(u"Inhaber/Passwort"_s),
+              password);
 }
 
 TEST(Install, aFolderThatCannotBeMadeIsToldByName) {

@@ -1,0 +1,229 @@
+#include "common/Value.h"
+#include "platform/ui/DataGrid.h"
+#include "platform/ui/FieldFormat.h"
+#include "platform/ui/FieldHelpers.h"
+#include "platform/ui/QtDialogs.h"
+#include "shell/PhoneBookSearch.h"
+#include "store/StoreGlobals.h"
+#include "telephony/frmVerwaltungTelefonbuch.h"
+#include "tests/screens/ShellFixture.h"
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using common::Value;
+using platform::ui::DataGrid;
+using test::ShellTest;
+
+TEST(FieldFormat, ShowsFieldsAsTheListsWantThem) {
+    struct {
+        Value value;
+        const char16_t* format;
+        const char16_t* shown;
+    } const cases[] = {
+        {Value(-1), u"\"Nein\";\"Ja\"", u"Ja"},
+        {Value(0), u"\"Nein\";\"Ja\"", u"Nein"},
+        {Value(1), u"\"Nein\";\"Ja\"", u"Nein"},
+        {Value(-2.5), u"0.00;\"minus\"", u"minus"},
+        {Value(-2.5), u"0.00;0.0", u"2.5"},
+        {Value(1234.5), u"0.00 ", u"1234.50 "},
+        {Value(-3.0), u"0.00", u"-3.00"},
+        {Value(common::Serial{46000}), u"DD/MM/YYYY", u"09/12/2025"},
+        {Value(u"kein Datum"), u"DD/MM/YYYY", u"kein Datum"},
+        {Value(u"Text"), u"0.00", u"Text"},
+        {Value(), u"0.00", u""},
+        {Value(12.5), u"", u"12.5"},
+    };
+
+    for (const auto& c : cases)
+        EXPECT_EQ(platform::ui::formatField(c.value, QString::fromUtf16(c.format)),
+                  QString::fromUtf16(c.shown));
+}
+
+namespace {
+
+class ListTest : public ShellTest {
+  protected:
+    ListTest() {
+        start();
+        for (const auto& [name, telefon] : {std::pair(u"Meier"_s, u"0441112233"_s),
+                                            std::pair(u"Ärni"_s, u"1"_s), std::pair(u""_s, u"0441112233"_s)})
+            ConnPhone.Execute(
+                u"INSERT INTO tbl_PhoneBook (txt_Name, txt_Vorname, txt_Ort, txt_Telefon, txt_Natel) "
+                "VALUES ('%1', 'Eva', 'Bern', '%2', '0790000000')"_s.arg(name, telefon));
+        control.setConnection(ConnPhone);
+        grid.setDataControl(control);
+        grid.formatColumns({{u"Key"_s, 0}, {u"Name"_s, 1500}, {u"Ort"_s, 1500}});
+        grid.resize(400, 200);
+        grid.show();
+    }
+
+    void load(const QString& condition) {
+        control.setRecordSource(u"SELECT txt_Telefon, txt_Name, txt_Ort FROM tbl_PhoneBook WHERE "_s +
+                                condition);
+        control.Refresh();
+    }
+
+    platform::ui::DataControl control;
+    DataGrid grid;
+};
+
+} // namespace
+
+TEST_F(ListTest, RowsAreChosenByMouseAndKeyboard) {
+    load(u"txt_Name <> '' ORDER BY txt_Name"_s);
+    ASSERT_EQ(grid.rowCount(), 2);
+    EXPECT_TRUE(grid.isColumnHidden(0));
+    EXPECT_EQ(grid.columnWidth(1), 100);
+    EXPECT_EQ(grid.text(0, 0), u"1"_s) << "the hidden key rides along";
+    QSignalSpy chosen(&grid, &DataGrid::rowChosen);
+    QSignalSpy activated(&grid, &DataGrid::rowActivated);
+    QSignalSpy menu(&grid, &DataGrid::rowContextMenu);
+    const auto at = [&](int row) { return grid.visualRect(grid.model()->index(row, 1)).center(); };
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(1));
+    QTest::keyClick(&grid, Qt::Key_Up);
+    QTest::keyClick(&grid, Qt::Key_Up);
+    EXPECT_EQ(chosen.size(), 2) << "staying on a row is no choice";
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, at(1));
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 180));
+    EXPECT_EQ(activated.size(), 2);
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, at(0));
+    QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(menu.size(), 2);
+    EXPECT_EQ(grid.row(), 0);
+}
+
+TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
+    load(u"txt_Name <> ''"_s);
+    QSignalSpy chosen(&grid, &DataGrid::rowChosen);
+    control.Sort(u"txt_Name ASC"_s);
+    EXPECT_EQ(grid.text(0, 1), u"Ärni"_s);
+    control.Filter(u"txt_Name = 'Meier'"_s);
+    EXPECT_EQ(grid.rowCount(), 1);
+    EXPECT_EQ(grid.text(0, 1), u"Meier"_s);
+    load(u"txt_Name = 'nobody'"_s);
+    EXPECT_EQ(grid.rowCount(), 0);
+    EXPECT_EQ(grid.row(), -1);
+    EXPECT_TRUE(grid.value(0, 0).isNull());
+    EXPECT_THROW(load(u"txt_Nonsense = 1"_s), std::exception);
+    EXPECT_EQ(grid.rowCount(), 0);
+    load(u"txt_Name <> ''"_s);
+    store::CloseDatabases();
+    EXPECT_EQ(grid.rowCount(), 0) << "a closed database leaves rows that cannot be read";
+    grid.repaint();
+    EXPECT_TRUE(chosen.isEmpty());
+}
+
+TEST_F(ListTest, PhoneBookPick) {
+    shell::PhoneBookSearch search(app->services());
+
+    struct {
+        const char16_t* number;
+        const char* how;
+        const char16_t* picked;
+    } const cases[] = {
+        {u"0441112233", "enter", u"Meier"},   {u"0790000000", "click", u"Meier"},
+        {u"0441112233", "close", nullptr},    {u"0441112233", "escape", nullptr},
+        {u"0441112233", "nameless", nullptr},
+    };
+
+    for (const auto& c : cases) {
+        int shown = 0;
+        QTimer::singleShot(0, [&] {
+            auto* list = qobject_cast<frmVerwaltungTelefonbuch*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(list);
+            shown = list->findChild<QLabel*>(u"lbl_KundenTotal"_s)->text().toInt();
+            auto* rows = list->findChild<DataGrid*>(u"grid_PhoneBook"_s);
+            const std::string how = c.how;
+            if (how == "enter") {
+                QTest::keyClick(rows, Qt::Key_Return);
+            } else if (how == "click") {
+                QTest::mouseDClick(rows->viewport(), Qt::LeftButton, {},
+                                   rows->visualRect(rows->model()->index(0, 0)).center());
+            } else if (how == "escape") {
+                QTest::keyClick(list, Qt::Key_Escape);
+            } else {
+                if (how == "nameless") {
+                    rows->setRow(1);
+                    QTest::keyClick(rows, Qt::Key_Return);
+                    EXPECT_TRUE(list->isVisible()) << "a row without a name was picked";
+                }
+                QTest::mouseClick(list->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
+            }
+        });
+        const auto picked = search.FindPhoneBookEntry(QString::fromUtf16(c.number));
+        EXPECT_GE(shown, 2) << c.how;
+        EXPECT_EQ(picked.has_value(), c.picked != nullptr) << c.how;
+        if (picked && c.picked) {
+            EXPECT_EQ(picked->txt_Name, QString::fromUtf16(c.picked));
+            EXPECT_EQ(picked->txt_Ort, u"Bern"_s);
+            EXPECT_EQ(picked->txt_Natel, u"0790000000"_s);
+        }
+    }
+    EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_FALSE(search.FindPhoneBookEntry(u"441112233"_s)) << "the leading zero counts in the directory";
+    EXPECT_EQ(dialogs.last().text, u"Diese Telefon Nummer steht in keinem Verzeichnis."_s);
+    EXPECT_EQ(dialogs.last().title, u"Unbekannte Telefon Nummer"_s);
+}
+
+TEST(FieldHelpers, DigitsEnterChainAndSelection) {
+    QWidget window;
+    auto* number = new QLineEdit(&window);
+    auto* name = new QLineEdit(&window);
+    auto* save = new QPushButton(u"&Speichern"_s, &window);
+    int saved = 0;
+    QObject::connect(save, &QPushButton::clicked, [&] { ++saved; });
+    platform::ui::digitsOnly(*number);
+    platform::ui::selectAllOnFocus(*name);
+    platform::ui::enterChain({number, name, save});
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    number->setFocus();
+    QTest::keyClicks(number, u"07a9 1-x"_s);
+    QTest::keyClick(number, Qt::Key_Backspace);
+    QApplication::clipboard()->setText(u" 44/55 "_s);
+    QTest::keyClick(number, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(number->text(), u"0794455"_s);
+    name->setText(u"Meier"_s);
+    QTest::keyClick(number, Qt::Key_Return);
+    EXPECT_TRUE(name->hasFocus());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(name->selectedText(), u"Meier"_s);
+    QTest::keyClick(name, Qt::Key_Enter);
+    EXPECT_TRUE(save->hasFocus());
+    QTest::keyClick(save, Qt::Key_Return);
+    EXPECT_EQ(saved, 1);
+}
+
+TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
+    struct {
+        int style;
+        Qt::Key key;
+        int answer;
+    } const cases[] = {
+        {platform::kYesNo, Qt::Key_J, platform::kAnswerYes},
+        {platform::kYesNo, Qt::Key_N, platform::kAnswerNo},
+        {platform::kYesNo, Qt::Key_Escape, platform::kAnswerNo},
+        {platform::kRetryCancel + platform::kStop, Qt::Key_W, platform::kAnswerRetry},
+        {platform::kRetryCancel, Qt::Key_Escape, platform::kAnswerCancel},
+        {platform::kInformation, Qt::Key_Return, platform::kAnswerOk},
+    };
+
+    for (const auto& c : cases) {
+        platform::ui::QtDialogs dialogs;
+        QTimer::singleShot(0, [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            ASSERT_TRUE(box);
+            QApplication::setActiveWindow(box);
+            const bool plain = c.key == Qt::Key_Escape || c.key == Qt::Key_Return;
+            QTest::keyClick(box, c.key, plain ? Qt::NoModifier : Qt::AltModifier);
+        });
+        EXPECT_EQ(dialogs.MsgBox(u"Frage"_s, c.style, u"Titel"_s), c.answer) << c.style;
+    }
+}

@@ -6,6 +6,7 @@
 #include "platform/ui/CellGrid.h"
 #include "platform/ui/DataControl.h"
 #include "telephony/PhoneBook.h"
+#include <QAbstractButton>
 #include <QWidget>
 #include <memory>
 

@@ -1,3 +1,4 @@
+#include "platform/line/LineFactory.h"
 #include "platform/ui/CupsPrinters.h"
 #include "platform/ui/IniRegistryStore.h"
 #include "platform/ui/QtDialogs.h"

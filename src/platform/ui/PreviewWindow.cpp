@@ -22,7 +22,7 @@ PreviewWindow::PreviewWindow(ReportDocument report, QString printerName, Dialogs
     setAttribute(Qt::WA_QuitOnClose, false);
     setObjectName(u"PreviewWindow"_s);
     setWindowTitle(m_report.title());
-    // A file as device: the preview needs no printer and does not wait for one.
+    // A file as device: the preview needs no printer.
     m_device.setOutputFormat(QPrinter::PdfFormat);
     m_report.setUp(m_device);
     m_preview = new QPrintPreviewWidget(&m_device, this);

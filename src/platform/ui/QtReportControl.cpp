@@ -11,9 +11,15 @@ void QtReportControl::PrintReport() {
     try {
         run(fill());
     } catch (const common::RunTimeError& error) {
-        m_dialogs.MsgBox(error.sentence() + u"\n\nEs wurde nichts gedruckt."_s, kOk + kStop,
-                         WindowTitle.isEmpty() ? u"Bericht"_s : WindowTitle);
+        tell(error.sentence());
+    } catch (const std::exception& error) {
+        tell(u"Der Bericht lässt sich nicht erstellen (%1)."_s.arg(QString::fromUtf8(error.what())));
     }
+}
+
+void QtReportControl::tell(const QString& failure) {
+    m_dialogs.MsgBox(failure + u"\n\nEs wurde nichts gedruckt."_s, kOk + kStop,
+                     WindowTitle.isEmpty() ? u"Bericht"_s : WindowTitle);
 }
 
 FilledReport QtReportControl::fill() const {

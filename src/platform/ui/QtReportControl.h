@@ -17,6 +17,7 @@ class QtReportControl : public ReportControl {
   private:
     FilledReport fill() const;
     void run(FilledReport report);
+    void tell(const QString& failure);
 
     Dialogs& m_dialogs;
 };

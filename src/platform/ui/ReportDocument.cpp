@@ -92,7 +92,7 @@ bool ReportDocument::print(QPrinter& printer) const {
 
 void ReportDocument::drawPage(QPainter& painter, QTextDocument& document, int page, int resolution) const {
     const QMarginsF& margins = m_report.page.margins;
-    const QSizeF body(document.textWidth() > 0 ? document.textWidth() : document.pageSize().width(),
+    const QSizeF body(document.textWidth(),
                       m_report.page.isRoll() ? document.size().height() : document.pageSize().height());
     const QRectF view(0, page * body.height(), body.width(), body.height());
     painter.save();

@@ -1,0 +1,78 @@
+#include "OurRoads.h"
+#include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "orders/modBestellNummern.h"
+#include "store/SqliteEngine.h"
+#include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
+#include <QCoreApplication>
+
+namespace bench {
+
+using orders::Col;
+
+OpenInstallation::OpenInstallation(const QString& folder) {
+    store::setAppPath(folder);
+    store::OpenDatabases();
+    store::LoadSystemSettings();
+}
+
+OpenInstallation::~OpenInstallation() {
+    store::CloseDatabases();
+}
+
+sqlite3* OpenInstallation::handle() {
+    return dynamic_cast<store::SqliteEngine&>(ConnMain.engine()).handle();
+}
+
+OrderRoads::OrderRoads() {
+    m_order.SetUp();
+}
+
+void OrderRoads::call(orders::WorkingOrder& order, const QString& number) {
+    const qint64 id = modVerwaltungKunden::FindKundeByTelefon(common::parseNumber(number).value_or(-1));
+    order.SucheTelefonNummer(number);
+    if (modVerwaltungKunden::KundeExists(id))
+        order.FillFromCall(id);
+}
+
+void OrderRoads::keyedCode(const QString& code) {
+    m_order.BestellungGrid.endEdit(m_line++ % kLines, Col::Kurzzeichen, code);
+}
+
+void OrderRoads::prepare(const Workload& work) {
+    call(work.callers.front().number);
+    m_line = 0;
+    for (size_t i = 0; i < kLines; ++i)
+        keyedCode(work.codes.at(i).keyed);
+}
+
+void OrderRoads::book() {
+    modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs, m_services.navigation);
+}
+
+void OrderRoads::load(qint64 trxNr) {
+    modAuftragswesenAuftragserfassung::LoadBestellung(m_order, trxNr);
+}
+
+qint64 OrderRoads::following(qint64 trxNr) {
+    return modBestellNummern::GetFollowingTrxNr(trxNr);
+}
+
+ScreenRoads::ScreenRoads() : m_screen(m_services.services(), m_phoneBook) {
+    m_screen.resize(1366, 768);
+    m_screen.show();
+    paint();
+}
+
+void ScreenRoads::keyedCode(const QString& code) {
+    m_screen.order().BestellungGrid.endEdit(m_line++ % kLines, Col::Kurzzeichen, code);
+}
+
+void ScreenRoads::paint() {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}
+
+} // namespace bench

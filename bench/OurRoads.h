@@ -1,0 +1,68 @@
+#pragma once
+#include "Quiet.h"
+#include "Workload.h"
+#include "orders/WorkingOrder.h"
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+
+namespace bench {
+
+/// The installation's databases, open as the program opens them. One at a time.
+class OpenInstallation {
+  public:
+    explicit OpenInstallation(const QString& folder);
+    ~OpenInstallation();
+    OpenInstallation(const OpenInstallation&) = delete;
+    OpenInstallation& operator=(const OpenInstallation&) = delete;
+
+    /// The connection's own handle.
+    static struct sqlite3* handle();
+};
+
+/// The roads through Tavolino's own code, from the order on, without a window.
+class OrderRoads {
+  public:
+    OrderRoads();
+
+    /// What a call that is taken does with the order.
+    static void call(orders::WorkingOrder& order, const QString& number);
+
+    void call(const QString& number) { call(m_order, number); }
+
+    /// Keys the code into one of the first eight lines.
+    void keyedCode(const QString& code);
+    /// Takes a call and keys eight lines.
+    void prepare(const Workload& work);
+    void book();
+    void load(qint64 trxNr);
+    qint64 following(qint64 trxNr);
+
+  private:
+    QuietServices m_services;
+    orders::WorkingOrder m_order;
+    int m_line = 0;
+};
+
+/// The same on the order screen in a window of 1366 x 768.
+class ScreenRoads {
+  public:
+    ScreenRoads();
+
+    void call(const QString& number) { m_screen.takeCall(number); }
+
+    void keyedCode(const QString& code);
+
+    void load(qint64 trxNr) { m_screen.loadBooking(trxNr); }
+
+    /// Until everything that has changed is painted.
+    void paint();
+
+  private:
+    QuietServices m_services;
+    QuietPhoneBook m_phoneBook;
+    frmAuftragswesenAuftragserfassung m_screen;
+    int m_line = 0;
+};
+
+constexpr int kLines = 8;
+
+} // namespace bench

@@ -1,0 +1,80 @@
+#pragma once
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "platform/RegistryStore.h"
+#include "platform/ReportControl.h"
+#include "platform/Services.h"
+#include "telephony/PhoneBook.h"
+
+/// Services that do nothing, so that only the road itself is measured.
+namespace bench {
+
+class QuietDialogs : public platform::Dialogs {
+  public:
+    int MsgBox(const QString&, int, const QString&) override { return platform::kAnswerNo; }
+
+    QString InputBox(const QString&, const QString&, const QString&) override { return {}; }
+};
+
+class QuietNavigation : public platform::Navigation {
+  public:
+    bool hasScreen(const QString&) const override { return true; }
+
+    void showScreen(const QString&, bool) override {}
+
+    void openOrderForNumber(const QString&) override {}
+
+    void openCustomer(qint64) override {}
+
+    void openBooking(qint64) override {}
+
+    void showNextTrxNr(const QString&) override {}
+
+    void showVorbestellungCount(qint64) override {}
+
+    void incomingCall(const QString&, const QString&, const QString&) override {}
+
+    void endProgram(int) override { qFatal("The program was to end."); }
+};
+
+class QuietRegistry : public platform::RegistryStore {
+  public:
+    QString GetSetting(const QString&, const QString&, const QString&, const QString& fallback) override {
+        return fallback;
+    }
+
+    void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}
+};
+
+class QuietReports : public platform::ReportControl {
+  public:
+    void PrintReport() override {}
+};
+
+class QuietPrinters : public platform::Printers {
+  public:
+    QList<platform::Printer> all() override { return {}; }
+
+    platform::Printer defaultPrinter() override { return {}; }
+
+    void setDefaultPrinter(const platform::Printer&) override {}
+};
+
+class QuietPhoneBook : public telephony::PhoneBook {
+  public:
+    std::optional<modVerwaltungTelefonbuch::PhoneBookEntry> FindPhoneBookEntry(const QString&) override {
+        return std::nullopt;
+    }
+};
+
+struct QuietServices {
+    QuietDialogs dialogs;
+    QuietNavigation navigation;
+    QuietRegistry registry;
+    QuietReports reports;
+    QuietPrinters printers;
+
+    platform::Services services() { return {dialogs, navigation, registry, reports, printers}; }
+};
+
+} // namespace bench

@@ -1,0 +1,57 @@
+#pragma once
+#include "RawStore.h"
+#include "Workload.h"
+
+namespace bench {
+
+/// The roads as the same statements in the same order on the engine's C interface: prepared once, the same
+/// values bound, the same columns of the same rows read. No text is built, nothing is shown or kept.
+class RawRoads {
+  public:
+    explicit RawRoads(RawStore& store);
+
+    void call(double telefon);
+    void keyedCode(const Workload::Code& code);
+    void extrasOf(qint64 produktId);
+    void book();
+    void load(qint64 trxNr);
+    qint64 following(qint64 trxNr);
+
+    /// Keyed last; extrasOf asks for it.
+    qint64 lastProdukt() const { return m_lastProdukt; }
+
+    /// What was read, so that no reading can be left out.
+    qint64 sum() const { return m_sum; }
+
+  private:
+    qint64 lastTrxNr();
+    qint64 findKunde(double telefon);
+    void kundeAdresse(qint64 kundenId);
+    void kundeExists(qint64 kundenId);
+    void kurier(qint64 kurierId);
+    void readArtikel();
+    void bookHead(qint64 trxNr);
+    void bookLine(qint64 trxNr, int line);
+    void readLine();
+    void nameOf(RawStatement& statement, qint64 key);
+
+    void take(std::string_view text) { m_sum += qint64(text.size()); }
+
+    void take(double number) { m_sum += qint64(number); }
+
+    void take(qint64 number) { m_sum += number; }
+
+    struct Line {
+        bool isProdukt;
+        qint64 produkt, extra;
+    };
+
+    RawStatement m_begin, m_commit, m_lastTrxNr, m_nextTrxNr, m_findKunde, m_adresse, m_exists, m_artikel,
+        m_extras, m_insertHead, m_insertLine, m_head, m_kurier, m_lines, m_code, m_produkt, m_extra,
+        m_following;
+    std::vector<Line> m_read;
+    qint64 m_lastProdukt = 0;
+    qint64 m_sum = 0;
+};
+
+} // namespace bench

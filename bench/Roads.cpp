@@ -1,0 +1,95 @@
+#include "Roads.h"
+#include "StatementLog.h"
+#include "orders/modBestellNummern.h"
+#include "store/StoreGlobals.h"
+
+namespace bench {
+namespace {
+
+constexpr size_t kCompared = 20;
+
+} // namespace
+
+Roads::Roads(const QString& folder, const QString& copy) :
+    m_installation(folder), m_store(copy), m_raw(m_store), m_work(drawWorkload(m_store)),
+    m_lastBefore(modBestellNummern::GetLastTrxNr()) {
+    m_order.prepare(m_work);
+}
+
+Roads::~Roads() {
+    for (const char* where : {"Master WHERE lng_TrxNr", "Details WHERE lng_TrxNrMaster"}) {
+        const QString sql = QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_") +
+                            QString::fromLatin1(where) + QStringLiteral(" > ") +
+                            QString::number(m_lastBefore);
+        ConnMain.Execute(sql);
+        m_store.run(sql.toUtf8().constData());
+    }
+}
+
+std::vector<Road> Roads::roads() {
+    return {
+        {"Call: customer and head on the order", 50, [this](size_t i) { m_order.call(caller(i).number); },
+         [this](size_t i) { m_raw.call(caller(i).telefon); }},
+        {"Call: customer on the screen", 50, [this](size_t i) { m_screen.call(caller(i).number); },
+         [this](size_t i) { m_raw.call(caller(i).telefon); }},
+        {"Keyed code: priced line, totals", 100, [this](size_t i) { m_order.keyedCode(code(i).keyed); },
+         [this](size_t i) { m_raw.keyedCode(code(i)); }},
+        {"Keyed code on the screen, extras offered", 50,
+         [this](size_t i) { m_screen.keyedCode(code(i).keyed); },
+         [this](size_t i) {
+             m_raw.keyedCode(code(i));
+             m_raw.extrasOf(m_raw.lastProdukt());
+         }},
+        {"Loading an order", 50, [this](size_t i) { m_order.load(order(i)); },
+         [this](size_t i) { m_raw.load(order(i)); }},
+        {"Stepping: the next order's number", 200, [this](size_t i) { m_order.following(order(i)); },
+         [this](size_t i) { m_raw.following(order(i)); }},
+        {"Stepping: the next order loaded", 50,
+         [this](size_t i) { m_order.load(m_order.following(order(i))); },
+         [this](size_t i) { m_raw.load(m_raw.following(order(i))); }},
+        {"Booking 8 lines", 20, [this](size_t) { m_order.book(); }, [this](size_t) { m_raw.book(); }},
+    };
+}
+
+std::vector<Road> Roads::painted() {
+    const auto painting = [this](std::function<void(size_t)> road) {
+        return [this, road = std::move(road)](size_t i) {
+            road(i);
+            m_screen.paint();
+        };
+    };
+    return {
+        {"Call, painted", 5, painting([this](size_t i) { m_screen.call(caller(i).number); }), {}},
+        {"Keyed code, painted", 5, painting([this](size_t i) { m_screen.keyedCode(code(i).keyed); }), {}},
+        {"Loading an order, painted", 5, painting([this](size_t i) { m_screen.load(order(i)); }), {}},
+    };
+}
+
+std::string Roads::differences() {
+    std::string result;
+    for (const Road& road : roads()) {
+        m_order.prepare(m_work);
+        // What is looked up once only, such as a table's columns, is no part of the road.
+        road.ours(0);
+        road.raw(0);
+        const StatementLog ours(OpenInstallation::handle());
+        const StatementLog raw(m_store.handle());
+        for (size_t i = 0; i < kCompared; ++i) {
+            road.ours(i);
+            road.raw(i);
+        }
+        const auto& a = ours.statements();
+        const auto& b = raw.statements();
+        qsizetype at = 0;
+        while (at < a.size() && at < b.size() && a[at] == b[at])
+            ++at;
+        if (at < a.size() || at < b.size())
+            result += road.name + ", statement " + std::to_string(at + 1) + " of " +
+                      std::to_string(a.size()) + "/" + std::to_string(b.size()) +
+                      "\n  Tavolino: " + a.value(at).toStdString() +
+                      "\n  compared: " + b.value(at).toStdString() + "\n";
+    }
+    return result;
+}
+
+} // namespace bench

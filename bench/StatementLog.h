@@ -1,0 +1,24 @@
+#pragma once
+#include <QByteArray>
+#include <QList>
+
+struct sqlite3;
+
+namespace bench {
+
+/// Writes down the statements that a connection runs while the log lives.
+class StatementLog {
+  public:
+    explicit StatementLog(sqlite3* handle);
+    ~StatementLog();
+    StatementLog(const StatementLog&) = delete;
+    StatementLog& operator=(const StatementLog&) = delete;
+
+    const QList<QByteArray>& statements() const { return m_statements; }
+
+  private:
+    sqlite3* m_handle;
+    QList<QByteArray> m_statements;
+};
+
+} // namespace bench

@@ -2,10 +2,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
 #include <QThread>
 #include <QTimer>
-#include <functional>
 
 namespace platform::ui {
 namespace {
@@ -47,19 +48,27 @@ bool isNoDigit(const QKeyEvent& key) {
     return !shortcut && !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
 }
 
+/// Acts once the focus has come and, with the mouse, the press that brought it has put the cursor down.
+void watchFocus(QWidget& field, std::function<void()> action) {
+    new Filter(field, [&field, action = std::move(action)](QEvent& event) {
+        if (event.type() == QEvent::FocusIn)
+            QTimer::singleShot(0, &field, action);
+        return false;
+    });
+}
+
+QString withoutQuotes(QString text) {
+    return text.remove(QLatin1Char('"')).remove(QLatin1Char('\''));
+}
+
 } // namespace
 
 void selectAllOnFocus(QLineEdit& field) {
-    new Filter(field, [&field](QEvent& event) {
-        if (event.type() != QEvent::FocusIn)
-            return false;
-        if (static_cast<QFocusEvent&>(event).reason() == Qt::MouseFocusReason)
-            // The press that brought the focus would put the cursor down afterwards.
-            QTimer::singleShot(0, &field, &QLineEdit::selectAll);
-        else
-            QMetaObject::invokeMethod(&field, &QLineEdit::selectAll, Qt::QueuedConnection);
-        return false;
-    });
+    watchFocus(field, [&field] { field.selectAll(); });
+}
+
+void selectAllOnFocus(QPlainTextEdit& field) {
+    watchFocus(field, [&field] { field.selectAll(); });
 }
 
 void enterChain(const QList<QWidget*>& fields) {
@@ -92,6 +101,38 @@ void digitsOnly(QLineEdit& field) {
         }
         return isNoDigit(key);
     });
+}
+
+void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule) {
+    new Filter(field, [&field, rule = std::move(rule)](QEvent& event) {
+        if (event.type() != QEvent::FocusOut)
+            return false;
+        // A menu over the field and a message box are no leaving.
+        const Qt::FocusReason reason = static_cast<QFocusEvent&>(event).reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            field.setText(rule(field.text()));
+        return false;
+    });
+}
+
+void removeQuotes(QLineEdit& field) {
+    field.setText(withoutQuotes(field.text()));
+}
+
+void removeQuotes(QPlainTextEdit& field) {
+    field.setPlainText(withoutQuotes(field.toPlainText()));
+}
+
+void fillNumbers(QComboBox& list, int first, int last) {
+    for (int number = first; number <= last; ++number)
+        list.addItem(QString::number(number));
+    list.setCurrentIndex(0);
+}
+
+void chooseText(QComboBox& list, const QString& text) {
+    if (!text.isEmpty() && list.findText(text) < 0)
+        list.addItem(text);
+    list.setCurrentIndex(text.isEmpty() ? 0 : list.findText(text));
 }
 
 void waitMilliseconds(int milliseconds) {

@@ -1,0 +1,76 @@
+#include "masterdata/modProdukteKategorien.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "store/Lookups.h"
+#include "store/StoreGlobals.h"
+#include <QCoreApplication>
+
+using store::OpenRecordset;
+using namespace Qt::StringLiterals;
+
+namespace modProdukteKategorien {
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("modProdukteKategorien", text);
+}
+
+QString rowQuery(qint64 key) {
+    return u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = "_s + QString::number(key);
+}
+
+} // namespace
+
+QString ProduktGruppenListe() {
+    return u"SELECT lng_ID, txt_ProduktGruppe, lng_Reihenfolge, flag_Internet "
+           u"FROM tbl_Verwaltung_ProdukteKategorien ORDER BY lng_Reihenfolge"_s;
+}
+
+std::optional<ProduktGruppe> LoadProduktGruppe(qint64 key) {
+    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        return {};
+    return ProduktGruppe{row->Fields(u"txt_ProduktGruppe").text(), row->Fields(u"lng_Reihenfolge").toLong(),
+                         row->Fields(u"flag_Internet").Value().isTrue()};
+}
+
+void SaveProduktGruppe(const ProduktGruppe& gruppe, qint64 key) {
+    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        row->AddNew();
+    row->Fields(u"txt_ProduktGruppe") = gruppe.txt_ProduktGruppe;
+    row->Fields(u"lng_Reihenfolge") = gruppe.lng_Reihenfolge;
+    row->Fields(u"flag_Internet") = gruppe.flag_Internet;
+    row->Fields(u"lng_Updated") = 1;
+    row->Update();
+}
+
+qint64 FindProduktGruppe(const QString& name, qint64 key) {
+    return store::findDuplicate(u"tbl_Verwaltung_ProdukteKategorien"_s, u"txt_ProduktGruppe"_s, name, key);
+}
+
+bool CanDeleteProduktGruppe(qint64 key) {
+    return !store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ProduktGruppe = "_s +
+                             QString::number(key));
+}
+
+void DeleteProduktGruppe(qint64 key) {
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = "_s +
+                     QString::number(key));
+}
+
+bool CheckProduktGruppenDefined(platform::Dialogs& dialogs, platform::Navigation& navigation) {
+    {
+        OpenRecordset rows(
+            RsMain, u"SELECT Count(*) AS TotalKategories FROM tbl_Verwaltung_ProdukteKategorien"_s, ConnMain);
+        if (rows->Fields(u"TotalKategories").toLong() > 0)
+            return true;
+    }
+    dialogs.MsgBox(tr("Sie müssen zu erst mindestens eine Produkt Gruppe definieren, bevor Sie die Prokukte "
+                      "erfassen können."),
+                   platform::kOk, tr("Fehlende Eingabe"));
+    navigation.showScreen(u"frmProdukteKategorien"_s);
+    return false;
+}
+
+} // namespace modProdukteKategorien

@@ -1,7 +1,16 @@
 #include "shell/Screens.h"
+#include "masterdata/frmProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 
 namespace shell {
+namespace {
+
+/// For a screen that needs nothing but the services.
+template <typename Screen> auto creator(const platform::Services& services) {
+    return [services](QWidget* parent) -> QWidget* { return new Screen(services, parent); };
+}
+
+} // namespace
 
 void registerScreens(ScreenRegistry& registry, const platform::Services& services,
                      telephony::PhoneBook& phoneBook) {
@@ -10,6 +19,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                       return new frmAuftragswesenAuftragserfassung(services, phoneBook, parent);
                   },
                   .maximised = true});
+    registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
 }
 
 } // namespace shell

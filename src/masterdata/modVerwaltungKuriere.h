@@ -1,14 +1,34 @@
 #pragma once
 #include <QString>
+#include <optional>
 #include <vector>
 
-/// Lookups of couriers, who are known by a short code.
+/// Couriers, who are known by a short code.
 namespace modVerwaltungKuriere {
+
+struct Kurier {
+    QString txt_Kurzzeichen;
+    QString txt_Bezeichnung;
+    /// 1 to 25: never renumbered, not unique.
+    qint64 lng_Reihenfolge = 1;
+};
 
 struct KurierEintrag {
     qint64 lng_ID;
     QString txt_Kurzzeichen;
 };
+
+/// Query of the list: lng_ID, code, name, position.
+QString KuriereListe();
+/// Nothing for a missing row.
+std::optional<Kurier> LoadKurier(qint64 key);
+/// Adds a row when the key is not there.
+void SaveKurier(const Kurier& kurier, qint64 key);
+/// Key of another courier of that code, -1 without one.
+qint64 FindKurier(const QString& kurzzeichen, qint64 key);
+/// False as long as a booking or a pre-order refers to the courier.
+bool CanDeleteKurier(qint64 key);
+void DeleteKurier(qint64 key);
 
 /// The code as stored if it exists, otherwise "".
 QString CheckKurierKurzzeichen(const QString& kurzzeichen);
@@ -20,5 +40,7 @@ QString GetKurierKurzzeichen(qint64 kurierId);
 QString GetFirstKurier();
 /// Entries of the courier menu in their order.
 std::vector<KurierEintrag> FillKurierMenu();
+/// Entries of the courier lists, in the order in which the store delivers them.
+std::vector<KurierEintrag> FillKurierCombo();
 
 } // namespace modVerwaltungKuriere

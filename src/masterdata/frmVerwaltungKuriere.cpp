@@ -1,0 +1,76 @@
+#include "masterdata/frmVerwaltungKuriere.h"
+#include "masterdata/modVerwaltungKuriere.h"
+#include "platform/ui/FieldHelpers.h"
+#include "ui_frmVerwaltungKuriere.h"
+
+using namespace modVerwaltungKuriere;
+
+frmVerwaltungKuriere::frmVerwaltungKuriere(const platform::Services& services, QWidget* parent) :
+    MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmVerwaltungKuriere>()) {
+    m_ui->setupUi(this);
+    platform::ui::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
+    setUpForm({.grid = m_ui->KuriereGrid,
+               .cmdClean = m_ui->cmdClean,
+               .cmdSave = m_ui->cmdSave,
+               .cmdDelete = m_ui->cmdDelete,
+               .cmdClose = m_ui->cmdClose,
+               .enterChain = {m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge,
+                              m_ui->cmdSave}},
+              {7000, 7000});
+    FormatGrid();
+}
+
+frmVerwaltungKuriere::~frmVerwaltungKuriere() = default;
+
+void frmVerwaltungKuriere::FormatGrid() {
+    showRows(KuriereListe(), {{{}, 0},
+                              {tr("Kurzzeichen"), 1500},
+                              {tr("Bezeichnung"), 2500},
+                              {tr("Reihenfolge"), 1000, Qt::AlignHCenter}});
+}
+
+void frmVerwaltungKuriere::CleanMask() {
+    MasterDataForm::CleanMask();
+    m_ui->txt_Kurzzeichen->clear();
+    m_ui->txt_Bezeichnung->clear();
+}
+
+void frmVerwaltungKuriere::chooseRow(int row) {
+    loadRecord(keyOfRow(row));
+}
+
+bool frmVerwaltungKuriere::showRecord(qint64 key) {
+    const auto kurier = LoadKurier(key);
+    if (!kurier)
+        return false;
+    m_ui->txt_Kurzzeichen->setText(kurier->txt_Kurzzeichen);
+    m_ui->txt_Bezeichnung->setText(kurier->txt_Bezeichnung);
+    platform::ui::chooseText(*m_ui->combo_Reihenfolge, QString::number(kurier->lng_Reihenfolge));
+    return true;
+}
+
+bool frmVerwaltungKuriere::checkInput() {
+    if (!filled(*m_ui->txt_Kurzzeichen))
+        return refuse(tr("Bitte geben Sie ein Kurzzeichen ein."), tr("Fehlerhafte Eingabe"));
+    if (FindKurier(m_ui->txt_Kurzzeichen->text(), key()) >= 0)
+        return refuse(tr("Dieses Kurzzeichen existiert bereits."), tr("Fehlende Eingabe"), platform::kYesNo);
+    if (!filled(*m_ui->txt_Bezeichnung))
+        return refuse(tr("Bitte geben Sie eine Bezeichnung ein."), tr("Fehlerhafte Eingabe"));
+    return true;
+}
+
+void frmVerwaltungKuriere::saveRecord() {
+    SaveKurier({m_ui->txt_Kurzzeichen->text(), m_ui->txt_Bezeichnung->text(),
+                m_ui->combo_Reihenfolge->currentText().toLongLong()},
+               key());
+}
+
+bool frmVerwaltungKuriere::mayDelete() {
+    return CanDeleteKurier(key()) ||
+           refuse(tr("Dieser Kurier kann nicht gelöscht werden, da bereits Buchungen bestehen."),
+                  tr("Löschen Kurier"), platform::kInformation);
+}
+
+void frmVerwaltungKuriere::deleteRecord() {
+    DeleteKurier(key());
+}

@@ -1,5 +1,6 @@
 #include "shell/Screens.h"
 #include "masterdata/frmProdukteKategorien.h"
+#include "masterdata/frmVerwaltungKuriere.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 
 namespace shell {
@@ -20,6 +21,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                   },
                   .maximised = true});
     registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
+    registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
 }
 
 } // namespace shell

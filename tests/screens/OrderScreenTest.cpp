@@ -1,10 +1,12 @@
 #include "common/Guard.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/RegistryStore.h"
 #include "platform/ui/DataGrid.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>

@@ -3,6 +3,7 @@
 #include "common/RunTimeError.h"
 #include "platform/line/LineFactory.h"
 #include <QElapsedTimer>
+#include <QNetworkDatagram>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QUdpSocket>
@@ -137,6 +138,23 @@ TEST(SipLine, CountsARepeatedInviteOnce) {
     EXPECT_FALSE(caller.heard().contains("200"));
 }
 
+TEST(SipLine, RingsWhateverTheExchangeAddsToTheCall) {
+    const int port = freePort();
+    auto phone = sipLine(port);
+    phone.line->Start();
+    size_t count = 0;
+    for (const QByteArray extra :
+         {"Content-Type: multipart/mixed;boundary=x\r\n", "Content-Type: application/ISUP\r\n",
+          "Require: 100rel\r\n", "Require: timer\r\nSession-Expires: 30\r\n", "Accept: application/foo\r\n",
+          "Expires: 120\r\n", "Alert-Info: <http://127.0.0.1/bell>\r\nHistory-Info: <sip:1@a>;index=1\r\n",
+          "Diversion: <sip:1@a>\r\n"}) {
+        RawCaller caller(port);
+        caller.send(caller.request("INVITE", "extra" + QByteArray::number(qint64(++count)), extra));
+        EXPECT_TRUE(caller.hears("180")) << extra.toStdString() << caller.heard().join(' ').toStdString();
+    }
+    EXPECT_TRUE(phone.waitForCalls(count));
+}
+
 TEST(SipLine, AnswersWhetherItLivesAndRefusesTheRest) {
     const int port = freePort();
     auto phone = sipLine(port);
@@ -234,7 +252,19 @@ TEST(SipLine, KeepsTryingUntilTheRegistrarIsThereAndStopsWhenItIsGone) {
     const auto registrar = Sipp::registrar(u"registrar_grants.xml"_s, registrarPort);
     EXPECT_TRUE(registrar->succeeds()) << registrar->errors().toStdString();
     QTest::qWait(100); // the answer is on its way, and nothing tells of its arrival
+
+    QUdpSocket silentRegistrar;
+    ASSERT_TRUE(silentRegistrar.bind(QHostAddress::LocalHost, quint16(registrarPort)));
     QElapsedTimer stopping;
+    stopping.start();
+    phone.line->Stop();
+    EXPECT_LT(stopping.elapsed(), 2000);
+    ASSERT_TRUE(silentRegistrar.hasPendingDatagrams());
+
+    phone.line->Start(); // nobody answers the log-in
+    while (silentRegistrar.hasPendingDatagrams())
+        silentRegistrar.receiveDatagram();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return silentRegistrar.hasPendingDatagrams(); }));
     stopping.start();
     phone.line->Stop();
     EXPECT_LT(stopping.elapsed(), 2000);

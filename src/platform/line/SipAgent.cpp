@@ -4,6 +4,8 @@
 #include "platform/line/SipIdentity.h"
 #include "platform/line/SipRegistration.h"
 #include <QHostAddress>
+#include <QTcpServer>
+#include <QUdpSocket>
 #include <cstdarg>
 #include <sofia-sip/nta_tag.h>
 #include <sofia-sip/nua_tag.h>
@@ -42,6 +44,27 @@ QByteArray listenUrl(const LineSettings::Sip& settings) {
     return QStringLiteral("sip:%1:%2").arg(host).arg(settings.port).toUtf8();
 }
 
+[[noreturn]] void refusePort(const LineSettings::Sip& settings, const QString& detail) {
+    throw common::RunTimeError(
+        common::kPlatformFailure,
+        QStringLiteral("Die Telefonleitung kann nicht geöffnet werden, der SIP-Port %1 ist belegt oder die "
+                       "Adresse \"%2\" gehört nicht zu diesem Computer.")
+            .arg(settings.port)
+            .arg(settings.address),
+        detail);
+}
+
+/// The stack would only tell that it failed, and leak.
+void checkPort(const LineSettings::Sip& settings) {
+    const QHostAddress address(settings.address);
+    QUdpSocket udp;
+    if (!udp.bind(address, quint16(settings.port), QUdpSocket::DontShareAddress))
+        refusePort(settings, udp.errorString());
+    QTcpServer tcp;
+    if (!tcp.listen(address, quint16(settings.port)))
+        refusePort(settings, tcp.errorString());
+}
+
 /// The values of a header that the stack does not parse itself.
 QByteArrayList unparsed(const sip_t& sip, const char* name) {
     QByteArrayList values;
@@ -68,9 +91,10 @@ QByteArray uriText(const url_t* url) {
 
 } // namespace
 
-SipAgent::SipAgent(const LineSettings::Sip& settings, std::chrono::milliseconds retry) :
-    m_root(createRoot()) {
+SipAgent::SipAgent(const LineSettings::Sip& settings, std::chrono::milliseconds retry) {
+    checkPort(settings);
     const auto url = listenUrl(settings);
+    m_root = createRoot();
     if (m_root)
         m_nua = nua_create(m_root, &SipAgent::onEvent, reinterpret_cast<nua_magic_t*>(this),
                            NUTAG_URL(url.constData()), NUTAG_MEDIA_ENABLE(0), NUTAG_AUTOALERT(0),
@@ -81,14 +105,7 @@ SipAgent::SipAgent(const LineSettings::Sip& settings, std::chrono::milliseconds 
         if (m_root)
             su_root_destroy(m_root);
         su_deinit();
-        throw common::RunTimeError(
-            common::kPlatformFailure,
-            QStringLiteral(
-                "Die Telefonleitung kann nicht geöffnet werden, der SIP-Port %1 ist belegt oder die "
-                "Adresse \"%2\" gehört nicht zu diesem Computer.")
-                .arg(settings.port)
-                .arg(settings.address),
-            QString::fromUtf8(url));
+        refusePort(settings, QString::fromUtf8(url));
     }
     if (!settings.registrar.isEmpty())
         m_registration = std::make_unique<SipRegistration>(m_nua, settings, retry);

@@ -44,7 +44,7 @@ class SipAgent {
     void giveUpOldCalls();
     bool stepUntil(const bool& done, std::chrono::milliseconds limit);
 
-    su_root_t* m_root;
+    su_root_t* m_root = nullptr;
     nua_t* m_nua = nullptr;
     std::unique_ptr<SipRegistration> m_registration;
     std::unordered_map<nua_handle_t*, QDeadlineTimer> m_ringing;

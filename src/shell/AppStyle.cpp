@@ -1,11 +1,24 @@
 #include "shell/AppStyle.h"
 #include <QFontDatabase>
 #include <QLibraryInfo>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QTranslator>
 
 namespace shell {
 namespace {
+
+/// Fusion without the icons that some desktops put on the buttons of dialogs.
+class QuietStyle : public QProxyStyle {
+  public:
+    QuietStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
 
 QFont applicationFont() {
     // Families whose figures all have one width, so that amounts stand in columns.
@@ -18,7 +31,7 @@ QFont applicationFont() {
 } // namespace
 
 void applyStyle(QApplication& application) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new QuietStyle);
     QApplication::setFont(applicationFont());
     auto* german = new QTranslator(&application);
     if (german->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -4,24 +4,13 @@
 #include <QPainter>
 
 namespace shell {
-namespace {
-
-struct Hint {
-    const char* key;
-    const char* leadsTo;
-};
-
-constexpr Hint kHints[] = {
-    {QT_TRANSLATE_NOOP("Room", "F9"), QT_TRANSLATE_NOOP("Room", "Wartenden Anruf annehmen")},
-    {QT_TRANSLATE_NOOP("Room", "Ctrl+B"), QT_TRANSLATE_NOOP("Room", "Auftragserfassung")},
-    {QT_TRANSLATE_NOOP("Room", "Ctrl+N"), QT_TRANSLATE_NOOP("Room", "Anrufer Liste")},
-    {QT_TRANSLATE_NOOP("Room", "Ctrl+K"), QT_TRANSLATE_NOOP("Room", "Kunden")},
-};
-
-} // namespace
-
 Room::Room(QWidget* parent) : QMdiArea(parent) {
     takeBackground();
+}
+
+void Room::setHints(std::vector<Hint> hints) {
+    m_hints = std::move(hints);
+    viewport()->update();
 }
 
 void Room::takeBackground() {
@@ -47,11 +36,11 @@ void Room::paintEvent(QPaintEvent* event) {
     painter.setPen(ink);
     const int line = painter.fontMetrics().height() * 2;
     const QPoint middle = viewport()->rect().center();
-    int y = middle.y() - line * int(std::size(kHints)) / 2;
-    for (const Hint& hint : kHints) {
+    int y = middle.y() - line * int(m_hints.size()) / 2;
+    for (const Hint& hint : m_hints) {
         painter.drawText(QRect(middle.x() - 420, y, 390, line), Qt::AlignRight | Qt::AlignVCenter,
-                         tr(hint.key));
-        painter.drawText(QRect(middle.x(), y, 420, line), Qt::AlignLeft | Qt::AlignVCenter, tr(hint.leadsTo));
+                         hint.key.toString(QKeySequence::NativeText));
+        painter.drawText(QRect(middle.x(), y, 420, line), Qt::AlignLeft | Qt::AlignVCenter, hint.leadsTo);
         y += line;
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
+#include <QKeySequence>
 #include <QMdiArea>
+#include <vector>
 
 namespace shell {
 
@@ -7,7 +9,13 @@ namespace shell {
 class Room : public QMdiArea {
     Q_OBJECT
   public:
+    struct Hint {
+        QKeySequence key;
+        QString leadsTo;
+    };
+
     explicit Room(QWidget* parent = nullptr);
+    void setHints(std::vector<Hint> hints);
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -15,6 +23,8 @@ class Room : public QMdiArea {
 
   private:
     void takeBackground();
+
+    std::vector<Hint> m_hints;
 };
 
 } // namespace shell

@@ -45,7 +45,7 @@ bool Startup::run() {
     PfadWindows = platform::systemFolder();
     if (!OpenDatabases())
         return false;
-    m_window.show();
+    m_window.showMaximized();
     store::LoadSystemSettings();
     EnableInterfaces();
     login();

@@ -25,6 +25,7 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     setUpMenu();
     setUpToolBar();
     setUpPanels();
+    setUpHints();
     setUpTimers();
     qApp->installEventFilter(this);
 }
@@ -57,6 +58,22 @@ void frmMDI::choose(const MenuEntry& entry) {
     default:
         m_screens->show(QLatin1String(entry.screen));
     }
+}
+
+void frmMDI::setUpHints() {
+    std::vector<shell::Room::Hint> hints{{QKeySequence(Qt::Key_F9), tr("Wartenden Anruf annehmen")}};
+    for (const char* name : {"mnAuftragswesenBestellungen", "mnAuftragswesenVorbestellungen",
+                             "mnAuftragswesenISDNListe", "mnVerwaltungKunden"}) {
+        const QAction* action = menuAction(QLatin1String(name));
+        if (action->isEnabled())
+            hints.push_back({action->shortcut(), action->text().remove(u'&')});
+    }
+    m_ui->MdiArea->setHints(std::move(hints));
+    const auto withKey = [](QWidget* panel, const QKeySequence& key) {
+        panel->setToolTip(u"%1 (%2)"_s.arg(panel->toolTip(), key.toString(QKeySequence::NativeText)));
+    };
+    withKey(m_ui->ShowTelefonListeCommand, menuAction(u"mnAuftragswesenISDNListe"_s)->shortcut());
+    withKey(m_ui->ShowInternetListeCommand, m_ui->ShowInternetListeCommand->shortcut());
 }
 
 QAction* frmMDI::menuAction(const QString& name) const {

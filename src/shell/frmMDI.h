@@ -95,6 +95,7 @@ class frmMDI : public QMainWindow {
     void setUpMenu();
     void setUpToolBar();
     void setUpPanels();
+    void setUpHints();
     void setUpTimers();
     void toolButton(class QToolButton* button, const QString& screen);
     void choose(const shell::MenuEntry& entry);

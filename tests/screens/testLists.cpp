@@ -186,6 +186,7 @@ TEST(FieldHelpers, DigitsEnterChainAndSelection) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     number->setFocus();
     QTest::keyClicks(number, u"07a9 1-x"_s);
+    QTest::keyClick(number, 's', Qt::AltModifier);
     QTest::keyClick(number, Qt::Key_Backspace);
     QApplication::clipboard()->setText(u" 44/55 "_s);
     QTest::keyClick(number, Qt::Key_V, Qt::ControlModifier);

@@ -105,7 +105,8 @@ bool CellGrid::editorKey(QWidget* editor, QKeyEvent* event) {
             raiseContextMenu();
         return true;
     default:
-        return false;
+        // The mnemonic of a button that is disabled just now is not text.
+        return event->modifiers() == Qt::AltModifier;
     }
 }
 

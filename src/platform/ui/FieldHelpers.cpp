@@ -43,9 +43,9 @@ QString digitsOf(const QString& text) {
     return digits;
 }
 
+/// Keys that edit or command carry no printable text; a letter with Alt does.
 bool isNoDigit(const QKeyEvent& key) {
-    const bool shortcut = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    return !shortcut && !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
+    return !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
 }
 
 /// Acts once the focus has come and, with the mouse, the press that brought it has put the cursor down.

@@ -17,6 +17,7 @@ CellGrid::CellGrid(QWidget* parent) : QTableView(parent) {
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
     setWordWrap(false);
 }
 

@@ -20,6 +20,7 @@ DataGrid::DataGrid(QWidget* parent) :
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
     connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::applyColumns);
 }
 

@@ -221,7 +221,11 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     const auto focus = [](QWidget* widget) {
         return [widget] { widget->setFocus(Qt::ShortcutFocusReason); };
     };
-    add(Qt::Key_F3, focus(m_ui->txt_SucheTelefonNummer));
+    add(Qt::Key_F3, [this] {
+        // Also with the focus there already: the next number replaces the last one.
+        m_ui->txt_SucheTelefonNummer->setFocus(Qt::ShortcutFocusReason);
+        m_ui->txt_SucheTelefonNummer->selectAll();
+    });
     add(Qt::Key_F5, [this] {
         m_ui->BestellungDetailsGrid->goTo({2, 1});
         m_ui->BestellungDetailsGrid->setFocus();

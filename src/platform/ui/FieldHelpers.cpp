@@ -48,11 +48,16 @@ bool isNoDigit(const QKeyEvent& key) {
     return !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
 }
 
-/// Acts once the focus has come and, with the mouse, the press that brought it has put the cursor down.
+/// Acts as the focus comes; with the mouse, after the press that brought it has put the cursor down. Not
+/// later than that, since the next key may be waiting already.
 void watchFocus(QWidget& field, std::function<void()> action) {
     new Filter(field, [&field, action = std::move(action)](QEvent& event) {
-        if (event.type() == QEvent::FocusIn)
+        if (event.type() != QEvent::FocusIn)
+            return false;
+        if (static_cast<QFocusEvent&>(event).reason() == Qt::MouseFocusReason)
             QTimer::singleShot(0, &field, action);
+        else
+            action();
         return false;
     });
 }

@@ -1,9 +1,11 @@
 #include "common/Clock.h"
 #include "common/RunTimeError.h"
+#include "platform/ui/IniRegistryStore.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include "tests/screens/ShellFixture.h"
+#include <QEnterEvent>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -318,4 +320,49 @@ TEST_F(ShellTest, MnemonicsAndShortcutsAreUnique) {
         EXPECT_FALSE(!mnemonic.isEmpty() && used.contains(mnemonic.right(1))) << entry.name;
         used += mnemonic.right(1);
     }
+}
+
+TEST_F(ShellTest, ToolBarTellsWhatItsButtonsDo) {
+    frmMDI& window = start();
+    const auto enter = [&](const char* button) {
+        QEnterEvent event(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+        QCoreApplication::sendEvent(find<QToolButton>(button), &event);
+        return label("ToolBarToolTip");
+    };
+    const auto moveOver = [](QWidget* background) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(600, 20), QPointF(600, 20), Qt::NoButton, {}, {});
+        QCoreApplication::sendEvent(background, &event);
+    };
+    EXPECT_EQ(enter("ToolBarKunden"), u"Kunden Verwaltung"_s);
+    EXPECT_EQ(enter("ToolBarExit"), u"Programm Beenden"_s);
+    moveOver(find<QWidget>("ToolBarBox"));
+    EXPECT_EQ(label("ToolBarToolTip"), u""_s);
+    enter("ToolBarKurier");
+    moveOver(find<QMdiArea>("MdiArea")->viewport());
+    EXPECT_EQ(label("ToolBarToolTip"), u""_s);
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST(LogFile, BeginsAnewAtItsLimitAndKeepsTheOneBefore) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"tavolino.log"_s);
+    shell::LogFile log(path);
+    log.write(u"Fehler"_s, QString(shell::LogFile::kLimit, u'x'));
+    log.write(u"Fehler"_s, u"neu\nzweite Zeile"_s);
+    QFile now(path);
+    ASSERT_TRUE(now.open(QIODevice::ReadOnly));
+    const QByteArray lines = now.readAll();
+    EXPECT_TRUE(lines.endsWith("Fehler: neu zweite Zeile\n"));
+    EXPECT_EQ(lines.count('\n'), 1);
+    EXPECT_GT(QFileInfo(path + u".1"_s).size(), shell::LogFile::kLimit);
+}
+
+TEST(IniRegistryStore, KeepsValuesAndFallsBack) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"sub/settings.ini"_s);
+    platform::ui::IniRegistryStore(file).SaveSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s,
+                                                     u"C:\\Daten\\ä;\"x"_s);
+    platform::ui::IniRegistryStore again(file);
+    EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s), u"C:\\Daten\\ä;\"x"_s);
+    EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Fehlt"_s, u"1"_s), u"1"_s);
 }

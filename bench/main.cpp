@@ -13,10 +13,22 @@ struct Results {
     bench::Figures large, tenth, largePainted, tenthPainted;
 };
 
-void measureFirm(const bench::Firm& firm, int samples, bench::Figures& figures, bench::Figures& painted) {
+struct Plan {
+    int samples;
+    std::string only;
+};
+
+std::vector<bench::Road> chosen(std::vector<bench::Road> roads, const Plan& plan) {
+    std::erase_if(roads,
+                  [&](const bench::Road& road) { return road.name.find(plan.only) == std::string::npos; });
+    return roads;
+}
+
+void measureFirm(const bench::Firm& firm, const Plan& plan, bench::Figures& figures,
+                 bench::Figures& painted) {
     bench::Roads roads(firm.folder, firm.copy);
-    bench::measure(roads.roads(), samples, figures);
-    bench::measure(roads.painted(), samples, painted);
+    bench::measure(chosen(roads.roads(), plan), plan.samples, figures);
+    bench::measure(chosen(roads.painted(), plan), plan.samples, painted);
 }
 
 bool isFair(const bench::Firm& firm) {
@@ -51,6 +63,8 @@ int main(int argc, char** argv) {
     parser.addOption({u"rounds"_s, u"Rounds over both installations."_s, u"n"_s, u"5"_s});
     parser.addOption({u"samples"_s, u"Samples a round and road."_s, u"n"_s, u"20"_s});
     parser.addOption({u"scale"_s, u"Size of the large installation."_s, u"n"_s, u"1"_s});
+    parser.addOption(
+        {u"only"_s, u"Only the roads whose names contain the text, for a profiler."_s, u"text"_s});
     parser.addHelpOption();
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
@@ -62,10 +76,11 @@ int main(int argc, char** argv) {
     const bench::Firm tenth = bench::prepareFirm(work + u"/tenth"_s, u"Tenth"_s, scale / 10);
     if (!isFair(large))
         return 1;
+    const Plan plan{parser.value(u"samples"_s).toInt(), parser.value(u"only"_s).toStdString()};
     Results results;
     for (int round = 0; round < parser.value(u"rounds"_s).toInt(); ++round) {
-        measureFirm(large, parser.value(u"samples"_s).toInt(), results.large, results.largePainted);
-        measureFirm(tenth, parser.value(u"samples"_s).toInt(), results.tenth, results.tenthPainted);
+        measureFirm(large, plan, results.large, results.largePainted);
+        measureFirm(tenth, plan, results.tenth, results.tenthPainted);
     }
     print(results);
     return 0;

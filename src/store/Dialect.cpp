@@ -1,7 +1,6 @@
 #include "store/Dialect.h"
 #include "common/RunTimeError.h"
-#include "store/Tokens.h"
-#include <QRegularExpression>
+#include <algorithm>
 
 namespace store {
 namespace {
@@ -33,6 +32,7 @@ Tokens foldTexts(const Tokens& in) {
             out[size - 2].kind == Token::Text) {
             out.pop_back();
             out.back().text += token.text;
+            out.back().literal = -1;
         } else {
             out.push_back(token);
         }
@@ -64,6 +64,12 @@ std::vector<Tokens> splitAtCommas(const Tokens& tokens, size_t from, size_t to) 
     return items;
 }
 
+qsizetype firstWildcard(QStringView pattern) {
+    const auto found =
+        std::find_if(pattern.begin(), pattern.end(), [](QChar c) { return c == u'%' || c == u'_'; });
+    return found - pattern.begin();
+}
+
 class Translator {
   public:
     Translator(const QString& sql, const QSet<QString>& yesNo, bool keyed) :
@@ -75,15 +81,18 @@ class Translator {
             m_tokens.pop_back();
         if (m_tokens.empty())
             fail(u"empty statement"_s, m_sql);
-        const Token& verb = m_tokens.front();
+        const Token verb = m_tokens.front();
         if (verb.isWord(u"SELECT"))
             prepareSelect();
         else if (verb.isWord(u"DELETE") && m_tokens.size() > 1 && m_tokens[1].isSymbol(u"*"))
             m_tokens.erase(m_tokens.begin() + 1);
-        else if (!verb.isWord(u"DELETE") && !verb.isWord(u"UPDATE") && !verb.isWord(u"INSERT"))
-            return {m_sql.toUtf8(), {}, -1, {}, 0};
-        emitAll();
+        if (verb.isWord(u"SELECT") || verb.isWord(u"DELETE") || verb.isWord(u"UPDATE") ||
+            verb.isWord(u"INSERT"))
+            emitAll();
+        else
+            m_out = m_sql;
         m_result.sql = m_out.toUtf8();
+        noteFixed();
         return std::move(m_result);
     }
 
@@ -167,9 +176,26 @@ class Translator {
         m_out += text;
     }
 
-    void putParameter(const common::Value& value) {
-        m_result.parameters.push_back(value);
+    /// `token` has lost its place among the literals when it was put together from several.
+    void putParameter(const Token& token, Parameter::Form form = Parameter::Form::AsIs) {
+        Parameter parameter{token.literal, form, {}};
+        if (token.literal < 0)
+            parameter.constant = literalText(token.text, form);
+        m_result.parameters.push_back(std::move(parameter));
         put(u"?"_s);
+    }
+
+    /// Literals that are no parameter are part of the text.
+    void noteFixed() {
+        Shape shape;
+        readShape(m_sql, shape);
+        for (int i = 0; i < int(shape.literals.size()); ++i) {
+            const bool bound =
+                std::any_of(m_result.parameters.begin(), m_result.parameters.end(),
+                            [&](const Parameter& parameter) { return parameter.literal == i; });
+            if (!bound)
+                m_result.fixed.emplace_back(i, shape.literals[size_t(i)].written.toString());
+        }
     }
 
     const Token* tokenAt(size_t i) const { return i < m_tokens.size() ? &m_tokens[i] : nullptr; }
@@ -185,25 +211,19 @@ class Translator {
         if (token.kind == Token::Name)
             put(u'"' + QString(token.text).replace(u'"', u"\"\""_s) + u'"');
         else if (token.kind == Token::Text && m_clause != Clause::Plain)
-            putParameter(token.text);
+            putParameter(token);
         else if (token.kind == Token::Text)
             put(u'\'' + QString(token.text).replace(u'\'', u"''"_s) + u'\'');
         else if (token.isSymbol(u"-") && next && next->kind == Token::Number && valuePosition(m_at))
-            emitNumber(u"-"_s + m_tokens[++m_at].text);
+            putParameter(m_tokens[++m_at], Parameter::Form::Negative);
         else if (token.kind == Token::Number && valuePosition(m_at))
-            emitNumber(token.text);
+            putParameter(token);
         else if (token.isSymbol(u"&"))
             put(u"||"_s);
         else if (token.isWord(u"True") || token.isWord(u"False"))
             put(token.isWord(u"True") ? u"-1"_s : u"0"_s);
         else
             put(token.text);
-    }
-
-    void emitNumber(const QString& text) {
-        bool whole = false;
-        const qint64 number = text.toLongLong(&whole);
-        putParameter(whole ? common::Value(number) : common::Value(text.toDouble()));
     }
 
     /// "flag = True", "flag = 1" and "flag = -1" are one condition: whatever is not 0 is true.
@@ -244,30 +264,31 @@ class Translator {
         // The part of a qualified name in front of the point is out already.
         if (m_at > 0 && m_tokens[m_at - 1].isSymbol(u"."))
             return false;
-        const qsizetype wildcard = pattern->text.indexOf(QRegularExpression(u"[%_]"_s));
-        if (wildcard < 0) {
+        const Wildcard wildcard = wildcardOf(pattern->text);
+        if (pattern->literal >= 0)
+            m_result.patterns.emplace_back(pattern->literal, wildcard);
+        if (wildcard == Wildcard::AtStart)
+            return false;
+        if (wildcard == Wildcard::Inside) {
+            emitRange(token, *pattern);
+        } else {
             emitToken(token);
             put(u"="_s);
-            putParameter(pattern->text);
-        } else if (wildcard == 0) {
-            return false;
-        } else {
-            emitRange(token, pattern->text.left(wildcard), pattern->text);
+            putParameter(*pattern);
         }
         m_at += 2;
         return true;
     }
 
-    void emitRange(const Token& name, const QString& prefix, const QString& pattern) {
-        static const QString last = QString::fromUcs4(U"\U0010FFFF", 1);
+    void emitRange(const Token& name, const Token& pattern) {
         put(u"("_s);
         emitToken(name);
         put(u">="_s);
-        putParameter(prefix);
+        putParameter(pattern, Parameter::Form::RangeStart);
         put(u"AND"_s);
         emitToken(name);
         put(u"<="_s);
-        putParameter(prefix + last);
+        putParameter(pattern, Parameter::Form::RangeEnd);
         put(u"AND"_s);
         emitToken(name);
         put(u"LIKE"_s);
@@ -290,6 +311,33 @@ class Translator {
 };
 
 } // namespace
+
+Wildcard wildcardOf(QStringView pattern) {
+    const qsizetype first = firstWildcard(pattern);
+    return first == pattern.size() ? Wildcard::None : first == 0 ? Wildcard::AtStart : Wildcard::Inside;
+}
+
+QString literalText(const QString& text, Parameter::Form form) {
+    switch (form) {
+    case Parameter::Form::RangeStart:
+        return text.left(firstWildcard(text));
+    case Parameter::Form::RangeEnd:
+        return text.left(firstWildcard(text)) + QString::fromUcs4(U"\U0010FFFF", 1);
+    default:
+        return text;
+    }
+}
+
+bool Translated::fits(const std::vector<Literal>& literals) const {
+    const auto sameText = [&](const auto& literal) {
+        return literals[size_t(literal.first)].written == literal.second;
+    };
+    const auto sameKind = [&](const auto& pattern) {
+        return wildcardOf(literals[size_t(pattern.first)].written) == pattern.second;
+    };
+    return std::all_of(fixed.begin(), fixed.end(), sameText) &&
+           std::all_of(patterns.begin(), patterns.end(), sameKind);
+}
 
 Translated translate(const QString& sql, const QSet<QString>& yesNoColumns, bool keyed) {
     return Translator(sql, yesNoColumns, keyed).run();

@@ -1,17 +1,37 @@
 #pragma once
 #include "common/Value.h"
+#include "store/Tokens.h"
 #include <QByteArray>
 #include <QSet>
 #include <QString>
+#include <utility>
 #include <vector>
 
 namespace store {
 
+/// Where the value of a parameter comes from.
+struct Parameter {
+    /// How the literal becomes the value. RangeStart and RangeEnd bound what a LIKE pattern can match: the
+    /// text in front of its first wildcard, and the last text that begins so.
+    enum class Form { AsIs, Negative, RangeStart, RangeEnd };
+
+    /// Position among the statement's literals; -1 for `constant`.
+    int literal = -1;
+    Form form = Form::AsIs;
+    common::Value constant = {};
+};
+
+/// Where the first wildcard of a LIKE pattern stands.
+enum class Wildcard { None, AtStart, Inside };
+Wildcard wildcardOf(QStringView pattern);
+/// The value that a text gives in this form.
+QString literalText(const QString& text, Parameter::Form form);
+
 /// A statement in the engine's own dialect. Literals have become parameters, so that statements that differ
-/// only in their values share one prepared statement.
+/// only in their values share one translation and one prepared statement.
 struct Translated {
     QByteArray sql;
-    std::vector<common::Value> parameters;
+    std::vector<Parameter> parameters;
     /// TOP n: how many rows, -1 for all. Rows that tie with the n-th in the order belong to the answer, so
     /// the reader goes on while the key columns stay the same.
     int top = -1;
@@ -20,6 +40,12 @@ struct Translated {
     std::vector<int> keyColumns;
     /// Columns at the end of the result that the translation added and the reader hides.
     int hiddenColumns = 0;
+    /// Literals that went into the text, by position, and patterns whose kind did.
+    std::vector<std::pair<int, QString>> fixed;
+    std::vector<std::pair<int, Wildcard>> patterns;
+
+    /// Whether this is also the translation of a statement of the same shape with these literals.
+    bool fits(const std::vector<Literal>& literals) const;
 };
 
 /// Translates a statement of the program's dialect to SQLite's: TOP n with ties, DELETE * FROM, True and

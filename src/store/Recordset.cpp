@@ -11,6 +11,10 @@ using common::Value;
 
 namespace {
 
+bool isQuery(const QString& source) {
+    return source.trimmed().startsWith(u"SELECT"_s, Qt::CaseInsensitive);
+}
+
 /// The one table of a query, or "" when the source is no plain query on one table.
 QString tableOf(const QString& source) {
     static const QRegularExpression bare(u"^\\s*\\[?([\\w ]+?)\\]?\\s*;?\\s*$"_s,
@@ -18,13 +22,7 @@ QString tableOf(const QString& source) {
     static const QRegularExpression query(u"\\bFROM\\s+\\[?(\\w+)\\]?\\s*(;|WHERE\\b|ORDER\\b|$)"_s,
                                           QRegularExpression::CaseInsensitiveOption |
                                               QRegularExpression::UseUnicodePropertiesOption);
-    if (const auto match = bare.match(source); match.hasMatch())
-        return match.captured(1);
-    return query.match(source).captured(1);
-}
-
-bool isQuery(const QString& source) {
-    return source.trimmed().startsWith(u"SELECT"_s, Qt::CaseInsensitive);
+    return (isQuery(source) ? query : bare).match(source).captured(1);
 }
 
 } // namespace
@@ -84,7 +82,6 @@ void Recordset::Open(const QString& source, Connection& connection, int cursorTy
         m_streaming = cursorType == adOpenForwardOnly && lockType == adLockReadOnly;
         if (m_streaming) {
             m_cursor = engine.query(m_source, false);
-            m_columns = m_cursor->columns();
             m_atEnd = !m_cursor->next();
         } else if (lockType == adLockOptimistic || lockType == adLockUnspecified) {
             m_table = tableOf(m_source);
@@ -198,14 +195,19 @@ void Recordset::MovePrevious() {
 
 const std::vector<Column>& Recordset::Columns() {
     fetch();
-    return m_columns;
+    return columnsNow();
 }
 
 int Recordset::columnIndex(QStringView name) {
     if (!m_newRow)
         fetch();
-    for (size_t i = 0; i < m_columns.size(); ++i)
-        if (name.compare(m_columns[i].name, Qt::CaseInsensitive) == 0)
+    const std::vector<Column>& columns = columnsNow();
+    // Nearly always the name is written as in the schema, and comparing that is cheap.
+    for (size_t i = 0; i < columns.size(); ++i)
+        if (name == columns[i].name)
+            return int(i);
+    for (size_t i = 0; i < columns.size(); ++i)
+        if (name.compare(columns[i].name, Qt::CaseInsensitive) == 0)
             return int(i);
     throw RunTimeError(common::kFieldNotFound, u"Das Feld \"%1\" wurde nicht gefunden."_s.arg(name),
                        m_source);

@@ -123,6 +123,10 @@ class Recordset {
     void fetch();
     Row& currentRow();
     int columnIndex(QStringView name);
+
+    /// Columns of the running query, or of the fetched rows.
+    const std::vector<Column>& columnsNow() const { return m_streaming ? m_cursor->columns() : m_columns; }
+
     std::vector<Condition> parseConditions(const QString& text);
     void abandon();
 

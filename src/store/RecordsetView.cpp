@@ -74,7 +74,7 @@ std::vector<Condition> Recordset::parseConditions(const QString& text) {
         const QString sign = tokens[at + 1].text;
         at += 2;
         const Value literal = literalOf(tokens, at);
-        conditions.push_back({column, sign, literal, m_columns[size_t(column)].type == ColumnType::YesNo});
+        conditions.push_back({column, sign, literal, columnsNow()[size_t(column)].type == ColumnType::YesNo});
     }
     if (conditions.empty())
         throw common::RunTimeError(common::kSqlFailure, u"Fehler in einem Filter."_s, text);

@@ -2,6 +2,7 @@
 #include "common/RunTimeError.h"
 #include "store/SqliteErrors.h"
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <optional>
 #include <sqlite3.h>
 
 namespace store {
@@ -25,11 +26,54 @@ void bindPlain(SQLite::Statement& statement, int position, const common::Value& 
         statement.bind(position, value.isDate() ? value.toSerial() : value.toDouble());
 }
 
+/// Digits alone, few enough for a whole number: how nearly every key and quantity is written.
+std::optional<int64_t> plainNumber(QStringView text) {
+    constexpr qsizetype kSafeDigits = 18;
+    if (text.size() > kSafeDigits)
+        return std::nullopt;
+    int64_t number = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9')
+            return std::nullopt;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return number;
+}
+
+void bindNumber(SQLite::Statement& statement, int position, QStringView text, bool negative) {
+    if (const auto number = plainNumber(text))
+        return statement.bind(position, negative ? -*number : *number);
+    const QString number = (negative ? u"-"_s : u""_s) + text.toString();
+    bool whole = false;
+    const qint64 large = number.toLongLong(&whole);
+    if (whole)
+        statement.bind(position, int64_t(large));
+    else
+        statement.bind(position, number.toDouble());
+}
+
+void bindLiteral(SQLite::Statement& statement, int position, const Parameter& parameter,
+                 const Literal& literal) {
+    if (!literal.isText())
+        bindNumber(statement, position, literal.written, parameter.form == Parameter::Form::Negative);
+    else if (parameter.form == Parameter::Form::AsIs)
+        bindText(statement, position, literal.text());
+    else
+        bindText(statement, position, literalText(literal.text(), parameter.form));
+}
+
 } // namespace
 
-void bindAll(SQLite::Statement& statement, const std::vector<common::Value>& values) {
-    for (size_t i = 0; i < values.size(); ++i)
-        bindPlain(statement, int(i) + 1, values[i]);
+void bindLiterals(SQLite::Statement& statement, const std::vector<Parameter>& parameters,
+                  const std::vector<Literal>& literals) {
+    int position = 0;
+    for (const Parameter& parameter : parameters) {
+        ++position;
+        if (parameter.literal < 0)
+            bindPlain(statement, position, parameter.constant);
+        else
+            bindLiteral(statement, position, parameter, literals[size_t(parameter.literal)]);
+    }
 }
 
 void bindTyped(SQLite::Statement& statement, int position, ColumnType type, const common::Value& value) {
@@ -47,47 +91,46 @@ void bindTyped(SQLite::Statement& statement, int position, ColumnType type, cons
     statement.bind(position, type == ColumnType::Date ? value.toSerial() : value.toDouble());
 }
 
-SqliteCursor::SqliteCursor(SqliteEngine& engine, Translated translated, bool keyed) :
-    m_engine(engine), m_translated(std::move(translated)), m_prepared(engine.take(m_translated.sql)) {
-    bindAll(m_prepared->statement, m_translated.parameters);
-    m_columns = m_prepared->columns;
-    // The row key is the first of the hidden columns and shows as the last visible one.
-    m_columns.resize(m_columns.size() - size_t(m_translated.hiddenColumns) + (keyed ? 1 : 0));
+SqliteCursor::SqliteCursor(SqliteEngine& engine, std::shared_ptr<SqliteEngine::Plan> plan,
+                           const std::vector<Literal>& literals) :
+    m_engine(engine),
+    m_plan(std::move(plan)), m_prepared(engine.take(*m_plan)) {
+    bindLiterals(m_prepared->statement, m_plan->translated.parameters, literals);
 }
 
 SqliteCursor::~SqliteCursor() {
-    m_engine.giveBack(std::move(m_prepared));
+    m_engine.giveBack(*m_plan, std::move(m_prepared));
 }
 
 /// Hidden columns are counted from the end of what is selected by name.
 int SqliteCursor::keyColumn(int key) const {
-    return key >= 0 ? key : int(m_prepared->columns.size()) - m_translated.hiddenColumns - key - 1;
+    return key >= 0 ? key : int(m_prepared->columns.size()) - m_plan->translated.hiddenColumns - key - 1;
 }
 
 bool SqliteCursor::tiesWithLast() const {
-    if (m_translated.keyColumns.empty())
+    if (m_plan->translated.keyColumns.empty())
         return false;
     for (size_t i = 0; i < m_lastKeys.size(); ++i)
-        if (value(keyColumn(m_translated.keyColumns[i])) != m_lastKeys[i])
+        if (value(keyColumn(m_plan->translated.keyColumns[i])) != m_lastKeys[i])
             return false;
     return true;
 }
 
 void SqliteCursor::rememberKeys() {
     m_lastKeys.clear();
-    for (const int key : m_translated.keyColumns)
+    for (const int key : m_plan->translated.keyColumns)
         m_lastKeys.push_back(value(keyColumn(key)));
 }
 
 bool SqliteCursor::next() {
-    const int top = m_translated.top;
-    if (top == 0 || (top > 0 && m_delivered >= top && m_translated.keyColumns.empty()))
+    const int top = m_plan->translated.top;
+    if (top == 0 || (top > 0 && m_delivered >= top && m_plan->translated.keyColumns.empty()))
         return false;
     try {
         if (!m_prepared->statement.executeStep())
             return false;
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, QString::fromUtf8(m_translated.sql));
+        throwStoreError(error, QString::fromUtf8(m_plan->translated.sql));
     }
     if (top > 0 && m_delivered >= top && !tiesWithLast())
         return false;

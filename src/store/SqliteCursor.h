@@ -7,8 +7,9 @@ namespace store {
 
 /// Type of a column as the schema declares it.
 ColumnType columnType(const char* declared);
-/// Binds the literals of a translated statement.
-void bindAll(SQLite::Statement& statement, const std::vector<common::Value>& values);
+/// Binds the literals of a statement to the parameters of its translation.
+void bindLiterals(SQLite::Statement& statement, const std::vector<Parameter>& parameters,
+                  const std::vector<Literal>& literals);
 /// Binds a value in the form its column keeps: Yes/No as -1 or 0, dates as serials, an empty text in a number
 /// or date column as null. Throws common::RunTimeError kTypeMismatch for a text that is no number or date.
 void bindTyped(SQLite::Statement& statement, int position, ColumnType type, const common::Value& value);
@@ -16,11 +17,13 @@ void bindTyped(SQLite::Statement& statement, int position, ColumnType type, cons
 /// A running query of the embedded engine.
 class SqliteCursor : public Cursor {
   public:
-    SqliteCursor(SqliteEngine& engine, Translated translated, bool keyed);
+    /// `literals` are those of the statement; they are bound here and not kept.
+    SqliteCursor(SqliteEngine& engine, std::shared_ptr<SqliteEngine::Plan> plan,
+                 const std::vector<Literal>& literals);
     ~SqliteCursor() override;
     bool next() override;
 
-    const std::vector<Column>& columns() const override { return m_columns; }
+    const std::vector<Column>& columns() const override { return m_prepared->shown; }
 
     common::Value value(int column) const override;
 
@@ -30,9 +33,8 @@ class SqliteCursor : public Cursor {
     void rememberKeys();
 
     SqliteEngine& m_engine;
-    Translated m_translated;
+    std::shared_ptr<SqliteEngine::Plan> m_plan;
     SqliteEngine::StatementPtr m_prepared;
-    std::vector<Column> m_columns;
     std::vector<common::Value> m_lastKeys;
     int m_delivered = 0;
 };

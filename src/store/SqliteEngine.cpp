@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace store {
@@ -17,7 +18,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kIdleStatements = 256;
+constexpr int kKeptPlans = 256;
+constexpr size_t kKeptWriters = 32;
 
 std::string_view textOf(sqlite3_value* value) noexcept {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -47,6 +49,30 @@ void registerFunctions(sqlite3* handle) {
 QString quotedName(const QString& name) {
     return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
 }
+
+QString insertSql(const QString& table, const std::vector<Column>& columns) {
+    if (columns.empty())
+        return u"INSERT INTO "_s + quotedName(table) + u" DEFAULT VALUES"_s;
+    QStringList names;
+    for (const Column& column : columns)
+        names.append(quotedName(column.name));
+    const QString marks = QStringList(names.size(), u"?"_s).join(u", "_s);
+    return u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names.join(u", "_s), marks);
+}
+
+QString updateSql(const QString& table, const std::vector<Column>& columns) {
+    QStringList assignments;
+    for (const Column& column : columns)
+        assignments.append(quotedName(column.name) + u" = ?"_s);
+    return u"UPDATE %1 SET %2 WHERE rowid = ?"_s.arg(quotedName(table), assignments.join(u", "_s));
+}
+
+/// A statement left running would hold its locks, also when the write has failed.
+struct Reset {
+    SQLite::Statement& statement;
+
+    ~Reset() { statement.tryReset(); }
+};
 
 ColumnType declaredType(const QString& text) {
     const QString type = text.toUpper();
@@ -108,6 +134,10 @@ void SqliteEngine::checkFile(const QString& password) {
 }
 
 void SqliteEngine::schemaChanged() {
+    for (auto& plans : m_plans)
+        plans.clear();
+    m_planCount = 0;
+    m_writers.clear();
     m_columns.clear();
     m_yesNo.clear();
     SQLite::Statement names(*m_database,
@@ -121,8 +151,25 @@ sqlite3* SqliteEngine::handle() const {
     return m_database->getHandle();
 }
 
-SqliteEngine::StatementPtr SqliteEngine::prepare(const QByteArray& sql) {
-    auto prepared = StatementPtr(new Prepared{SQLite::Statement(*m_database, sql.toStdString()), {}});
+std::shared_ptr<SqliteEngine::Plan> SqliteEngine::planFor(const QString& sql, bool keyed) {
+    readShape(sql, m_shape);
+    if (const auto known = m_plans[keyed].constFind(m_shape.key); known != m_plans[keyed].constEnd())
+        for (const std::shared_ptr<Plan>& plan : *known)
+            if (plan->translated.fits(m_shape.literals))
+                return plan;
+    const auto plan = std::make_shared<Plan>(Plan{translate(sql, m_yesNo, keyed), keyed, {}});
+    if (++m_planCount > kKeptPlans) {
+        for (auto& kept : m_plans)
+            kept.clear();
+        m_planCount = 1;
+    }
+    m_plans[keyed][m_shape.key].push_back(plan);
+    return plan;
+}
+
+SqliteEngine::StatementPtr SqliteEngine::prepare(const Plan& plan) {
+    auto prepared =
+        StatementPtr(new Prepared{SQLite::Statement(*m_database, plan.translated.sql.toStdString()), {}, {}});
     const SQLite::Statement& statement = prepared->statement;
     for (int i = 0; i < statement.getColumnCount(); ++i) {
         Column column{QString::fromUtf8(statement.getColumnName(i))};
@@ -133,38 +180,35 @@ SqliteEngine::StatementPtr SqliteEngine::prepare(const QByteArray& sql) {
         }
         prepared->columns.push_back(column);
     }
+    // The row key is the first of the hidden columns and shows as the last visible one.
+    prepared->shown = prepared->columns;
+    prepared->shown.resize(prepared->shown.size() - size_t(plan.translated.hiddenColumns) +
+                           (plan.keyed ? 1 : 0));
     return prepared;
 }
 
-SqliteEngine::StatementPtr SqliteEngine::take(const QByteArray& sql) {
-    const auto found = m_idle.find(sql.toStdString());
-    if (found == m_idle.end() || found->second.empty())
-        return prepare(sql);
-    StatementPtr statement = std::move(found->second.back());
-    found->second.pop_back();
-    --m_idleCount;
+SqliteEngine::StatementPtr SqliteEngine::take(Plan& plan) {
+    if (plan.idle.empty())
+        return prepare(plan);
+    StatementPtr statement = std::move(plan.idle.back());
+    plan.idle.pop_back();
     return statement;
 }
 
-void SqliteEngine::giveBack(StatementPtr statement) {
+void SqliteEngine::giveBack(Plan& plan, StatementPtr statement) {
     statement->statement.tryReset();
-    if (m_idleCount >= kIdleStatements) {
-        m_idle.clear();
-        m_idleCount = 0;
-    }
-    m_idle[statement->statement.getQuery()].push_back(std::move(statement));
-    ++m_idleCount;
+    plan.idle.push_back(std::move(statement));
 }
 
 qint64 SqliteEngine::execute(const QString& sql) {
-    const Translated translated = translate(sql, m_yesNo);
+    const std::shared_ptr<Plan> plan = planFor(sql, false);
     try {
-        StatementPtr statement = take(translated.sql);
-        bindAll(statement->statement, translated.parameters);
+        StatementPtr statement = take(*plan);
+        bindLiterals(statement->statement, plan->translated.parameters, m_shape.literals);
         while (statement->statement.executeStep()) {
         }
         const qint64 changes = m_database->getChanges();
-        giveBack(std::move(statement));
+        giveBack(*plan, std::move(statement));
         return changes;
     } catch (const SQLite::Exception& error) {
         throwStoreError(error, sql);
@@ -172,8 +216,9 @@ qint64 SqliteEngine::execute(const QString& sql) {
 }
 
 std::unique_ptr<Cursor> SqliteEngine::query(const QString& sql, bool keyed) {
+    const std::shared_ptr<Plan> plan = planFor(sql, keyed);
     try {
-        return std::make_unique<SqliteCursor>(*this, translate(sql, m_yesNo, keyed), keyed);
+        return std::make_unique<SqliteCursor>(*this, plan, m_shape.literals);
     } catch (const SQLite::Exception& error) {
         throwStoreError(error, sql);
     }
@@ -194,44 +239,56 @@ const std::vector<Column>& SqliteEngine::columnsOf(const QString& table) {
     return *m_columns.insert(key, columns);
 }
 
-qint64 SqliteEngine::run(const QByteArray& sql, const std::vector<Column>& columns,
+SQLite::Statement& SqliteEngine::writerFor(bool isInsert, const QString& table,
+                                           const std::vector<Column>& columns) {
+    const auto sameColumn = [](const Column& column, const QString& name) { return column.name == name; };
+    const auto fits = [&](const std::unique_ptr<Writer>& writer) {
+        return writer->isInsert == isInsert && writer->table == table &&
+               std::equal(columns.begin(), columns.end(), writer->columns.begin(), writer->columns.end(),
+                          sameColumn);
+    };
+    const auto found = std::find_if(m_writers.begin(), m_writers.end(), fits);
+    if (found != m_writers.end())
+        return (*found)->statement;
+    const QString sql = isInsert ? insertSql(table, columns) : updateSql(table, columns);
+    if (m_writers.size() >= kKeptWriters)
+        m_writers.clear();
+    m_writers.emplace_back(
+        new Writer{isInsert, table, {}, SQLite::Statement(*m_database, sql.toStdString())});
+    for (const Column& column : columns)
+        m_writers.back()->columns.push_back(column.name);
+    return m_writers.back()->statement;
+}
+
+void SqliteEngine::write(SQLite::Statement& statement, const std::vector<Column>& columns,
                          const std::vector<common::Value>& values, const qint64* rowKey) {
-    try {
-        StatementPtr statement = take(sql);
-        for (size_t i = 0; i < values.size(); ++i)
-            bindTyped(statement->statement, int(i) + 1, columns[i].type, values[i]);
-        if (rowKey)
-            statement->statement.bind(int(values.size()) + 1, int64_t(*rowKey));
-        statement->statement.exec();
-        giveBack(std::move(statement));
-        return m_database->getLastInsertRowid();
-    } catch (const SQLite::Exception& error) {
-        throwStoreError(error, QString::fromUtf8(sql));
-    }
+    const Reset atEnd{statement};
+    for (size_t i = 0; i < values.size(); ++i)
+        bindTyped(statement, int(i) + 1, columns[i].type, values[i]);
+    if (rowKey)
+        statement.bind(int(values.size()) + 1, int64_t(*rowKey));
+    statement.exec();
 }
 
 qint64 SqliteEngine::insert(const QString& table, const std::vector<Column>& columns,
                             const std::vector<common::Value>& values) {
-    QString names;
-    QString marks;
-    for (const Column& column : columns) {
-        names += (names.isEmpty() ? u""_s : u", "_s) + quotedName(column.name);
-        marks += marks.isEmpty() ? u"?"_s : u", ?"_s;
+    try {
+        write(writerFor(true, table, columns), columns, values, nullptr);
+        return m_database->getLastInsertRowid();
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(error, u"INSERT INTO "_s + table);
     }
-    const QString sql = columns.empty()
-                            ? u"INSERT INTO "_s + quotedName(table) + u" DEFAULT VALUES"_s
-                            : u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(quotedName(table), names, marks);
-    return run(sql.toUtf8(), columns, values, nullptr);
 }
 
 void SqliteEngine::update(const QString& table, qint64 rowKey, const std::vector<Column>& columns,
                           const std::vector<common::Value>& values) {
-    QString assignments;
-    for (const Column& column : columns)
-        assignments += (assignments.isEmpty() ? u""_s : u", "_s) + quotedName(column.name) + u" = ?"_s;
-    if (!columns.empty())
-        run(u"UPDATE %1 SET %2 WHERE rowid = ?"_s.arg(quotedName(table), assignments).toUtf8(), columns,
-            values, &rowKey);
+    if (columns.empty())
+        return;
+    try {
+        write(writerFor(false, table, columns), columns, values, &rowKey);
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(error, u"UPDATE "_s + table);
+    }
 }
 
 qint64 SqliteEngine::newKey(const QString& table) {

@@ -1,11 +1,10 @@
 #pragma once
+#include "store/Dialect.h"
 #include "store/Engine.h"
 #include <QHash>
 #include <QSet>
 #include <SQLiteCpp/Statement.h>
 #include <memory>
-#include <string>
-#include <unordered_map>
 
 struct sqlite3;
 
@@ -16,7 +15,7 @@ class Database;
 namespace store {
 
 /// The embedded engine: one file, WAL, every commit on disk before it returns (synchronous FULL), writing
-/// transactions begun IMMEDIATE. Prepared statements are kept by their text.
+/// transactions begun IMMEDIATE. Statements of one shape are translated and prepared once.
 class SqliteEngine : public Engine {
   public:
     /// Opens an existing file; see Connection::Open for what it throws.
@@ -51,20 +50,44 @@ class SqliteEngine : public Engine {
     struct Prepared {
         SQLite::Statement statement;
         std::vector<Column> columns;
+        /// Without the hidden ones; the row key of a keyed query is the last.
+        std::vector<Column> shown;
     };
 
     using StatementPtr = std::unique_ptr<Prepared>;
-    StatementPtr prepare(const QByteArray& sql);
-    StatementPtr take(const QByteArray& sql);
-    void giveBack(StatementPtr statement);
-    qint64 run(const QByteArray& sql, const std::vector<Column>& columns,
+
+    /// A translation and its prepared statements that nobody uses at the moment.
+    struct Plan {
+        Translated translated;
+        bool keyed = false;
+        std::vector<StatementPtr> idle;
+    };
+
+    /// An INSERT or UPDATE of certain columns of a table.
+    struct Writer {
+        bool isInsert;
+        QString table;
+        std::vector<QString> columns;
+        SQLite::Statement statement;
+    };
+
+    /// Reads the statement's literals into m_shape and gives its plan.
+    std::shared_ptr<Plan> planFor(const QString& sql, bool keyed);
+    StatementPtr prepare(const Plan& plan);
+    StatementPtr take(Plan& plan);
+    void giveBack(Plan& plan, StatementPtr statement);
+    SQLite::Statement& writerFor(bool isInsert, const QString& table, const std::vector<Column>& columns);
+    void write(SQLite::Statement& statement, const std::vector<Column>& columns,
                const std::vector<common::Value>& values, const qint64* rowKey);
     void checkFile(const QString& password);
 
     QString m_path;
     std::unique_ptr<SQLite::Database> m_database;
-    std::unordered_map<std::string, std::vector<StatementPtr>> m_idle;
-    int m_idleCount = 0;
+    Shape m_shape;
+    /// By the shape's key, plain and keyed queries apart.
+    QHash<QString, std::vector<std::shared_ptr<Plan>>> m_plans[2];
+    int m_planCount = 0;
+    std::vector<std::unique_ptr<Writer>> m_writers;
     QSet<QString> m_yesNo;
     QHash<QString, std::vector<Column>> m_columns;
 };

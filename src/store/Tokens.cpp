@@ -6,9 +6,70 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Stands for a number in a shape's key; a text leaves its opening quote. Neither can mean anything else
+/// there, since a word takes the digits behind it along.
+constexpr QChar kNumberMark(u'0');
+
+QChar at(QStringView sql, qsizetype i) {
+    return i < sql.size() ? sql[i] : QChar();
+}
+
+bool isQuote(QChar c) {
+    return c == u'\'' || c == u'"';
+}
+
+bool isWordStart(QChar c) {
+    return c.isLetter() || c == u'_';
+}
+
+bool isNumberStart(QStringView sql, qsizetype i) {
+    return sql[i].isDigit() || (sql[i] == u'.' && at(sql, i + 1).isDigit());
+}
+
+/// Behind the closing sign of a text or [name] that opens at `i`.
+qsizetype afterEnclosed(QStringView sql, qsizetype i, QChar end) {
+    for (++i; i < sql.size(); ++i) {
+        if (sql[i] != end)
+            continue;
+        if (end == u']' || at(sql, i + 1) != end)
+            return i + 1;
+        ++i;
+    }
+    throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s,
+                               u"unfinished text in: "_s + sql.toString());
+}
+
+qsizetype afterNumber(QStringView sql, qsizetype i) {
+    while (at(sql, i).isDigit() || at(sql, i) == u'.')
+        ++i;
+    if (at(sql, i) != u'e' && at(sql, i) != u'E')
+        return i;
+    const qsizetype sign = at(sql, i + 1) == u'+' || at(sql, i + 1) == u'-' ? 1 : 0;
+    if (!at(sql, i + 1 + sign).isDigit())
+        return i;
+    for (i += 1 + sign; at(sql, i).isDigit();)
+        ++i;
+    return i;
+}
+
+qsizetype afterWord(QStringView sql, qsizetype i) {
+    while (i < sql.size() && (sql[i].isLetterOrNumber() || sql[i] == u'_'))
+        ++i;
+    return i;
+}
+
+qsizetype afterSymbol(QStringView sql, qsizetype i) {
+    const QStringView two = sql.mid(i, 2);
+    return i + (two == u"<>" || two == u"<=" || two == u">=" || two == u"||" || two == u"!=" ? 2 : 1);
+}
+
+QStringView within(QStringView sql, qsizetype from, qsizetype to) {
+    return sql.mid(from + 1, to - from - 2);
+}
+
 class Scanner {
   public:
-    explicit Scanner(const QString& sql) : m_sql(sql) {}
+    explicit Scanner(QStringView sql) : m_sql(sql) {}
 
     std::vector<Token> run() {
         std::vector<Token> tokens;
@@ -19,8 +80,6 @@ class Scanner {
     }
 
   private:
-    QChar at(qsizetype i) const { return i < m_sql.size() ? m_sql[i] : QChar(); }
-
     bool skipBlanks() {
         while (m_at < m_sql.size() && m_sql[m_at].isSpace())
             ++m_at;
@@ -28,71 +87,64 @@ class Scanner {
     }
 
     Token next() {
-        const QChar c = at(m_at);
-        if (c == u'\'' || c == u'"')
-            return {Token::Text, enclosed(c)};
-        if (c == u'[')
-            return {Token::Name, enclosed(u']')};
-        if (c.isDigit() || (c == u'.' && at(m_at + 1).isDigit()))
-            return {Token::Number, number()};
-        if (c.isLetter() || c == u'_')
-            return {Token::Word, word()};
-        return {Token::Symbol, symbol()};
-    }
-
-    QString enclosed(QChar end) {
-        QString text;
-        for (++m_at; m_at < m_sql.size(); ++m_at) {
-            if (m_sql[m_at] != end) {
-                text += m_sql[m_at];
-            } else if (at(m_at + 1) == end && end != u']') {
-                text += end;
-                ++m_at;
-            } else {
-                ++m_at;
-                return text;
-            }
-        }
-        throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s,
-                                   u"unfinished text in: "_s + m_sql);
-    }
-
-    QString number() {
         const qsizetype start = m_at;
-        while (at(m_at).isDigit() || at(m_at) == u'.')
-            ++m_at;
-        if (at(m_at).toLower() == u'e') {
-            const qsizetype sign = at(m_at + 1) == u'+' || at(m_at + 1) == u'-' ? 1 : 0;
-            if (at(m_at + 1 + sign).isDigit())
-                for (m_at += 1 + sign; at(m_at).isDigit();)
-                    ++m_at;
+        const QChar c = m_sql[start];
+        if (isQuote(c)) {
+            m_at = afterEnclosed(m_sql, start, c);
+            return {Token::Text, Literal{within(m_sql, start, m_at), c.unicode()}.text(), m_literals++};
         }
-        return m_sql.mid(start, m_at - start);
+        if (c == u'[') {
+            m_at = afterEnclosed(m_sql, start, u']');
+            return {Token::Name, within(m_sql, start, m_at).toString()};
+        }
+        if (isNumberStart(m_sql, start)) {
+            m_at = afterNumber(m_sql, start);
+            return {Token::Number, m_sql.mid(start, m_at - start).toString(), m_literals++};
+        }
+        m_at = isWordStart(c) ? afterWord(m_sql, start) : afterSymbol(m_sql, start);
+        return {isWordStart(c) ? Token::Word : Token::Symbol, m_sql.mid(start, m_at - start).toString()};
     }
 
-    QString word() {
-        const qsizetype start = m_at;
-        while (at(m_at).isLetterOrNumber() || at(m_at) == u'_')
-            ++m_at;
-        return m_sql.mid(start, m_at - start);
-    }
-
-    QString symbol() {
-        const QString two = m_sql.mid(m_at, 2);
-        const qsizetype length =
-            two == u"<>" || two == u"<=" || two == u">=" || two == u"||" || two == u"!=" ? 2 : 1;
-        m_at += length;
-        return two.left(length);
-    }
-
-    const QString& m_sql;
+    const QStringView m_sql;
     qsizetype m_at = 0;
+    int m_literals = 0;
 };
 
 } // namespace
 
 std::vector<Token> tokenize(const QString& sql) {
     return Scanner(sql).run();
+}
+
+QString Literal::text() const {
+    QString result = written.toString();
+    if (isText() && written.contains(QChar(quote)))
+        result.replace(QString(2, QChar(quote)), QString(1, QChar(quote)));
+    return result;
+}
+
+void readShape(const QString& statement, Shape& shape) {
+    const QStringView sql(statement);
+    shape.key.resize(0);
+    shape.literals.clear();
+    qsizetype copied = 0;
+    for (qsizetype i = 0; i < sql.size();) {
+        const QChar c = sql[i];
+        const bool isText = isQuote(c);
+        if (isText || isNumberStart(sql, i)) {
+            const qsizetype end = isText ? afterEnclosed(sql, i, c) : afterNumber(sql, i);
+            shape.key += sql.mid(copied, i - copied);
+            shape.key += isText ? c : kNumberMark;
+            shape.literals.push_back(isText ? Literal{within(sql, i, end), c.unicode()}
+                                            : Literal{sql.mid(i, end - i)});
+            copied = i = end;
+        } else if (c == u'[') {
+            i = afterEnclosed(sql, i, u']');
+        } else {
+            i = isWordStart(c) ? afterWord(sql, i) : i + 1;
+        }
+    }
+    shape.key += sql.mid(copied);
 }
 
 } // namespace store

@@ -10,6 +10,8 @@ struct Token {
     Kind kind;
     /// Word: as written. Name: without brackets. Text: without quotes. Symbol: one operator or punctuation.
     QString text;
+    /// Position among the literals (numbers and texts) of the statement; -1 for anything else.
+    int literal = -1;
 
     bool isWord(const char16_t* word) const {
         return kind == Word && text.compare(QStringView(word), Qt::CaseInsensitive) == 0;
@@ -21,5 +23,28 @@ struct Token {
 /// Splits a statement into words, [names], numbers, 'texts' (a doubled quote is one quote) and symbols.
 /// An unfinished text throws common::RunTimeError kSqlFailure.
 std::vector<Token> tokenize(const QString& sql);
+
+/// A number or text as it stands in a statement; a view on the statement.
+struct Literal {
+    /// The digits, or what is between the quotes, a doubled quote still doubled.
+    QStringView written;
+    /// The quote around a text; 0 for a number.
+    char16_t quote = 0;
+
+    bool isText() const { return quote != 0; }
+
+    QString text() const;
+};
+
+/// A statement without its values: statements that differ in their literals only have the same key.
+struct Shape {
+    QString key;
+    /// In the order of the statement.
+    std::vector<Literal> literals;
+};
+
+/// Fills `shape`, which keeps its memory from use to use. Throws like tokenize; the two agree on what a
+/// literal is.
+void readShape(const QString& sql, Shape& shape);
 
 } // namespace store

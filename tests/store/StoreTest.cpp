@@ -126,6 +126,48 @@ TEST_F(StoreTest, QuotesAreData) {
     EXPECT_FALSE(recordset.IsOpen());
 }
 
+/// Statements that differ in their values share a translation: none may answer with the values of another.
+TEST_F(StoreTest, StatementsOfOneShapeKeepTheirOwnValues) {
+    add(u"Ab"_s, 3, true, 1);
+    add(u"Abend"_s, 3.5, false, 2);
+    add(u"A'b"_s, -3, true, 2);
+    add(u"Tab"_s, 300, false, 3);
+
+    struct Case {
+        const char16_t* condition;
+        QStringList names;
+    };
+
+    const Case cases[] = {
+        {u"WHERE txt_Name LIKE 'ab'", {u"Ab"_s}},
+        {u"WHERE txt_Name LIKE 'ab%'", {u"Ab"_s, u"Abend"_s}},
+        {u"WHERE txt_Name LIKE 'ab_nd'", {u"Abend"_s}},
+        {u"WHERE txt_Name LIKE '%ab'", {u"Ab"_s, u"Tab"_s}},
+        {u"WHERE txt_Name LIKE 'a''%'", {u"A'b"_s}},
+        {u"WHERE txt_Name LIKE \"a'b\"", {u"A'b"_s}},
+        {u"WHERE txt_Name LIKE 'a' & CHR(39) & 'b'", {u"A'b"_s}},
+        {u"WHERE txt_Name LIKE 't' & CHR(97) & 'b'", {u"Tab"_s}},
+        {u"WHERE dbl_Preis = 3", {u"Ab"_s}},
+        {u"WHERE dbl_Preis = 3.5", {u"Abend"_s}},
+        {u"WHERE dbl_Preis = 3e2", {u"Tab"_s}},
+        {u"WHERE dbl_Preis = -3", {u"A'b"_s}},
+        {u"WHERE dbl_Preis < 99999999999999999999 AND lng_Rang = 1", {u"Ab"_s}},
+        {u"WHERE flag_Status = 1 AND lng_Rang = 2", {u"A'b"_s}},
+        {u"WHERE flag_Status = 0 AND lng_Rang = 2", {u"Abend"_s}},
+        {u"WHERE flag_Status = 0 AND lng_Rang = 3", {u"Tab"_s}},
+        {u"WHERE 1 = 1 AND lng_Rang = 3", {u"Tab"_s}},
+        {u"WHERE 1 = 0 AND lng_Rang = 3", {}},
+        {u"WHERE lng_Rang + 1 = 2", {u"Ab"_s}},
+        {u"WHERE lng_Rang + 2 = 5", {u"Tab"_s}},
+        {u"ORDER BY lng_ID LIMIT 1", {u"Ab"_s}},
+        {u"ORDER BY lng_ID LIMIT 2", {u"Ab"_s, u"Abend"_s}},
+    };
+    for (int round = 0; round < 2; ++round)
+        for (const Case& c : cases)
+            EXPECT_EQ(names(QString::fromUtf16(c.condition)), c.names)
+                << QString::fromUtf16(c.condition).toStdString();
+}
+
 TEST_F(StoreTest, YesNoColumnsMatchTrueAndNumbers) {
     add(u"an"_s, 0, true);
     add(u"aus"_s, 0, false);

@@ -120,6 +120,19 @@ TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
     EXPECT_TRUE(chosen.isEmpty());
 }
 
+TEST_F(ListTest, AGridOutlivesItsControl) {
+    {
+        platform::ui::DataControl passing;
+        passing.setConnection(ConnPhone);
+        passing.setRecordSource(u"SELECT txt_Telefon, txt_Name, txt_Ort FROM tbl_PhoneBook"_s);
+        grid.setDataControl(passing);
+        passing.Refresh();
+        EXPECT_EQ(grid.rowCount(), 3);
+    }
+    EXPECT_EQ(grid.rowCount(), 0);
+    grid.repaint();
+}
+
 TEST_F(ListTest, PhoneBookPick) {
     shell::PhoneBookSearch search(app->services());
 

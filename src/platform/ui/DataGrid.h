@@ -24,7 +24,7 @@ class DataGrid : public QTableView {
   public:
     explicit DataGrid(QWidget* parent = nullptr);
 
-    /// The control must outlive the grid.
+    /// The control stays the caller's; without it the grid is empty.
     void setDataControl(DataControl& control);
     void formatColumns(std::vector<DataColumn> columns);
     /// Lets the column take what width is left over.

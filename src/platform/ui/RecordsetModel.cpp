@@ -14,6 +14,10 @@ void RecordsetModel::setDataControl(DataControl& control) {
     endResetModel();
     connect(&control, &DataControl::aboutToChange, this, [this] { beginResetModel(); });
     connect(&control, &DataControl::changed, this, [this] { endResetModel(); });
+    connect(&control, &QObject::destroyed, this, [this] {
+        beginResetModel();
+        endResetModel();
+    });
 }
 
 void RecordsetModel::setColumns(std::vector<DataColumn> columns) {

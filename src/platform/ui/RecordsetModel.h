@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/ui/DataGrid.h"
 #include <QAbstractTableModel>
+#include <QPointer>
 
 namespace platform::ui {
 
@@ -23,7 +24,8 @@ class RecordsetModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
-    DataControl* m_control = nullptr;
+    /// A screen's control may go before its grid does.
+    QPointer<DataControl> m_control;
     std::vector<DataColumn> m_columns;
 };
 

@@ -110,7 +110,7 @@ class Installation {
     void copyReports() {
         if (m_options.reportsFrom.isEmpty())
             return;
-        const QDir from(m_options.reportsFrom);
+        const QDir from(QDir(m_options.reportsFrom).absolutePath());
         if (!from.exists())
             failOn(u"Der Ordner \"%1\" mit den Berichten besteht nicht."_s, from.path());
         int copied = 0;

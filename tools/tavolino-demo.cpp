@@ -17,6 +17,7 @@
 #include "tests/support/CupsServer.h"
 #include <QApplication>
 #include <QDir>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTcpServer>
@@ -100,7 +101,9 @@ class Demo {
 
     void book() {
         answerNext([this] { shoot(u"drucken"_s); });
+        const QTimer* unexpected = refuseDialogsIn(5000);
         press(Qt::Key_F12);
+        delete unexpected;
         shoot(u"verbucht"_s);
     }
 
@@ -153,6 +156,17 @@ class Demo {
             look();
             QTest::keyClick(dialog, Qt::Key_Return);
         });
+    }
+
+    /// A message that comes now means that something went wrong.
+    QTimer* refuseDialogsIn(int milliseconds) {
+        auto* timer = new QTimer(qApp);
+        QObject::connect(timer, &QTimer::timeout, qApp, [] {
+            const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            giveUp(box ? box->text() : u"printing takes too long"_s);
+        });
+        timer->start(milliseconds);
+        return timer;
     }
 
     void shoot(const QString& name) {

@@ -6,6 +6,7 @@
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/ui/CompactTabStyle.h"
 #include "platform/ui/FieldHelpers.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -37,6 +38,7 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     setUpFields();
     setUpButtons();
     setUpShortcuts();
+    m_ui->TabStripArtikel->setStyle(new platform::ui::CompactTabStyle(m_ui->TabStripArtikel));
     combo_PreisGruppe_Click();
     showAddress();
     m_ui->box_SchnellerfassungKunde->hide();
@@ -57,9 +59,10 @@ void frmAuftragswesenAuftragserfassung::setUpGrids() {
     auto* details = m_ui->BestellungDetailsGrid;
     details->setTable(m_order.BestellungDetailsGrid);
     details->openEditorOnEnter({1, 3, 5});
-    const int detailTwips[] = {1150, 1150, 1350, 1500, 1200, 1500};
-    for (int column = 0; column < 6; ++column)
-        details->setColumnTwips(column, detailTwips[column]);
+    for (const int label : {0, 2, 4})
+        details->horizontalHeader()->setSectionResizeMode(label, QHeaderView::ResizeToContents);
+    details->setColumnTwips(1, 1050);
+    details->setColumnTwips(3, 1450);
     details->horizontalHeader()->hide();
     details->horizontalHeader()->setStretchLastSection(true);
     details->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -101,8 +104,8 @@ void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
                    [this](int row, int, const QPoint& pos) { linesMenu(row, pos); });
     QFont larger = lines->font();
     larger.setPointSizeF(larger.pointSizeF() + 1);
-    for (QWidget* grid : {static_cast<QWidget*>(lines), static_cast<QWidget*>(m_ui->BestellungDetailsGrid),
-                          static_cast<QWidget*>(m_ui->ProdukteGrid), static_cast<QWidget*>(m_ui->ExtrasGrid)})
+    for (QWidget* grid : {static_cast<QWidget*>(lines), static_cast<QWidget*>(m_ui->ProdukteGrid),
+                          static_cast<QWidget*>(m_ui->ExtrasGrid)})
         grid->setFont(larger);
 }
 

@@ -114,8 +114,10 @@ class Installation {
         if (!from.exists())
             failOn(u"Der Ordner \"%1\" mit den Berichten besteht nicht."_s, from.path());
         int copied = 0;
-        for (QDirIterator file(from.path(), QDir::Files, QDirIterator::Subdirectories); file.hasNext();)
-            copied += copyReport(file.next(), u"Reports/"_s + from.relativeFilePath(file.filePath()));
+        for (QDirIterator file(from.path(), QDir::Files, QDirIterator::Subdirectories); file.hasNext();) {
+            const QString path = file.next();
+            copied += copyReport(path, u"Reports/"_s + from.relativeFilePath(path));
+        }
         if (copied > 0)
             m_done.append(u"%1 Berichtsvorlagen kopiert."_s.arg(copied));
     }

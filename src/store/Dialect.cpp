@@ -261,7 +261,7 @@ class Translator {
             !pattern || pattern->kind != Token::Text ||
             (more && (more->isSymbol(u"&") || more->isWord(u"ESCAPE"))))
             return false;
-        // The part of a qualified name in front of the point is out already.
+        // The part of a qualified name in front of the point is out already; NOT stands behind the name.
         if (m_at > 0 && m_tokens[m_at - 1].isSymbol(u"."))
             return false;
         const Wildcard wildcard = wildcardOf(pattern->text);

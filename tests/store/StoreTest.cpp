@@ -309,7 +309,7 @@ TEST(Dialect, StatementsThatDifferInValuesShareOnePreparedStatement) {
 TEST(Collation, IsAnOrder) {
     const QStringList texts = {u""_s,  u"a"_s,  u"A"_s, u"ä"_s, u"Äa"_s,       u"ab"_s, u"z"_s,
                                u"ß"_s, u"ss"_s, u"é"_s, u"😀"_s, u"m\u0000x"_s, u"-"_s,  u"1"_s};
-    for (const QString& a : texts)
+    for (const QString& a : texts) {
         for (const QString& b : texts) {
             EXPECT_EQ(store::compareTexts(a, b) < 0, store::compareTexts(b, a) > 0);
             for (const QString& c : texts) {
@@ -317,6 +317,7 @@ TEST(Collation, IsAnOrder) {
                     EXPECT_LE(store::compareTexts(a, c), 0);
             }
         }
+    }
 }
 
 } // namespace

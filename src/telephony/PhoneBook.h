@@ -10,7 +10,8 @@ class PhoneBook {
     virtual ~PhoneBook() = default;
     /// Searches the number and shows the hits to pick from; says so when there is none. The picked row, or
     /// nothing.
-    virtual std::optional<modVerwaltungTelefonbuch::PhoneBookEntry> FindPhoneBookEntry(const QString& number) = 0;
+    virtual std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
+    FindPhoneBookEntry(const QString& number) = 0;
 };
 
 } // namespace telephony

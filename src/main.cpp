@@ -15,12 +15,16 @@ int main(int argc, char** argv) {
     platform::ui::IniRegistryStore registry;
     platform::QtReportControl reports(dialogs);
     platform::CupsPrinters printers;
+    const QString folder = QCoreApplication::applicationDirPath();
+    const std::unique_ptr<platform::BasicCAPI32> line =
+        platform::createLine(platform::LineSettings::read(folder + QStringLiteral("/tavolino.ini")));
     shell::Application tavolino(
-        {.appPath = QCoreApplication::applicationDirPath(),
+        {.appPath = folder,
          .dialogs = dialogs,
          .registry = registry,
          .reports = reports,
          .printers = printers,
+         .line = line.get(),
          // At once means at once: nothing is unwound, everything that counts is closed.
          .exitProcess = [](int code) { std::_Exit(code); }});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;

@@ -1,4 +1,4 @@
-#include "LineSupport.h"
+#include "support/LineSupport.h"
 #include "platform/line/CallMonitorReader.h"
 #include "platform/line/LineFactory.h"
 #include <QTcpServer>

@@ -1,4 +1,4 @@
-#include "LineSupport.h"
+#include "support/LineSupport.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
 #include "platform/line/LineFactory.h"

@@ -1,4 +1,4 @@
-#include "LineSupport.h"
+#include "support/LineSupport.h"
 #include <QDir>
 #include <QFile>
 #include <QTcpServer>

@@ -20,15 +20,15 @@ const QString kGeloescht = QStringLiteral(u"gelöscht");
 const QString kBar = QStringLiteral("Bar");
 
 CellColumn text(const QString& name, const QString& caption = {}) {
-    return {name, caption, CellColumn::Type::Text, {}, true};
+    return {name, caption, CellColumn::Type::Text, {}, true, 0};
 }
 
 CellColumn number(const QString& name, const QString& caption, const QString& form = {}) {
-    return {name, caption, CellColumn::Type::Number, form, true};
+    return {name, caption, CellColumn::Type::Number, form, true, 0};
 }
 
-CellColumn hidden(const QString& name, CellColumn::Type type = CellColumn::Type::Number) {
-    return {name, {}, type, {}, false};
+CellColumn hidden(const QString& name, double blank = 0) {
+    return {name, {}, CellColumn::Type::Number, {}, false, blank};
 }
 
 std::vector<CellColumn> detailColumns() {
@@ -46,7 +46,7 @@ std::vector<CellColumn> lineColumns() {
             number(QStringLiteral("Anzahl"), QStringLiteral("Mg")),
             hidden(QStringLiteral("AnzahlIntern")),
             text(QStringLiteral("Einheit"), QStringLiteral("Einheit")),
-            hidden(QStringLiteral("EinheitAnzahl")),
+            hidden(QStringLiteral("EinheitAnzahl"), 1),
             text(QStringLiteral("Bezeichnung"), QStringLiteral("Bezeichnung")),
             text(QStringLiteral("Ccy"), QStringLiteral("W")),
             number(QStringLiteral("Preis"), QStringLiteral("Preis"), amount),
@@ -80,8 +80,6 @@ WorkingOrder::WorkingOrder(QObject* parent) :
     };
     BestellungGrid.Change = [this](int row, int col) { BestellungGrid_Change(row, col); };
     BestellungGrid.BeforeDelete = [this](int row) { RemoveLine(row); };
-    for (int row = 0; row < kOrderRows; ++row)
-        ClearRow(row);
     SettingUpBestellungDetailGrid();
 }
 
@@ -141,7 +139,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 void WorkingOrder::ClearBestellungMaske() {
     BestellungGrid.setRows(kOrderRows);
     for (int row = 0; row < kOrderRows; ++row)
-        ClearRow(row);
+        BestellungGrid.clearRow(row);
     for (int row = 0; row < TotalRow::Count; ++row)
         BestellungTotalGrid.setCell(row, kTotalAmount, 0);
     m_address.clear();

@@ -134,7 +134,6 @@ class WorkingOrder : public QObject {
     bool DetailsMayEdit(int row, int col) const;
     void DetailsBeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
     void FillHead(qint64 kundenId);
-    void ClearRow(int row);
     void RederiveLine(int row);
     bool FindProduktLine(int row, int col);
     void FindExtraLine(int row, const QString& condition, const QString& typed);

@@ -8,15 +8,6 @@ using common::Value;
 
 namespace orders {
 
-void WorkingOrder::ClearRow(int row) {
-    for (const int col : {Col::Kurzzeichen, Col::Einheit, Col::Bezeichnung, Col::Ccy})
-        BestellungGrid.setCell(row, col, QString());
-    for (const int col : {Col::Anzahl, Col::AnzahlIntern, Col::Preis, Col::Rabatt, Col::MWSt,
-                          Col::PreisOhneMWSt, Col::ProduktID, Col::IsProdukt, Col::ExtraID})
-        BestellungGrid.setCell(row, col, 0);
-    BestellungGrid.setCell(row, Col::EinheitAnzahl, 1);
-}
-
 int WorkingOrder::FirstEmptyRow() const {
     for (int row = 0; row < BestellungGrid.rows(); ++row)
         if (BestellungGrid.text(row, Col::Ccy).isEmpty())
@@ -65,7 +56,7 @@ void WorkingOrder::RemoveLine(int row) {
         return;
     const bool isProdukt = BestellungGrid.number(row, Col::IsProdukt) == 1;
     const auto mark = [this](int marked) {
-        ClearRow(marked);
+        BestellungGrid.clearRow(marked);
         BestellungGrid.setCell(marked, Col::IsProdukt, -1);
     };
     mark(row);
@@ -78,10 +69,7 @@ void WorkingOrder::RemoveLine(int row) {
     for (int marked = BestellungGrid.rows() - 1; marked >= 0; --marked)
         if (BestellungGrid.number(marked, Col::IsProdukt) == -1)
             BestellungGrid.removeRow(marked);
-    const int kept = BestellungGrid.rows();
     BestellungGrid.setRows(kOrderRows);
-    for (int added = kept; added < kOrderRows; ++added)
-        ClearRow(added);
     m_ZeileLoeschen = false;
     CalculateTotalBestellung();
     SettingUpBestellungDetailGrid();

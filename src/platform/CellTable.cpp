@@ -10,12 +10,16 @@ CellTable::CellTable(std::vector<CellColumn> columns, int rows, QObject* parent)
     QAbstractTableModel(parent), m_columns(std::move(columns)), m_rows(size_t(rows), emptyRow()) {
 }
 
-std::vector<CellTable::Cell> CellTable::emptyRow() const {
-    std::vector<Cell> row;
-    row.reserve(m_columns.size());
-    for (const CellColumn& column : m_columns)
-        row.push_back(
-            {column.type == CellColumn::Type::Number ? Value(0.0) : Value(QString()), CellKind::Field});
+Value CellTable::blankValue(size_t column) const {
+    const CellColumn& info = m_columns[column];
+    return info.type == CellColumn::Type::Number ? Value(info.blank) : Value(QString());
+}
+
+CellTable::Row CellTable::emptyRow() const {
+    Row row;
+    row.cells.reserve(m_columns.size());
+    for (size_t column = 0; column < m_columns.size(); ++column)
+        row.cells.push_back({blankValue(column), CellKind::Field});
     return row;
 }
 
@@ -27,15 +31,31 @@ int CellTable::column(QStringView name) const {
 }
 
 const Value& CellTable::cell(int row, int column) const {
-    return m_rows.at(size_t(row)).at(size_t(column)).value;
+    return cellAt(row, column).value;
 }
 
 void CellTable::setCell(int row, int column, const Value& value) {
     const bool isNumber = m_columns.at(size_t(column)).type == CellColumn::Type::Number;
-    m_rows.at(size_t(row)).at(size_t(column)).value =
-        isNumber ? Value(value.toDouble()) : Value(value.toText());
+    Value taken = isNumber ? Value(value.toDouble()) : value.isText() ? value : Value(value.toText());
+    Row& target = m_rows.at(size_t(row));
+    Value& held = target.cells.at(size_t(column)).value;
+    // A view has nothing to do where nothing changes, and most of what is cleared is empty already.
+    if (held == taken)
+        return;
+    held = std::move(taken);
+    target.untouched = false;
     const QModelIndex changed = index(row, column);
     Q_EMIT dataChanged(changed, changed);
+}
+
+void CellTable::clearRow(int row) {
+    Row& target = m_rows.at(size_t(row));
+    if (target.untouched)
+        return;
+    for (size_t column = 0; column < target.cells.size(); ++column)
+        target.cells[column].value = blankValue(column);
+    target.untouched = true;
+    Q_EMIT dataChanged(index(row, 0), index(row, int(m_columns.size()) - 1));
 }
 
 void CellTable::setCaption(int column, const QString& caption) {
@@ -44,13 +64,13 @@ void CellTable::setCaption(int column, const QString& caption) {
 }
 
 void CellTable::setKind(int row, int column, CellKind kind) {
-    m_rows.at(size_t(row)).at(size_t(column)).kind = kind;
+    m_rows.at(size_t(row)).cells.at(size_t(column)).kind = kind;
     const QModelIndex changed = index(row, column);
     Q_EMIT dataChanged(changed, changed);
 }
 
 CellKind CellTable::kind(int row, int column) const {
-    return m_rows.at(size_t(row)).at(size_t(column)).kind;
+    return cellAt(row, column).kind;
 }
 
 void CellTable::setRows(int count) {

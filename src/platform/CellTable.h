@@ -13,6 +13,7 @@ struct CellColumn {
     Type type = Type::Text;
     QString form; ///< number form such as "0.00"; empty shows the plain value
     bool shown = true;
+    double blank = 0; ///< what a number cell of an untouched row holds
 };
 
 /// How a cell presents itself: a fixed label, a value that cannot be edited (grey), or a field.
@@ -20,7 +21,7 @@ enum class CellKind { Label, ReadOnly, Field };
 
 /// A table of cells with the life of an edit: before edit, before end of edit, after change, before delete.
 /// It is a Qt model, so that a grid shows it, and lives without one. Cells always hold a value of their
-/// column's type; an untouched number cell is 0, a text cell "".
+/// column's type; an untouched number cell holds its column's blank value, a text cell "".
 ///
 /// Writing with setCell raises no event. What the user types goes through beginEdit and endEdit, and so do
 /// picks that must run the same rules.
@@ -42,6 +43,8 @@ class CellTable : public QAbstractTableModel {
 
     /// A text put into a number column is converted; "" counts as 0. Throws kTypeMismatch for other texts.
     void setCell(int row, int column, const common::Value& value);
+    /// The row as it was before anything was put into it; the kinds of its cells stay.
+    void clearRow(int row);
     void setCaption(int column, const QString& caption);
     void setKind(int row, int column, CellKind kind);
     CellKind kind(int row, int column) const;
@@ -84,10 +87,19 @@ class CellTable : public QAbstractTableModel {
         CellKind kind = CellKind::Field;
     };
 
-    std::vector<Cell> emptyRow() const;
+    struct Row {
+        std::vector<Cell> cells;
+        /// Nothing was put in since the row was made or cleared.
+        bool untouched = true;
+    };
+
+    const Cell& cellAt(int row, int column) const { return m_rows.at(size_t(row)).cells.at(size_t(column)); }
+
+    common::Value blankValue(size_t column) const;
+    Row emptyRow() const;
 
     std::vector<CellColumn> m_columns;
-    std::vector<std::vector<Cell>> m_rows;
+    std::vector<Row> m_rows;
 };
 
 } // namespace platform

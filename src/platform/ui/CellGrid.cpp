@@ -202,6 +202,15 @@ void CellGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
     openIfWanted(current);
 }
 
+void CellGrid::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                           const QList<int>& roles) {
+    QTableView::dataChanged(topLeft, bottomRight, roles);
+    // A row that has become blank, or is no longer, shows its other numbers differently.
+    if (BlankRow && topLeft.row() == bottomRight.row())
+        viewport()->update(0, rowViewportPosition(topLeft.row()), viewport()->width(),
+                           rowHeight(topLeft.row()));
+}
+
 void CellGrid::openIfWanted(const QModelIndex& index) {
     const bool wanted = m_openOnEnter.contains(index.column()) && !m_holdEditor && isVisible();
     if (wanted && currentIndex() == index && mayEdit({index.row(), index.column()}))

@@ -1,18 +1,9 @@
 #include "RawRoads.h"
-#include "OurRoads.h"
-#include "store/SystemSettings.h"
-#include <cmath>
 
 namespace bench {
 namespace {
 
 constexpr double kLineStep = 0.01;
-constexpr double kDay = 45000;
-constexpr double kMoment = 0.75;
-const QByteArray kConditions = "Bar";
-const QByteArray kDayText = "15/03/2023";
-const QByteArray kUnit = "Stk.";
-const QByteArray kCurrency = "CHF";
 
 } // namespace
 
@@ -142,41 +133,45 @@ void RawRoads::extrasOf(qint64 produktId) {
     m_extras.reset();
 }
 
-void RawRoads::bookHead(qint64 trxNr) {
-    m_insertHead.bind(1, trxNr);
-    m_insertHead.bind(2, qint64(1));
-    m_insertHead.bind(3, qint64(1));
-    m_insertHead.bind(4, qint64(kDay));
-    m_insertHead.bind(5, kDay);
-    m_insertHead.bind(6, kMoment);
-    m_insertHead.bind(7, kDay + kMoment);
-    m_insertHead.bind(8, kMoment);
-    m_insertHead.bind(9, kConditions);
-    m_insertHead.bind(10, qint64(kDay));
-    m_insertHead.bind(11, kDayText);
-    m_insertHead.bind(12, 100.0);
-    m_insertHead.bind(13, 7.7);
-    m_insertHead.bind(14, 107.7);
-    m_insertHead.exec();
+std::vector<RawRoads::Row> RawRoads::readRows(sqlite3* handle, const char* sql, qint64 trxNr) {
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(handle, sql, -1, &statement, nullptr);
+    sqlite3_bind_int64(statement, 1, trxNr);
+    std::vector<Row> rows;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        Row& row = rows.emplace_back();
+        for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+            const int type = sqlite3_column_type(statement, i);
+            if (type == SQLITE_INTEGER)
+                row.emplace_back(qint64(sqlite3_column_int64(statement, i)));
+            else if (type == SQLITE_FLOAT)
+                row.emplace_back(sqlite3_column_double(statement, i));
+            else if (type == SQLITE_TEXT)
+                row.emplace_back(
+                    QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(statement, i))));
+            else
+                row.emplace_back(nullptr);
+        }
+    }
+    sqlite3_finalize(statement);
+    return rows;
 }
 
-void RawRoads::bookLine(qint64 trxNr, int line) {
-    m_insertLine.bind(1, double(trxNr) + line * kLineStep);
-    m_insertLine.bind(2, trxNr);
-    m_insertLine.bind(3, qint64(100 * line));
-    m_insertLine.bind(4, qint64(1));
-    m_insertLine.bind(5, qint64(-1));
-    m_insertLine.bind(6, 1.0);
-    m_insertLine.bind(7, 1.0);
-    m_insertLine.bind(8, kUnit);
-    m_insertLine.bind(9, qint64(1));
-    m_insertLine.bind(10, kCurrency);
-    m_insertLine.bind(11, 12.5);
-    m_insertLine.bind(12, 0.0);
-    m_insertLine.bind(13, 7.7);
-    m_insertLine.bind(14, 11.606);
-    m_insertLine.bind(15, kDay + kMoment);
-    m_insertLine.exec();
+void RawRoads::bookLike(sqlite3* handle, qint64 trxNr) {
+    m_bookedHead =
+        readRows(handle, "SELECT * FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_TrxNr = ?", trxNr)
+            .at(0);
+    m_bookedLines = readRows(
+        handle, "SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ?", trxNr);
+}
+
+void RawRoads::insert(RawStatement& statement, const Row& row) {
+    int position = 0;
+    for (const Value& value : row) {
+        ++position;
+        std::visit([&](const auto& held) { statement.bind(position, held); }, value);
+    }
+    statement.exec();
 }
 
 void RawRoads::book() {
@@ -184,9 +179,13 @@ void RawRoads::book() {
     const qint64 trxNr = m_nextTrxNr.integer(0) + 1;
     m_nextTrxNr.reset();
     m_begin.exec();
-    bookHead(trxNr);
-    for (int line = 1; line <= kLines; ++line)
-        bookLine(trxNr, line);
+    m_bookedHead[0] = trxNr;
+    insert(m_insertHead, m_bookedHead);
+    for (size_t i = 0; i < m_bookedLines.size(); ++i) {
+        m_bookedLines[i][0] = double(trxNr) + double(i + 1) * kLineStep;
+        m_bookedLines[i][1] = trxNr;
+        insert(m_insertLine, m_bookedLines[i]);
+    }
     m_commit.exec();
 }
 

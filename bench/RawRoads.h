@@ -1,6 +1,7 @@
 #pragma once
 #include "RawStore.h"
 #include "Workload.h"
+#include <variant>
 
 namespace bench {
 
@@ -10,6 +11,8 @@ class RawRoads {
   public:
     explicit RawRoads(RawStore& store);
 
+    /// The values that book() writes, but for the number: those of an order in the file at `handle`.
+    void bookLike(sqlite3* handle, qint64 trxNr);
     void call(double telefon);
     void keyedCode(const Workload::Code& code);
     void extrasOf(qint64 produktId);
@@ -30,8 +33,6 @@ class RawRoads {
     void kundeExists(qint64 kundenId);
     void kurier(qint64 kurierId);
     void readArtikel();
-    void bookHead(qint64 trxNr);
-    void bookLine(qint64 trxNr, int line);
     void readLine();
     void nameOf(RawStatement& statement, qint64 key);
 
@@ -46,10 +47,17 @@ class RawRoads {
         qint64 produkt, extra;
     };
 
+    using Value = std::variant<std::nullptr_t, qint64, double, QByteArray>;
+    using Row = std::vector<Value>;
+    static std::vector<Row> readRows(sqlite3* handle, const char* sql, qint64 trxNr);
+    static void insert(RawStatement& statement, const Row& row);
+
     RawStatement m_begin, m_commit, m_lastTrxNr, m_nextTrxNr, m_findKunde, m_adresse, m_exists, m_artikel,
         m_extras, m_insertHead, m_insertLine, m_head, m_kurier, m_lines, m_code, m_produkt, m_extra,
         m_following;
     std::vector<Line> m_read;
+    Row m_bookedHead;
+    std::vector<Row> m_bookedLines;
     qint64 m_lastProdukt = 0;
     qint64 m_sum = 0;
 };

@@ -37,6 +37,8 @@ class RawStatement {
 
     void bind(int position, qint64 number) { sqlite3_bind_int64(m_statement, position, number); }
 
+    void bind(int position, std::nullptr_t) { sqlite3_bind_null(m_statement, position); }
+
     void bind(int position, double number) { sqlite3_bind_double(m_statement, position, number); }
 
     /// The text outlives the run.

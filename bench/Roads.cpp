@@ -14,6 +14,9 @@ Roads::Roads(const QString& folder, const QString& copy) :
     m_installation(folder), m_store(copy), m_raw(m_store), m_work(drawWorkload(m_store)),
     m_lastBefore(modBestellNummern::GetLastTrxNr()) {
     m_order.prepare(m_work);
+    m_order.book();
+    m_raw.bookLike(OpenInstallation::handle(), m_lastBefore + 1);
+    m_raw.book();
 }
 
 Roads::~Roads() {

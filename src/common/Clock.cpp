@@ -7,15 +7,28 @@
 namespace common::clock {
 namespace {
 std::optional<double> stopped;
+
+/// Milliseconds that local time is ahead of UTC. Asking the system reads its time zone's file, so the answer
+/// is kept for the quarter of an hour that it holds at least: no zone changes in between.
+qint64 localOffset(qint64 utc) {
+    constexpr qint64 kQuarter = 15 * 60 * 1000;
+    static qint64 knownQuarter = -1;
+    static qint64 offset = 0;
+    if (utc / kQuarter != knownQuarter) {
+        knownQuarter = utc / kQuarter;
+        offset = QDateTime::fromMSecsSinceEpoch(utc).offsetFromUtc() * qint64(1000);
+    }
+    return offset;
 }
+} // namespace
 
 double now() {
     if (stopped)
         return *stopped;
-    const QDateTime local = QDateTime::currentDateTime();
-    const QDate date = local.date();
-    return dateSerial(date.year(), date.month(), date.day()) +
-           local.time().msecsSinceStartOfDay() / 86'400'000.0;
+    constexpr double kDay = 86'400'000;
+    constexpr double kFirstOf1970 = 25569;
+    const qint64 utc = QDateTime::currentMSecsSinceEpoch();
+    return kFirstOf1970 + double(utc + localOffset(utc)) / kDay;
 }
 
 double today() {

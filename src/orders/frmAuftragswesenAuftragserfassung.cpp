@@ -269,12 +269,31 @@ void frmAuftragswesenAuftragserfassung::ClearBestellungMaske() {
     m_ui->txt_SucheTelefonNummer->setFocus();
 }
 
+frmAuftragswesenAuftragserfassung::Settling::Settling(frmAuftragswesenAuftragserfassung& screen) :
+    m_screen(screen) {
+    ++m_screen.m_settling;
+}
+
+frmAuftragswesenAuftragserfassung::Settling::~Settling() {
+    if (--m_screen.m_settling > 0)
+        return;
+    m_screen.showAddress();
+    m_screen.showButtons();
+}
+
 void frmAuftragswesenAuftragserfassung::showAddress() {
-    m_ui->txt_KundenAdresse->setPlainText(m_order.KundenAdresse());
+    if (m_settling > 0)
+        return;
+    if (m_shownAddress != m_order.KundenAdresse()) {
+        m_shownAddress = m_order.KundenAdresse();
+        m_ui->txt_KundenAdresse->setPlainText(m_shownAddress);
+    }
     m_ui->txt_KundenAdresse->setVisible(m_order.KundenAdresseShown());
 }
 
 void frmAuftragswesenAuftragserfassung::showButtons() {
+    if (m_settling > 0)
+        return;
     const orders::OrderButtons& on = m_order.buttons();
     m_ui->cmdKundeSchnellerfassung->setEnabled(on.cmdKundeSchnellerfassung);
     m_ui->cmdKundeEditierung->setEnabled(on.cmdKundeEditierung &&
@@ -304,6 +323,10 @@ void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {
         return tell(tr("Diese Telefonnummer ist ungültig und kann nicht verarbeitete werden."),
                     tr("Ungültige Telefonnummer"), platform::kOk);
     const qint64 id = modVerwaltungKunden::FindKundeByTelefon(*value);
+    // Not for an unknown number, whose search in the directory may stop at a dialog.
+    std::optional<Settling> settling;
+    if (id != -1)
+        settling.emplace(*this);
     searchNumber(number);
     m_ui->box_SchnellerfassungKunde->hide();
     if (modVerwaltungKunden::KundeExists(id)) {

@@ -44,6 +44,19 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void showEvent(QShowEvent* event) override;
 
   private:
+    /// While one lives, address and buttons stay as they are: a call that is taken clears and fills the order
+    /// twice, and only what comes out of it is worth laying out.
+    class Settling {
+      public:
+        explicit Settling(frmAuftragswesenAuftragserfassung& screen);
+        ~Settling();
+        Settling(const Settling&) = delete;
+        Settling& operator=(const Settling&) = delete;
+
+      private:
+        frmAuftragswesenAuftragserfassung& m_screen;
+    };
+
     // Set-up
     void setUpGrids();
     void setUpLinesGrid();
@@ -105,4 +118,6 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     platform::ui::DataControl DataControlProdukte;
     platform::ui::DataControl DataControlExtras;
     int m_MenuZeile = -1;
+    QString m_shownAddress;
+    int m_settling = 0;
 };

@@ -103,6 +103,7 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungDelete_Click() {
 }
 
 void frmAuftragswesenAuftragserfassung::loadIntoScreen(qint64 trxNr) {
+    const Settling settling(*this);
     modAuftragswesenAuftragserfassung::LoadBestellung(m_order, trxNr);
     m_ui->BestellungGrid->goTo({0, orders::Col::Kurzzeichen});
 }

@@ -15,6 +15,7 @@
 #include "shell/Application.h"
 #include "store/StoreGlobals.h"
 #include "tests/support/CupsServer.h"
+#include "tests/support/Keys.h"
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
@@ -87,9 +88,9 @@ class Demo {
         const QStringList codes = {code(u"offers extras"_s, 0), code(u"offers extras"_s, 1), code(u""_s, 2)};
         for (int line = 0; line < codes.size(); ++line) {
             focusLines();
-            type(codes[line]);
+            test::typeText(codes[line]);
             press(Qt::Key_Return);
-            type(line == 1 ? u"2"_s : u"1"_s);
+            test::typeText(line == 1 ? u"2"_s : u"1"_s);
             press(Qt::Key_Return);
             if (line == 1)
                 addExtra();
@@ -139,8 +140,6 @@ class Demo {
         press(Qt::Key_F8);
         press(Qt::Key_Return);
     }
-
-    void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
     void press(Qt::Key key) {
         QWidget* focus = QApplication::focusWidget();

@@ -7,6 +7,7 @@
 #include "platform/ui/QtReportControl.h"
 #include "shell/Application.h"
 #include "support/CupsServer.h"
+#include "support/Keys.h"
 #include "support/LineSupport.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -59,7 +60,7 @@ class OrderRoad : public testing::Test {
     }
 
     void key(const QString& text) {
-        QTest::keyClicks(QApplication::focusWidget(), text);
+        test::typeText(text);
         press(Qt::Key_Return);
     }
 
@@ -69,7 +70,7 @@ class OrderRoad : public testing::Test {
     }
 
     /// The columns of a row, divided by blanks; amounts with two decimals.
-    static QString row(const QString& sql) {
+    static std::string row(const QString& sql) {
         store::Recordset rows;
         rows.Open(sql, ConnMain, store::adOpenForwardOnly, store::adLockReadOnly);
         QStringList texts;
@@ -77,7 +78,7 @@ class OrderRoad : public testing::Test {
             const common::Value value = rows.Fields(column.name).Value();
             texts << (value.isDouble() ? common::formatNumber(value.toDouble(), u"0.00") : value.toText());
         }
-        return texts.join(u' ');
+        return texts.join(u' ').toStdString();
     }
 
     TestFirm firm;
@@ -110,13 +111,12 @@ TEST_F(OrderRoad, FromTheRingingLineToThePrintedSlipByKeyboardAlone) {
     dialogs.answer(platform::kAnswerYes);
     press(Qt::Key_F12);
 
-    EXPECT_EQ(
-        row(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master"_s),
-        u"1000 1 1 46157 15/05/2026 18:00:00 46157.75 18:30:00 Bar 46157 15/05/2026 44.73 1.77 46.50"_s);
-    const QString lines[] = {
-        u"1000.01 1000 1 1 -1 2.00 2.00 Stk. 1 CHF 33.00 0.00 2.60 32.16 46157.75"_s,
-        u"1000.02 1000 1 0 1 1.00 0.00 Stk. 1 CHF 1.50 0.00 2.60 1.46 46157.75"_s,
-        u"1000.03 1000 3 1 -1 1.00 1.00 Stk. 1 CHF 12.00 0.00 8.10 11.10 46157.75"_s,
+    EXPECT_EQ(row(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master"_s),
+              "1000 1 1 46157 15/05/2026 18:00:00 46157.75 18:30:00 Bar 46157 15/05/2026 44.73 1.77 46.50");
+    const std::string lines[] = {
+        "1000.01 1000 1 1 -1 2.00 2.00 Stk. 1 CHF 33.00 0.00 2.60 32.16 46157.75",
+        "1000.02 1000 1 0 1 1.00 0.00 Stk. 1 CHF 1.50 0.00 2.60 1.46 46157.75",
+        "1000.03 1000 3 1 -1 1.00 1.00 Stk. 1 CHF 12.00 0.00 8.10 11.10 46157.75",
     };
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(

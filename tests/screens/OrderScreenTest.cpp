@@ -2,6 +2,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/RegistryStore.h"
 #include "platform/ui/DataGrid.h"
+#include "support/Keys.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
@@ -60,11 +61,7 @@ class OrderScreenTest : public testing::Test {
     bool enabled(const char16_t* name) { return find<QWidget>(name)->isEnabled(); }
 
     /// Types on whatever has the focus, as the keyboard does.
-    void type(const QString& text) {
-        // An editor that the first key opens has the focus from then on.
-        for (const QChar c : text)
-            QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
-    }
+    void type(const QString& text) { test::typeText(text); }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);

@@ -14,6 +14,8 @@ class QuietDialogs : public platform::Dialogs {
     int MsgBox(const QString&, int, const QString&) override { return platform::kAnswerNo; }
 
     QString InputBox(const QString&, const QString&, const QString&) override { return {}; }
+
+    QString OpenFile(const QString&, const QString&) override { return {}; }
 };
 
 class QuietNavigation : public platform::Navigation {

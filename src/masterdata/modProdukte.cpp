@@ -1,26 +1,194 @@
 #include "masterdata/modProdukte.h"
+#include "masterdata/modProdukteExtras.h"
+#include "store/Lookups.h"
 #include "store/StoreGlobals.h"
+
+using masterdata::PictureSize;
+using masterdata::ProduktBild;
+using store::OpenRecordset;
+using namespace Qt::StringLiterals;
 
 namespace modProdukte {
 namespace {
 
+const masterdata::PriceTable& priceTable() {
+    static const masterdata::PriceTable table{u"tbl_Verwaltung_Produkte_Preise"_s, u"lng_ProduktID"_s};
+    return table;
+}
+
+QString rowQuery(qint64 key) {
+    return u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s + QString::number(key);
+}
+
+/// The query delivers the entries from the last to the first one.
+std::vector<Eintrag> entriesOf(const QString& sql, QStringView column) {
+    std::vector<Eintrag> entries;
+    OpenRecordset rows(RsMain, sql, ConnMain);
+    for (; !rows->Eof(); rows->MoveNext())
+        entries.insert(entries.begin(), {rows->Fields(u"lng_ID").toLong(), rows->Fields(column).text()});
+    return entries;
+}
+
+std::optional<Produkt> loadHead(qint64 key) {
+    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        return {};
+    const auto flag = [&](QStringView name) { return row->Fields(name).Value().isTrue(); };
+    return Produkt{.lng_ProduktGruppe = row->Fields(u"lng_ProduktGruppe").toLong(),
+                   .txt_Kurzzeichen = row->Fields(u"txt_Kurzzeichen").text(),
+                   .txt_Produkt = row->Fields(u"txt_Produkt").text(),
+                   .txt_Beschreibung = row->Fields(u"txt_Beschreibung").text(),
+                   .txt_Stückelung = row->Fields(u"txt_Stückelung").text(),
+                   .lng_Einheit = row->Fields(u"lng_Einheit").toLong(),
+                   .lng_Reihenfolge = row->Fields(u"lng_Reihenfolge").toLong(),
+                   .flag_InternetPreis = flag(u"flag_InternetPreis"),
+                   .flag_InternetBilder = flag(u"flag_InternetBilder"),
+                   .flag_Status = flag(u"flag_Status"),
+                   .BildKlein = {row->Fields(u"txt_BildKlein").text()},
+                   .BildGross = {row->Fields(u"txt_BildGross").text()}};
+}
+
+QList<qint64> loadExtras(qint64 key) {
+    QList<qint64> extras;
+    OpenRecordset rows(RsMain,
+                       u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = "_s +
+                           QString::number(key),
+                       ConnMain);
+    for (; !rows->Eof(); rows->MoveNext())
+        extras << rows->Fields(u"lng_ProduktExtraID").toLong();
+    return extras;
+}
+
+/// The name of a changed picture. A deleted one leaves the key and a bare point: the firm's sign that the
+/// picture went away.
+QString pictureName(qint64 id, const ProduktBild& bild) {
+    return QString::number(id) + u'.' + masterdata::extensionOf(bild.datei);
+}
+
+/// Gives the row's key, which a new row has before it is written.
+qint64 saveHead(const Produkt& produkt, qint64 key) {
+    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        row->AddNew();
+    row->Fields(u"lng_ProduktGruppe") = produkt.lng_ProduktGruppe;
+    row->Fields(u"txt_Kurzzeichen") = produkt.txt_Kurzzeichen;
+    row->Fields(u"txt_Produkt") = produkt.txt_Produkt;
+    row->Fields(u"txt_Beschreibung") = produkt.txt_Beschreibung;
+    row->Fields(u"txt_Stückelung") = produkt.txt_Stückelung;
+    row->Fields(u"lng_Einheit") = produkt.lng_Einheit;
+    row->Fields(u"flag_InternetPreis") = produkt.flag_InternetPreis;
+    row->Fields(u"flag_Status") = produkt.flag_Status;
+    row->Fields(u"lng_Reihenfolge") = produkt.lng_Reihenfolge;
+    row->Fields(u"flag_Updated") = 1;
+    row->Fields(u"flag_UpdatedPicSmall") = produkt.BildKlein.geaendert;
+    row->Fields(u"flag_UpdatedPicLarge") = produkt.BildGross.geaendert;
+    row->Fields(u"flag_InternetBilder") = produkt.flag_InternetBilder;
+    const qint64 id = row->Fields(u"lng_ID").toLong();
+    if (produkt.BildKlein.geaendert)
+        row->Fields(u"txt_BildKlein") = pictureName(id, produkt.BildKlein);
+    if (produkt.BildGross.geaendert)
+        row->Fields(u"txt_BildGross") = pictureName(id, produkt.BildGross);
+    row->Update();
+    return id;
+}
+
+void saveExtras(qint64 id, const QList<qint64>& extras) {
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = "_s +
+                     QString::number(id));
+    store::WriteRecordset rows(RsMain, u"SELECT * FROM tbl_Verwaltung_Produkte_Extras;"_s, ConnMain);
+    for (const qint64 extra : extras) {
+        if (modProdukteExtras::IsExtraInaktiv(extra))
+            continue;
+        rows->AddNew();
+        rows->Fields(u"lng_ProduktID") = id;
+        rows->Fields(u"lng_ProduktExtraID") = extra;
+        rows->Update();
+    }
+}
+
+void publish(PictureSize size, const ProduktBild& bild, qint64 id) {
+    if (bild.geaendert && !bild.datei.isEmpty())
+        masterdata::publishPicture(size, bild.datei, id);
+}
+
 QString productText(const QString& column, qint64 produktId) {
-    store::OpenRecordset rows(RsMain,
-                              QStringLiteral("SELECT ") + column +
-                                  QStringLiteral(" FROM tbl_Verwaltung_Produkte WHERE lng_ID = ") +
-                                  QString::number(produktId),
-                              ConnMain);
+    OpenRecordset rows(RsMain,
+                       u"SELECT "_s + column + u" FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s +
+                           QString::number(produktId),
+                       ConnMain);
     return rows->Eof() ? QString() : rows->Fields(column).text();
 }
 
 } // namespace
 
+QString ProdukteListe() {
+    return u"SELECT lng_ID, lng_ProduktGruppe, txt_Kurzzeichen, txt_Produkt, txt_Stückelung, lng_Einheit, "
+           u"lng_Gruppe, dbl_Preis, lng_MWSt, lng_Reihenfolge, flag_InternetPreis, flag_Status FROM "
+           u"view_Verwaltung_Produkte ORDER BY lng_Reihenfolge"_s;
+}
+
+std::vector<Eintrag> Kategorien() {
+    return entriesOf(u"SELECT lng_ID, txt_ProduktGruppe FROM tbl_Verwaltung_ProdukteKategorien ORDER BY "
+                     u"lng_Reihenfolge DESC;"_s,
+                     u"txt_ProduktGruppe");
+}
+
+std::vector<Eintrag> AktiveExtras() {
+    return entriesOf(u"SELECT lng_ID, txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE flag_Status = False "
+                     u"ORDER BY lng_Reihenfolge DESC;"_s,
+                     u"txt_Extra");
+}
+
+std::optional<Produkt> LoadProdukt(qint64 key) {
+    auto produkt = loadHead(key);
+    if (!produkt)
+        return {};
+    produkt->Preise = masterdata::loadPrices(priceTable(), key).value_or(masterdata::GruppenPreise{});
+    produkt->Extras = loadExtras(key);
+    return produkt;
+}
+
+void SaveProdukt(const Produkt& produkt, qint64 key) {
+    store::Transaction transaction(ConnMain);
+    const qint64 id = saveHead(produkt, key);
+    masterdata::savePrices(priceTable(), id, produkt.Preise);
+    saveExtras(id, produkt.Extras);
+    // Before the end of the transaction: a picture that cannot be copied leaves the product as it was.
+    publish(PictureSize::Klein, produkt.BildKlein, id);
+    publish(PictureSize::Gross, produkt.BildGross, id);
+    transaction.commit();
+}
+
+qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie) {
+    const QString inCategory = u" AND lng_ProduktGruppe = "_s + QString::number(kategorie) + u';';
+    const QString sql =
+        u"SELECT * FROM tbl_Verwaltung_Produkte WHERE txt_Kurzzeichen = "_s + store::sqlText(kurzzeichen);
+    return store::findKey(key == -1 ? sql + inCategory
+                                    : sql + u" AND lng_ID <> "_s + QString::number(key) + inCategory);
+}
+
+bool CanDeleteProdukt(qint64 key) {
+    const QString id = QString::number(key);
+    return !store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = "_s + id) &&
+           !store::rowExists(
+               u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_ProduktID = "_s + id) &&
+           !store::rowExists(
+               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ProduktID = "_s + id);
+}
+
+void DeleteProdukt(qint64 key) {
+    store::Transaction transaction(ConnMain);
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s + QString::number(key));
+    masterdata::deletePrices(priceTable(), key);
+    transaction.commit();
+}
+
 QString GetProduktKurzzeichen(qint64 produktId) {
-    return productText(QStringLiteral("txt_Kurzzeichen"), produktId);
+    return productText(u"txt_Kurzzeichen"_s, produktId);
 }
 
 QString GetProduktName(qint64 produktId) {
-    return productText(QStringLiteral("txt_Produkt"), produktId);
+    return productText(u"txt_Produkt"_s, produktId);
 }
 
 } // namespace modProdukte

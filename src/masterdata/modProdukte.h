@@ -1,10 +1,65 @@
 #pragma once
+#include "masterdata/PriceGroups.h"
+#include "masterdata/ProductPictures.h"
+#include <QList>
 #include <QString>
+#include <optional>
+#include <vector>
 
-/// Lookups of products; "" for a missing one.
+/// The products of the catalogue.
 namespace modProdukte {
 
+struct Produkt {
+    /// Key of the category.
+    qint64 lng_ProduktGruppe = -1;
+    /// Unique within its category.
+    QString txt_Kurzzeichen;
+    QString txt_Produkt;
+    QString txt_Beschreibung;
+    QString txt_Stückelung;
+    qint64 lng_Einheit = 1;
+    /// Position, never renumbered, not unique.
+    qint64 lng_Reihenfolge = 1;
+    /// Offered in the web shop at price group 1.
+    bool flag_InternetPreis = true;
+    /// The pictures are published.
+    bool flag_InternetBilder = false;
+    /// True: inactive.
+    bool flag_Status = false;
+    masterdata::ProduktBild BildKlein{};
+    masterdata::ProduktBild BildGross{};
+    masterdata::GruppenPreise Preise{};
+    /// Keys of the extras that the product offers.
+    QList<qint64> Extras{};
+};
+
+struct Eintrag {
+    qint64 lng_ID;
+    QString text;
+};
+
+/// Query of the list: one row a product and price group.
+QString ProdukteListe();
+/// Categories in their order.
+std::vector<Eintrag> Kategorien();
+/// Active extras in their order.
+std::vector<Eintrag> AktiveExtras();
+
+/// Nothing for a missing row.
+std::optional<Produkt> LoadProdukt(qint64 key);
+/// Head, ten prices and extras in one transaction, together with the staged pictures; adds a row when the key
+/// is not there. An extra that became inactive meanwhile is dropped. Throws RunTimeError.
+void SaveProdukt(const Produkt& produkt, qint64 key);
+/// Key of another product of that code in the category, active or not; -1 without one.
+qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie);
+/// False as long as it offers an extra, or a booking or pre-order holds it.
+bool CanDeleteProdukt(qint64 key);
+/// With its prices. Picture files stay.
+void DeleteProdukt(qint64 key);
+
+/// "" for a missing product.
 QString GetProduktKurzzeichen(qint64 produktId);
+/// "" for a missing product.
 QString GetProduktName(qint64 produktId);
 
 } // namespace modProdukte

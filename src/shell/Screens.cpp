@@ -1,6 +1,9 @@
 #include "shell/Screens.h"
+#include "masterdata/frmProdukte.h"
+#include "masterdata/frmProdukteExtras.h"
 #include "masterdata/frmProdukteKategorien.h"
 #include "masterdata/frmVerwaltungKuriere.h"
+#include "masterdata/modProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 
 namespace shell {
@@ -21,6 +24,12 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                   },
                   .maximised = true});
     registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
+    registry.add(QStringLiteral("frmProdukteExtras"), {creator<frmProdukteExtras>(services)});
+    registry.add(QStringLiteral("frmProdukte"),
+                 {.create = creator<frmProdukte>(services), .mayOpen = [services] {
+                      return modProdukteKategorien::CheckProduktGruppenDefined(services.dialogs,
+                                                                               services.navigation);
+                  }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
 }
 

@@ -117,8 +117,10 @@ void Recordset::fetch() {
     const std::unique_ptr<Cursor> cursor = m_connection->engine().query(m_source, m_updatable);
     m_columns = cursor->columns();
     const int keyColumn = int(m_columns.size()) - 1;
-    if (m_updatable)
+    if (m_updatable) {
         m_columns.pop_back();
+        markCounter();
+    }
     const size_t count = m_columns.size();
     while (cursor->next()) {
         Row row{std::vector<Value>(count), m_updatable ? cursor->value(keyColumn).toLong() : 0, {}};
@@ -127,6 +129,14 @@ void Recordset::fetch() {
         m_order.push_back(int(m_rows.size()));
         m_rows.push_back(std::move(row));
     }
+}
+
+/// The engine tells of a query's columns their types only.
+void Recordset::markCounter() {
+    for (const Column& ofTable : m_connection->engine().columnsOf(m_table))
+        for (Column& column : m_columns)
+            if (ofTable.counter && column.name.compare(ofTable.name, Qt::CaseInsensitive) == 0)
+                column.counter = true;
 }
 
 Recordset::Row& Recordset::currentRow() {

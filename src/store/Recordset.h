@@ -121,6 +121,7 @@ class Recordset {
     struct Row;
     void requireOpen() const;
     void fetch();
+    void markCounter();
     Row& currentRow();
     int columnIndex(QStringView name);
 

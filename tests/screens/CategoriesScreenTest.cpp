@@ -25,7 +25,10 @@ class CategoriesScreenTest : public test::MasterDataTest<frmProdukteKategorien> 
 } // namespace
 
 TEST_F(CategoriesScreenTest, OpensWithItsListAndAnEmptyMask) {
-    EXPECT_EQ(columns(), u"Gruppe 2400 left|Reihenfolge 900 centre|Internet 700 centre"_s);
+    expectColumns({{u"Gruppe"_s, 2500},
+                   {u"Reihenfolge"_s, 1000, Qt::AlignHCenter},
+                   {u"Internet"_s, 800, Qt::AlignHCenter}});
+    expectReachable();
     EXPECT_EQ(rows(), (QStringList{u"Pizza|1|Nein"_s, u"Getränke|2|Nein"_s}));
     EXPECT_TRUE(grid()->isColumnHidden(0));
     EXPECT_EQ(screen.key(), 0);

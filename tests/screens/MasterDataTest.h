@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -74,13 +75,14 @@ template <typename Screen> class MasterDataTest : public testing::Test {
         return column;
     }
 
-    /// Replaces a text field's content by keyboard.
+    /// Replaces a text field's content by keyboard; what the test keyboard lacks comes as from the clipboard.
     void enter(const char16_t* field, const QString& text) {
         auto* edit = find<QLineEdit>(field);
         edit->setFocus();
         edit->selectAll();
         QTest::keyClick(edit, Qt::Key_Delete);
-        QTest::keyClicks(edit, text);
+        for (const QChar c : text)
+            c.unicode() < 0x80 ? QTest::keyClick(edit, c.toLatin1()) : edit->insert(c);
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -90,6 +92,17 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     QString text(const char16_t* field) { return find<QLineEdit>(field)->text(); }
 
     QString chosen(const char16_t* list) { return find<QComboBox>(list)->currentText(); }
+
+    /// Leads the keyboard from field to field by Enter and gives the names it passes.
+    QStringList enterWay(const char16_t* first, int steps) {
+        find<QWidget>(first)->setFocus();
+        QStringList way{focusName()};
+        for (int i = 0; i < steps; ++i) {
+            press(Qt::Key_Return);
+            way << focusName();
+        }
+        return way;
+    }
 
     void choose(const char16_t* list, const QString& entry) { find<QComboBox>(list)->setCurrentText(entry); }
 
@@ -102,23 +115,62 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     /// The rows on show, shown columns only, as "a|b|c".
     QStringList rows() {
         QStringList lines;
-        for (int row = 0; row < grid()->rowCount(); ++row)
-            lines << shownRow(
-                row, [&](int column) { return grid()->model()->index(row, column).data().toString(); });
+        for (int row = 0; row < grid()->rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < grid()->model()->columnCount(); ++column)
+                if (!grid()->isColumnHidden(column))
+                    cells << grid()->model()->index(row, column).data().toString();
+            lines << cells.join(QLatin1Char('|'));
+        }
         return lines;
     }
 
-    /// "Gruppe 166 left|…" of the shown columns.
-    QString columns() {
-        return shownRow(0, [&](int column) {
-            const auto alignment = Qt::Alignment(
-                grid()->model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt());
-            return grid()->model()->headerData(column, Qt::Horizontal).toString() + QLatin1Char(' ') +
-                   QString::number(grid()->columnWidth(column) * 15 / 100 * 100) +
-                   QString::fromLatin1(alignment & Qt::AlignHCenter ? " centre"
-                                       : alignment & Qt::AlignRight ? " right"
-                                                                    : " left");
-        });
+    /// Heading, width in twips, alignment and form of the shown columns, in their order. A column is wider
+    /// than told only where its heading needs it.
+    void expectColumns(const std::vector<platform::ui::DataColumn>& expected) {
+        QList<int> shown;
+        for (int column = 0; column < grid()->model()->columnCount(); ++column)
+            if (!grid()->isColumnHidden(column))
+                shown << column;
+        ASSERT_EQ(size_t(shown.size()), expected.size());
+        for (size_t i = 0; i < expected.size(); ++i) {
+            const auto head = [&](int role) {
+                return grid()->model()->headerData(shown[int(i)], Qt::Horizontal, role);
+            };
+            EXPECT_EQ(head(Qt::DisplayRole).toString(), expected[i].heading);
+            EXPECT_EQ(
+                grid()->columnWidth(shown[int(i)]),
+                qMax(expected[i].twips / 15, grid()->horizontalHeader()->sectionSizeHint(shown[int(i)])));
+            EXPECT_EQ(Qt::Alignment(head(Qt::TextAlignmentRole).toInt()) & Qt::AlignHorizontal_Mask,
+                      expected[i].alignment)
+                << expected[i].heading.toStdString();
+        }
+    }
+
+    /// Every button and every field can be reached by a key of its own or by name.
+    void expectReachable() {
+        QMap<QChar, QString> keys;
+        const auto take = [&](const QWidget* widget, const QString& text) {
+            const qsizetype mark = text.indexOf(QLatin1Char('&'));
+            if (mark < 0)
+                return false;
+            const QChar key = text[mark + 1].toLower();
+            EXPECT_FALSE(keys.contains(key))
+                << keys[key].toStdString() << ' ' << widget->objectName().toStdString();
+            keys[key] = widget->objectName();
+            return true;
+        };
+        for (const auto* label : screen.template findChildren<QLabel*>())
+            take(label, label->buddy() ? label->text() : QString());
+        for (const auto* button : screen.template findChildren<QAbstractButton*>())
+            if (!button->objectName().isEmpty() && button->focusPolicy() != Qt::NoFocus) {
+                EXPECT_TRUE(take(button, button->text())) << button->objectName().toStdString();
+            }
+        for (const auto* field : screen.template findChildren<QWidget*>())
+            if (field->objectName().contains(QLatin1Char('_')) && !qobject_cast<const QLabel*>(field) &&
+                (field->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QAbstractButton*>(field)) {
+                EXPECT_FALSE(field->accessibleName().isEmpty()) << field->objectName().toStdString();
+            }
     }
 
     /// What was said since the last call.
@@ -133,15 +185,6 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     TestReports reports;
     TestPrinters printers;
     Screen screen;
-
-  private:
-    QString shownRow(int, const std::function<QString(int)>& cell) {
-        QStringList cells;
-        for (int column = 0; column < grid()->model()->columnCount(); ++column)
-            if (!grid()->isColumnHidden(column))
-                cells << cell(column);
-        return cells.join(QLatin1Char('|'));
-    }
 };
 
 } // namespace test

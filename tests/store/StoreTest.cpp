@@ -231,6 +231,13 @@ TEST_F(StoreTest, AddsChangesAndReadsBackByName) {
         EXPECT_EQ(errorOf([&] { recordset.Open(u"tbl_Dinge"_s, connection); }), common::kObjectOpen);
     }
     EXPECT_EQ(names(u""_s), QStringList{u"neu"_s});
+    {
+        // The key of a new row is known as well after a look for the old one.
+        const WriteRecordset rows(recordset, u"SELECT * FROM tbl_Dinge WHERE lng_ID = -1"_s, connection);
+        ASSERT_TRUE(rows->Eof());
+        rows->AddNew();
+        EXPECT_EQ(rows->Fields(u"lng_ID").toLong(), 2);
+    }
     EXPECT_EQ(errorOf([&] { recordset.Close(); }), common::kObjectClosed);
     EXPECT_EQ(errorOf([&] {
                   const WriteRecordset rows(recordset, u"tbl_Dinge"_s, connection);

@@ -45,12 +45,24 @@ QString TestDialogs::InputBox(const QString& prompt, const QString& title, const
     return m_inputs.dequeue();
 }
 
+QString TestDialogs::OpenFile(const QString&, const QString&) {
+    if (m_files.isEmpty()) {
+        ++unexpected;
+        return {};
+    }
+    return m_files.dequeue();
+}
+
 void TestDialogs::answer(int boxAnswer, std::function<void()> before) {
     m_answers.enqueue({boxAnswer, std::move(before)});
 }
 
 void TestDialogs::answerInput(const QString& text) {
     m_inputs.enqueue(text);
+}
+
+void TestDialogs::answerFile(const QString& path) {
+    m_files.enqueue(path);
 }
 
 } // namespace test

@@ -21,10 +21,13 @@ class TestDialogs : public platform::Dialogs {
 
     int MsgBox(const QString& text, int style = platform::kOk, const QString& title = {}) override;
     QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
+    QString OpenFile(const QString& title, const QString& filter) override;
 
     /// Queues the answer of the next unanswered message box; `before` runs while the box stands open.
     void answer(int boxAnswer, std::function<void()> before = {});
     void answerInput(const QString& text);
+    /// Queues the file of the next file dialog.
+    void answerFile(const QString& path);
 
     /// The last thing said; empty texts when nothing was.
     Said last() const { return said.isEmpty() ? Said() : said.last(); }
@@ -41,6 +44,7 @@ class TestDialogs : public platform::Dialogs {
 
     QQueue<Answer> m_answers;
     QQueue<QString> m_inputs;
+    QQueue<QString> m_files;
 };
 
 } // namespace test

@@ -45,7 +45,7 @@ void DataGrid::applyColumns() {
         horizontalHeader()->setSectionResizeMode(i, i == m_stretched ? QHeaderView::Stretch
                                                                      : QHeaderView::Interactive);
         if (width > 0)
-            setColumnWidth(i, width);
+            setColumnWidth(i, qMax(width, horizontalHeader()->sectionSizeHint(i)));
     }
 }
 

@@ -7,7 +7,8 @@
 
 namespace platform::ui {
 
-/// How a column of a list shows itself. Width 0 hides the column, which rides along unseen.
+/// How a column of a list shows itself. Width 0 hides the column, which rides along unseen. A column is never
+/// narrower than its heading.
 struct DataColumn {
     QString heading;
     int twips = 0;

@@ -1,6 +1,7 @@
 #include "platform/ui/QtDialogs.h"
 #include "common/Guard.h"
 #include <QApplication>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -78,6 +79,12 @@ QString QtDialogs::InputBox(const QString& prompt, const QString& title, const Q
     box.setOkButtonText(tr("OK"));
     box.setCancelButtonText(tr("Abbrechen"));
     return execModal(box) == QDialog::Accepted ? box.textValue() : QString();
+}
+
+QString QtDialogs::OpenFile(const QString& title, const QString& filter) {
+    QFileDialog box(QApplication::activeWindow(), title, QString(), filter);
+    box.setFileMode(QFileDialog::ExistingFile);
+    return execModal(box) == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
 }
 
 int execModal(QDialog& dialog) {

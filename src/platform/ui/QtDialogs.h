@@ -9,6 +9,7 @@ class QtDialogs : public Dialogs {
   public:
     int MsgBox(const QString& text, int style = kOk, const QString& title = {}) override;
     QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
+    QString OpenFile(const QString& title, const QString& filter) override;
 };
 
 /// Runs a modal dialog; what its event loop starts is guarded by itself.

@@ -1,0 +1,43 @@
+#pragma once
+#include "masterdata/modProdukte.h"
+#include "platform/ui/MasterDataForm.h"
+#include <memory>
+
+class frmProdukteBild;
+
+namespace Ui {
+class frmProdukte;
+}
+
+/// Keeps the catalogue. The list shows one category, one price group and one status at a time.
+class frmProdukte : public platform::ui::MasterDataForm {
+    Q_OBJECT
+    Q_PROPERTY(qint64 ProduktID READ key)
+  public:
+    explicit frmProdukte(const platform::Services& services, QWidget* parent = nullptr);
+    ~frmProdukte() override;
+
+    void FormatGrid() override;
+    /// Category and position number carry over to the next new record.
+    void CleanMask() override;
+
+  protected:
+    bool showRecord(qint64 key) override;
+    bool checkInput() override;
+    void saveRecord() override;
+    bool mayDelete() override;
+    void deleteRecord() override;
+
+  private:
+    void fillLists();
+    void fillExtras();
+    void setUpSorting();
+    void setUpPictures();
+    void choosePicture(frmProdukteBild& box, const QString& tooBig);
+    void ShowProduktBilder(const modProdukte::Produkt& produkt);
+    void chooseExtras(const QList<qint64>& keys);
+    QList<qint64> chosenExtras() const;
+    modProdukte::Produkt maskContent() const;
+
+    std::unique_ptr<Ui::frmProdukte> m_ui;
+};

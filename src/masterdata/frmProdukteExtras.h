@@ -1,0 +1,33 @@
+#pragma once
+#include "platform/ui/MasterDataForm.h"
+#include <memory>
+
+namespace Ui {
+class frmProdukteExtras;
+}
+
+/// Keeps the extras that can be added to an order line. The list shows one price group and one status at a
+/// time.
+class frmProdukteExtras : public platform::ui::MasterDataForm {
+    Q_OBJECT
+    Q_PROPERTY(qint64 ProduktExtraID READ key)
+  public:
+    explicit frmProdukteExtras(const platform::Services& services, QWidget* parent = nullptr);
+    ~frmProdukteExtras() override;
+
+    void FormatGrid() override;
+    /// The position number carries over to the next new record.
+    void CleanMask() override;
+
+  protected:
+    bool showRecord(qint64 key) override;
+    bool checkInput() override;
+    void saveRecord() override;
+    bool mayDelete() override;
+    void deleteRecord() override;
+
+  private:
+    void fillLists();
+
+    std::unique_ptr<Ui::frmProdukteExtras> m_ui;
+};

@@ -20,7 +20,8 @@ QString storedFolder(PictureSize size) {
 
 /// Puts a copy in the place of whatever stands there.
 void replaceFile(const QString& from, const QString& to) {
-    if (QFileInfo(from) == QFileInfo(to))
+    // Two missing files compare as one and the same.
+    if (QFileInfo::exists(from) && QFileInfo(from) == QFileInfo(to))
         return;
     QDir().mkpath(QFileInfo(to).path());
     QFile::remove(to);

@@ -33,9 +33,12 @@ TEST_F(CouriersScreenTest, AddsByKeyboard) {
 }
 
 TEST_F(CouriersScreenTest, ChecksTheDuplicateBeforeTheName) {
-    const test::TestDialogs::Said noCode{u"Bitte geben Sie ein Kurzzeichen ein."_s, 0, u"Fehlerhafte Eingabe"_s};
-    const test::TestDialogs::Said duplicate{u"Dieses Kurzzeichen existiert bereits."_s, 4, u"Fehlende Eingabe"_s};
-    const test::TestDialogs::Said noName{u"Bitte geben Sie eine Bezeichnung ein."_s, 0, u"Fehlerhafte Eingabe"_s};
+    const test::TestDialogs::Said noCode{u"Bitte geben Sie ein Kurzzeichen ein."_s, 0,
+                                         u"Fehlerhafte Eingabe"_s};
+    const test::TestDialogs::Said duplicate{u"Dieses Kurzzeichen existiert bereits."_s, 4,
+                                            u"Fehlende Eingabe"_s};
+    const test::TestDialogs::Said noName{u"Bitte geben Sie eine Bezeichnung ein."_s, 0,
+                                         u"Fehlerhafte Eingabe"_s};
     click(u"cmdSave");
     EXPECT_EQ(said(), Said{noCode});
     enter(u"txt_Kurzzeichen", u"ab"_s);

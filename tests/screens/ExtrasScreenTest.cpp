@@ -104,17 +104,21 @@ TEST_F(ExtrasScreenTest, APriceRewritesItselfWhenItIsLeft) {
 }
 
 TEST_F(ExtrasScreenTest, RefusesInTheGivenOrder) {
-    const test::TestDialogs::Said noName{u"Bitte geben Sie eine Bezeichnung ein."_s, 0, u"Fehlerhafte Eingabe"_s};
+    const test::TestDialogs::Said noName{u"Bitte geben Sie eine Bezeichnung ein."_s, 0,
+                                         u"Fehlerhafte Eingabe"_s};
     const test::TestDialogs::Said noPrice{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0,
-                                    u"Ungültige Eingabe"_s};
-    const test::TestDialogs::Said duplicate{u"Diese Bezeichnung existiert bereits."_s, 64, u"Ungültige Eingabe"_s};
+                                          u"Ungültige Eingabe"_s};
+    const test::TestDialogs::Said duplicate{u"Diese Bezeichnung existiert bereits."_s, 64,
+                                            u"Ungültige Eingabe"_s};
     click(u"cmdSave");
     EXPECT_EQ(said(), Said{noName});
     // The key of the button leaves the focus in the price, so that it is not rewritten before.
     enter(u"txt_Extra", u"'trüffel'"_s);
     enter(u"txt_Preis_10", u"1,5"_s);
     press(Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !dialogs.said.isEmpty(); }));
     EXPECT_EQ(said(), Said{noPrice});
+    EXPECT_EQ(text(u"txt_Preis_10"), u"1,5"_s);
     EXPECT_EQ(text(u"txt_Extra"), u"'trüffel'"_s);
     enter(u"txt_Preis_10", u"1.5"_s);
     // An inactive extra holds its name as well.

@@ -1,0 +1,363 @@
+// What the products' screen does in its own way: the offered extras, the pictures, the order of its checks.
+#include "MasterDataTest.h"
+#include "common/Guard.h"
+#include "masterdata/frmProdukte.h"
+#include <QDir>
+#include <QImage>
+#include <QImageReader>
+#include <QListWidget>
+
+using namespace Qt::StringLiterals;
+using test::TestFirm;
+using Said = QList<test::TestDialogs::Said>;
+
+namespace {
+
+/// One red pixel.
+const QByteArray kGif =
+    QByteArray::fromHex("47494638396101000100800000ff0000ffffff2c00000000010001000002024401003b");
+
+class ProductsScreenTest : public test::MasterDataTest<frmProdukte> {
+  protected:
+    void chooseProduct(const QString& code) {
+        for (int row = 0; row < grid()->rowCount(); ++row)
+            if (grid()->text(row, 2) == code)
+                return clickRow(row);
+        ADD_FAILURE() << code.toStdString();
+    }
+
+    static QString column(const QString& name, qint64 key) {
+        return stored(u"SELECT %1 FROM tbl_Verwaltung_Produkte WHERE lng_ID = %2"_s.arg(name).arg(key));
+    }
+
+    static QString pictures(qint64 key) {
+        return column(u"txt_BildKlein"_s, key) + u'|' + column(u"txt_BildGross"_s, key) + u'|' +
+               column(u"flag_UpdatedPicSmall"_s, key) + u'|' + column(u"flag_UpdatedPicLarge"_s, key);
+    }
+
+    QStringList extras(bool selectedOnly) {
+        QStringList texts;
+        auto* list = find<QListWidget>(u"list_Extras");
+        for (int i = 0; i < list->count(); ++i)
+            if (!selectedOnly || list->item(i)->isSelected())
+                texts << list->item(i)->text();
+        return texts;
+    }
+
+    QString file(const QString& name, const QByteArray& content) {
+        QFile out(pickedFrom.filePath(name));
+        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(content);
+        return out.fileName();
+    }
+
+    QString image(const QString& name, int width, int height, const char* format = "jpg") {
+        QImage picture(width, height, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        EXPECT_TRUE(picture.save(pickedFrom.filePath(name), format));
+        return pickedFrom.filePath(name);
+    }
+
+    void pick(const char16_t* button, const QString& path) {
+        dialogs.answerFile(path);
+        click(button);
+    }
+
+    QString internet(const QString& path) { return firm.folder() + u"/Internet/"_s + path; }
+
+    bool previewIsEmpty(const char16_t* box) { return find<QLabel>(box)->pixmap().isNull(); }
+
+    QTemporaryDir pickedFrom;
+};
+
+const QString kTooBigSmall = u"Das Bild muss max. Höhe: 150 x Breite: 150 Pixel sein."_s;
+const QString kTooBigLarge = u"Das Bild muss max. Höhe: 900 x Breite: 900 Pixel sein."_s;
+const QString kNoPicture = u"Diese Datei ist kein Bild (nur GIF / JPG)."_s;
+
+} // namespace
+
+TEST_F(ProductsScreenTest, ShowsOneCategoryPriceGroupAndStatusAtATime) {
+    expectColumns({{u"Kurzzeichen"_s, 1500},
+                   {u"Produkt"_s, 2500},
+                   {u"Stückelung"_s, 1000, Qt::AlignHCenter},
+                   {u"Einheit"_s, 700, Qt::AlignHCenter},
+                   {u"Gruppe"_s, 700, Qt::AlignHCenter},
+                   {u"Preis"_s, 1000, Qt::AlignRight},
+                   {u"MWSt-Code"_s, 1000, Qt::AlignHCenter},
+                   {u"Reihenfolge"_s, 1000, Qt::AlignHCenter},
+                   {u"Internet"_s, 800, Qt::AlignHCenter},
+                   {u"Status"_s, 800, Qt::AlignHCenter}});
+    expectReachable();
+    EXPECT_EQ(find<QComboBox>(u"combo_ProduktGruppe")->currentIndex(), -1);
+    EXPECT_EQ(chosen(u"combo_Sort_Kategorie"), u"Pizza"_s);
+    EXPECT_EQ(rows(), (QStringList{u"10|Pizza Hawaii|Stk.|1|1|16.50|1|1|Nein|Aktiv"_s,
+                                   u"1|Pizza|Stk.|1|1|14.00|1|2|Nein|Aktiv"_s}));
+    choose(u"combo_Sort_Gruppe", u"10"_s);
+    EXPECT_EQ(rows().first(), u"10|Pizza Hawaii|Stk.|1|10|25.50|1|1|Nein|Aktiv"_s);
+    choose(u"combo_Sort_Kategorie", u"Getränke"_s);
+    EXPECT_EQ(rows().size(), 3);
+    tick(u"check_Sort_Status");
+    EXPECT_TRUE(rows().isEmpty());
+    EXPECT_EQ(extras(false), (QStringList{u"Knoblauch"_s, u"Käse"_s, u"Käsesauce"_s}));
+    QStringList codes;
+    for (int i = 0; i < find<QComboBox>(u"combo_MWSt_1")->count(); ++i)
+        codes << find<QComboBox>(u"combo_MWSt_1")->itemText(i);
+    EXPECT_EQ(codes, (QStringList{u"0 (8.10%)"_s, u"1 (2.60%)"_s, u"2 (0.00%)"_s}));
+}
+
+TEST_F(ProductsScreenTest, LeadsByEnterAndKeepsItInTheDescription) {
+    EXPECT_EQ(enterWay(u"combo_ProduktGruppe", 7),
+              (QStringList{u"combo_ProduktGruppe"_s, u"txt_Kurzzeichen"_s, u"txt_Produkt"_s,
+                           u"combo_Stückelung"_s, u"combo_Einheit"_s, u"combo_Reihenfolge"_s,
+                           u"txt_Beschreibung"_s, u"txt_Beschreibung"_s}));
+    EXPECT_EQ(find<QPlainTextEdit>(u"txt_Beschreibung")->toPlainText(), u"\n"_s);
+}
+
+TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
+    const QString faulty = u"Fehlerhafte Eingabe"_s;
+    click(u"cmdSave");
+    EXPECT_EQ(said(), (Said{{u"Bitte wählen Sie eine Produkt Gruppe aus."_s, 0, faulty}}));
+    choose(u"combo_ProduktGruppe", u"Pizza"_s);
+    click(u"cmdSave");
+    EXPECT_EQ(said(), (Said{{u"Bitte geben Sie ein eindeutiges Kurzzeichen ein."_s, 0, faulty}}));
+    enter(u"txt_Kurzzeichen", u"\"10\""_s);
+    click(u"cmdSave");
+    EXPECT_EQ(said(), (Said{{u"Bitte geben Sie eine Produkt Bezeichnung ein."_s, 0, faulty}}));
+    enter(u"txt_Produkt", u"Pizza 'Speciale'"_s);
+    find<QPlainTextEdit>(u"txt_Beschreibung")->setPlainText(u"mit \"allem\""_s);
+    find<QLineEdit>(u"txt_Preis_4")->setText(u"1,5"_s);
+    click(u"cmdSave");
+    EXPECT_EQ(said(),
+              (Said{{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0, u"Ungültige Eingabe"_s}}));
+    EXPECT_EQ(text(u"txt_Produkt"), u"Pizza 'Speciale'"_s);
+    find<QLineEdit>(u"txt_Preis_4")->setText(u"1.5"_s);
+
+    // Refused also when the other one is inactive; allowed in another category.
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True"_s);
+    dialogs.answer(platform::kAnswerYes);
+    click(u"cmdSave");
+    EXPECT_EQ(said(), (Said{{u"Dieses Kurzzeichen existiert bereits."_s, 4, u"Fehlende Eingabe"_s}}));
+    EXPECT_EQ(text(u"txt_Kurzzeichen") + text(u"txt_Produkt") +
+                  find<QPlainTextEdit>(u"txt_Beschreibung")->toPlainText(),
+              u"10Pizza Specialemit allem"_s);
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte"_s), 5);
+    choose(u"combo_ProduktGruppe", u"Getränke"_s);
+    click(u"cmdSave");
+    EXPECT_TRUE(said().isEmpty());
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte"_s), 6);
+}
+
+TEST_F(ProductsScreenTest, StoresHeadTenPricesAndExtras) {
+    choose(u"combo_ProduktGruppe", u"Pizza"_s);
+    enter(u"txt_Kurzzeichen", u"Q"_s);
+    enter(u"txt_Produkt", u"Quattro"_s);
+    find<QPlainTextEdit>(u"txt_Beschreibung")->setPlainText(u"Zeile 1\nZeile 2"_s);
+    choose(u"combo_Stückelung", u"Pack"_s);
+    choose(u"combo_Einheit", u"25"_s);
+    choose(u"combo_Reihenfolge", u"500"_s);
+    tick(u"check_InternetBilder");
+    for (int i = 1; i <= 10; ++i)
+        find<QLineEdit>(QString(u"txt_Preis_%1"_s.arg(i)).toStdU16String().c_str())
+            ->setText(QString::number(i));
+    find<QComboBox>(u"combo_MWSt_3")->setCurrentIndex(1);
+    find<QListWidget>(u"list_Extras")->item(1)->setSelected(true);
+    find<QListWidget>(u"list_Extras")->item(2)->setSelected(true);
+    click(u"cmdSave");
+    EXPECT_TRUE(said().isEmpty());
+    const qint64 key =
+        stored(u"SELECT lng_ID FROM tbl_Verwaltung_Produkte WHERE txt_Kurzzeichen = 'Q'"_s).toLongLong();
+    QStringList head;
+    for (const char16_t* name :
+         {u"lng_ProduktGruppe", u"txt_Produkt", u"txt_Beschreibung", u"txt_Stückelung", u"lng_Einheit",
+          u"lng_Reihenfolge", u"flag_InternetPreis", u"flag_InternetBilder", u"flag_Status", u"flag_Updated"})
+        head << column(QString::fromUtf16(name), key);
+    EXPECT_EQ(head.join(u'|'), u"2|Quattro|Zeile 1\nZeile 2|Pack|25|500|-1|-1|0|-1"_s);
+    EXPECT_EQ(pictures(key), u"||0|0"_s);
+    EXPECT_EQ(stored(u"SELECT Sum(lng_Gruppe * 100 * dbl_Preis) FROM tbl_Verwaltung_Produkte_Preise WHERE "
+                     u"lng_ProduktID = %1"_s.arg(key)),
+              u"38500"_s);
+    EXPECT_EQ(stored(u"SELECT lng_Gruppe FROM tbl_Verwaltung_Produkte_Preise WHERE lng_MWSt = 1 AND "
+                     u"lng_ProduktID = %1"_s.arg(key)),
+              u"3"_s);
+    EXPECT_EQ(
+        stored(
+            u"SELECT Sum(lng_ProduktExtraID) FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = %1"_s
+                .arg(key)),
+        u"3"_s);
+    // Category and position carry over, the rest is fresh.
+    EXPECT_EQ(chosen(u"combo_ProduktGruppe") + chosen(u"combo_Reihenfolge") + chosen(u"combo_Stückelung"),
+              u"Pizza500Stk."_s);
+    EXPECT_TRUE(extras(true).isEmpty());
+    EXPECT_EQ(text(u"txt_Preis_7"), u"0.00"_s);
+    EXPECT_EQ(focusName(), u"txt_Kurzzeichen"_s);
+}
+
+TEST_F(ProductsScreenTest, DropsAnExtraThatBecameInactiveMeanwhile) {
+    chooseProduct(u"1"_s);
+    EXPECT_EQ(extras(true), (QStringList{u"Knoblauch"_s, u"Käse"_s}));
+    EXPECT_EQ(text(u"txt_Preis_2"), u"15.00"_s);
+    EXPECT_EQ(find<QComboBox>(u"combo_MWSt_2")->currentIndex(), 1);
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Status = True WHERE lng_ID = 2"_s);
+    click(u"cmdSave");
+    EXPECT_TRUE(said().isEmpty());
+    EXPECT_EQ(stored(u"SELECT Count(*) AS N FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = 2"_s),
+              u"1"_s);
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Preise"_s), 50);
+    // The cleaned mask offers what is active now.
+    EXPECT_EQ(extras(false), (QStringList{u"Knoblauch"_s, u"Käsesauce"_s}));
+}
+
+TEST_F(ProductsScreenTest, InactiveLeavesTheWebUntilItIsTickedAgain) {
+    chooseProduct(u"1"_s);
+    find<QCheckBox>(u"check_InternetPreise")->setChecked(true);
+    tick(u"check_Status");
+    EXPECT_FALSE(ticked(u"check_InternetPreise"));
+    tick(u"check_InternetPreise");
+    click(u"cmdSave");
+    EXPECT_EQ(column(u"flag_InternetPreis"_s, 2) + column(u"flag_Status"_s, 2), u"-1-1"_s);
+    EXPECT_EQ(rows().size(), 1);
+    // Loading an inactive product shows its web flag as it is stored.
+    tick(u"check_Sort_Status");
+    chooseProduct(u"1"_s);
+    EXPECT_TRUE(ticked(u"check_InternetPreise"));
+    EXPECT_TRUE(ticked(u"check_Status"));
+}
+
+TEST_F(ProductsScreenTest, PicturesGetTheirProductsNameWithTheSave) {
+    chooseProduct(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", image(u"rand.jpg"_s, 150, 150));
+    pick(u"cmdHintergrundBildGross", file(u"punkt.GIF"_s, kGif));
+    EXPECT_TRUE(said().isEmpty());
+    EXPECT_FALSE(previewIsEmpty(u"imgDisplayBildKlein"));
+    EXPECT_TRUE(QFile::exists(internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s)));
+    EXPECT_EQ(pictures(2), u"||0|0"_s);
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"2.jpg|2.GIF|-1|-1"_s);
+    EXPECT_EQ(QImageReader(internet(u"Pictures_Small/2.jpg"_s)).size(), QSize(150, 150));
+    EXPECT_TRUE(QFile::exists(internet(u"Pictures_Large/2.GIF"_s)));
+    EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
+
+    // A save that does not touch the pictures takes the marks back and leaves the names.
+    chooseProduct(u"1"_s);
+    EXPECT_FALSE(previewIsEmpty(u"imgDisplayBildKlein"));
+    EXPECT_FALSE(previewIsEmpty(u"imgDisplayBildGross"));
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"2.jpg|2.GIF|0|0"_s);
+
+    // Another extension leaves the older file where it is; the same extension replaces it.
+    chooseProduct(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", file(u"neu.gif"_s, kGif));
+    click(u"cmdSave");
+    chooseProduct(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", image(u"schmal.jpg"_s, 100, 10));
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"2.jpg|2.GIF|-1|0"_s);
+    EXPECT_TRUE(QFile::exists(internet(u"Pictures_Small/2.gif"_s)));
+    EXPECT_EQ(QImageReader(internet(u"Pictures_Small/2.jpg"_s)).size(), QSize(100, 10));
+
+    // A deleted one leaves the key and a bare point; the file stays.
+    chooseProduct(u"1"_s);
+    click(u"cmdBildLöschenKlein");
+    EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"2.|2.GIF|-1|0"_s);
+    EXPECT_TRUE(QFile::exists(internet(u"Pictures_Small/2.jpg"_s)));
+    chooseProduct(u"1"_s);
+    EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
+    EXPECT_TRUE(said().isEmpty());
+}
+
+TEST_F(ProductsScreenTest, RefusesWhatIsNoPictureOrTooBig) {
+    QByteArray cut;
+    {
+        QFile whole(image(u"ganz.jpg"_s, 100, 100));
+        ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+        cut = whole.readAll().left(20);
+    }
+
+    const struct {
+        const char16_t* button;
+        QString path, message;
+    } cases[] = {{u"cmdHintergrundBildKlein", image(u"breit.jpg"_s, 151, 10), kTooBigSmall},
+                 {u"cmdHintergrundBildKlein", image(u"hoch.jpg"_s, 10, 151), kTooBigSmall},
+                 {u"cmdHintergrundBildKlein", image(u"riese.jpg"_s, 20000, 20), kTooBigSmall},
+                 {u"cmdHintergrundBildGross", image(u"901.jpg"_s, 901, 900), kTooBigLarge},
+                 {u"cmdHintergrundBildKlein", file(u"leer.jpg"_s, {}), kNoPicture},
+                 {u"cmdHintergrundBildKlein", file(u"text.gif"_s, "GIF89a, sagt er"), kNoPicture},
+                 {u"cmdHintergrundBildKlein", file(u"halb.jpg"_s, cut), kNoPicture},
+                 {u"cmdHintergrundBildGross", image(u"verkleidet.jpg"_s, 10, 10, "png"), kNoPicture},
+                 {u"cmdHintergrundBildGross", image(u"bild.exe"_s, 10, 10), kNoPicture},
+                 {u"cmdHintergrundBildGross", pickedFrom.filePath(u"fort.jpg"_s), kNoPicture}};
+
+    chooseProduct(u"1"_s);
+    for (const auto& picked : cases) {
+        pick(picked.button, picked.path);
+        EXPECT_EQ(said(), (Said{{picked.message, 0, u"Ungültiges Bild"_s}})) << picked.path.toStdString();
+    }
+    dialogs.answerFile(QString());
+    click(u"cmdHintergrundBildKlein");
+    EXPECT_TRUE(said().isEmpty());
+    EXPECT_TRUE(QDir(internet(u"Pictures_Temp"_s)).isEmpty());
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"||0|0"_s);
+}
+
+TEST_F(ProductsScreenTest, APictureThatIsNotSavedStaysStagedOnly) {
+    pick(u"cmdHintergrundBildKlein", image(u"a.jpg"_s, 20, 20));
+    click(u"cmdClean");
+    chooseProduct(u"1"_s);
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"||0|0"_s);
+    // The staged file itself can be picked.
+    chooseProduct(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s));
+    click(u"cmdSave");
+    EXPECT_EQ(pictures(2), u"2.jpg||-1|0"_s);
+    EXPECT_TRUE(QFile::exists(internet(u"Pictures_Small/2.jpg"_s)));
+    // A stored picture that is gone leaves the box empty without a word.
+    QFile::remove(internet(u"Pictures_Small/2.jpg"_s));
+    chooseProduct(u"1"_s);
+    EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
+    EXPECT_TRUE(said().isEmpty());
+}
+
+TEST_F(ProductsScreenTest, ASaveIsWholeOrNotAtAll) {
+    int errors = 0;
+    common::setErrorHandler([&](common::Origin, std::exception_ptr) { ++errors; });
+    chooseProduct(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", image(u"a.jpg"_s, 20, 20));
+    QFile::remove(internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s));
+    enter(u"txt_Produkt", u"halb"_s);
+    find<QListWidget>(u"list_Extras")->clearSelection();
+    click(u"cmdSave");
+    common::setErrorHandler({});
+    EXPECT_EQ(errors, 1);
+    EXPECT_EQ(column(u"txt_Produkt"_s, 2), u"Pizza"_s);
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Extras"_s), 4);
+    EXPECT_FALSE(ConnMain.InTransaction());
+}
+
+TEST_F(ProductsScreenTest, DeletesWhatNothingRefersTo) {
+    const Said refusal{{u"Dieses Produkt kann nicht gelöscht werden, da bereits Buchungen bestehen."_s, 64,
+                        u"Löschen Produkt"_s}};
+    chooseProduct(u"10"_s);
+    click(u"cmdDelete");
+    EXPECT_EQ(said(), refusal);
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras"_s);
+    for (const auto* table : {u"Bestellungen", u"Vorbestellungen"}) {
+        const QString details = u"tbl_Auftragswesen_%1_Details"_s.arg(QString::fromUtf16(table));
+        ConnMain.Execute(u"INSERT INTO "_s + details + u"(lng_ProduktID) VALUES(1)"_s);
+        click(u"cmdDelete");
+        EXPECT_EQ(said(), refusal);
+        ConnMain.Execute(u"DELETE FROM "_s + details);
+    }
+    dialogs.answer(platform::kAnswerNo);
+    click(u"cmdDelete");
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte"_s), 5);
+    said();
+    dialogs.answer(platform::kAnswerYes);
+    click(u"cmdDelete");
+    EXPECT_EQ(said(), (Said{{u"Möchten Sie dieses Produkt wirklich löschen?"_s, 4, u"Löschen Gruppe"_s}}));
+    EXPECT_EQ(rows().size(), 1);
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Preise"_s), 40);
+}

@@ -20,7 +20,8 @@ class Dialogs {
     /// "" when cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title = {},
                              const QString& preset = {}) = 0;
-    /// Path of an existing file that the user picks; "" when cancelled. `filter` as in "Images (*.gif *.jpg)".
+    /// Path of an existing file that the user picks; "" when cancelled. `filter` as in "Images (*.gif
+    /// *.jpg)".
     virtual QString OpenFile(const QString& title, const QString& filter) = 0;
 };
 

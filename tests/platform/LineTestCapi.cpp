@@ -1,7 +1,7 @@
-#include "support/LineSupport.h"
 #include "common/RunTimeError.h"
 #include "platform/line/CapiMessage.h"
 #include "platform/line/LineFactory.h"
+#include "support/LineSupport.h"
 #include <QFile>
 #include <QTcpServer>
 #include <QTcpSocket>

@@ -1,6 +1,6 @@
-#include "support/LineSupport.h"
 #include "platform/line/CallMonitorReader.h"
 #include "platform/line/LineFactory.h"
+#include "support/LineSupport.h"
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>

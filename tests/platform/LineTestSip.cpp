@@ -1,7 +1,7 @@
-#include "support/LineSupport.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
 #include "platform/line/LineFactory.h"
+#include "support/LineSupport.h"
 #include <QElapsedTimer>
 #include <QNetworkDatagram>
 #include <QRandomGenerator>

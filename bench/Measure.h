@@ -16,6 +16,8 @@ struct Road {
     std::function<void(size_t)> ours;
     /// Nothing where there is nothing to compare with.
     std::function<void(size_t)> raw;
+    /// What the ratio may be; 0 without an aim.
+    double aim = 0;
 };
 
 /// Nanoseconds of one run, a value a sample.

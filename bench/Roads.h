@@ -12,9 +12,8 @@ class Roads {
     /// Takes the orders back that were booked while measuring.
     ~Roads();
 
-    /// With the window's, which are measured by themselves: painting belongs to no statement.
+    /// Those that are painted, too, come last and have no other side: painting belongs to no statement.
     std::vector<Road> roads();
-    std::vector<Road> painted();
     /// The roads whose statements differ between the two sides, with the difference; empty when the
     /// comparison is fair.
     std::string differences();
@@ -26,6 +25,12 @@ class Roads {
 
     qint64 order(size_t i) const { return m_work.orders[i % m_work.orders.size()]; }
 
+    std::vector<Road> lookups();
+    std::vector<Road> onScreen();
+    std::vector<Road> painted();
+    /// Steps on from order to order, and every hundred steps to another place.
+    qint64 stepped(size_t i, qint64& at) const;
+
     OpenInstallation m_installation;
     RawStore m_store;
     RawRoads m_raw;
@@ -33,6 +38,8 @@ class Roads {
     OrderRoads m_order;
     ScreenRoads m_screen;
     qint64 m_lastBefore;
+    qint64 m_ourStep = 0;
+    qint64 m_rawStep = 0;
 };
 
 } // namespace bench

@@ -33,6 +33,8 @@ void DataGrid::formatColumns(std::vector<DataColumn> columns) {
 }
 
 void DataGrid::stretchColumn(int column) {
+    if (column == m_stretched)
+        return;
     m_stretched = column;
     applyColumns();
 }

@@ -14,6 +14,8 @@ struct DataColumn {
     int twips = 0;
     Qt::Alignment alignment = Qt::AlignLeft;
     QString format{}; ///< see formatField
+
+    friend bool operator==(const DataColumn&, const DataColumn&) = default;
 };
 
 class RecordsetModel;

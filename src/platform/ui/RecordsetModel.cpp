@@ -21,6 +21,9 @@ void RecordsetModel::setDataControl(DataControl& control) {
 }
 
 void RecordsetModel::setColumns(std::vector<DataColumn> columns) {
+    // Screens form their grid anew after each refresh.
+    if (columns == m_columns)
+        return;
     beginResetModel();
     m_columns = std::move(columns);
     endResetModel();

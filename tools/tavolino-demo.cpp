@@ -3,7 +3,8 @@
 // loopback and prints through a print service of its own. Leaves the slip's PDF and screenshots in
 // <installation>/Demo.
 //
-// Usage: tavolino-demo <installation>. Ends with 0 when the slip was printed.
+// Usage: tavolino-demo <installation> [--screens]. Ends with 0 when the slip was printed. With --screens it
+// also takes a screenshot of each screen, for the manual.
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/line/LineFactory.h"
 #include "platform/ui/CupsPrinters.h"
@@ -106,6 +107,28 @@ class Demo {
         press(Qt::Key_F12);
         delete unexpected;
         shoot(u"verbucht"_s);
+    }
+
+    /// Every other screen, each by itself.
+    void shootScreens() {
+        shell::ScreenManager& screens = m_application.mainWindow().screens();
+        for (const char16_t* name :
+             {u"frmProdukteKategorien", u"frmVerwaltungKuriere", u"frmProdukteExtras", u"frmProdukte",
+              u"frmVerwaltungKunden", u"frmEinstellungenSystem", u"frmEinstellungenBenutzer",
+              u"frmAuftragswesenVorbestellungen", u"frmVerwaltungAnruferListe"}) {
+            const QString screen = QString::fromUtf16(name);
+            if (!screens.has(screen))
+                continue;
+            QTimer::singleShot(600, qApp, [this, screen] {
+                shoot(screen);
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                    dialog->reject();
+            });
+            screens.show(screen);
+            QTest::qWait(900);
+            if (QWidget* open = screens.open(screen))
+                open->close();
+        }
     }
 
     QString value(const QString& sql) {
@@ -216,6 +239,8 @@ int main(int argc, char** argv) {
     demo.takeCall(router);
     demo.keyLines();
     demo.book();
+    if (qt.arguments().contains(u"--screens"_s))
+        demo.shootScreens();
     const QString pdf = printing.waitForPdf(u"Bestellungen"_s);
     if (pdf.isEmpty())
         giveUp(u"the slip did not print"_s);

@@ -10,7 +10,7 @@ namespace bench {
 /// A way through the program, measured beside the same work on the C interface.
 struct Road {
     std::string name;
-    /// How often it goes in one sample.
+    /// How often it goes in one sample; about half a millisecond, so that few samples are interrupted.
     int runs;
     /// Called with 0, 1, 2, …
     std::function<void(size_t)> ours;

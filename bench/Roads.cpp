@@ -7,7 +7,7 @@ namespace bench {
 namespace {
 
 constexpr size_t kCompared = 20;
-constexpr int kWalk = 100;
+constexpr size_t kWalk = 100;
 constexpr double kLookupAim = 2;
 constexpr double kBookingAim = 1.3;
 
@@ -47,28 +47,28 @@ qint64 Roads::stepped(size_t i, qint64& at) const {
 
 std::vector<Road> Roads::lookups() {
     return {
-        {"Call: customer and head on the order", 50, [this](size_t i) { m_order.call(caller(i).number); },
+        {"Call: customer and head on the order", 10, [this](size_t i) { m_order.call(caller(i).number); },
          [this](size_t i) { m_raw.call(caller(i).telefon); }, kLookupAim},
-        {"Keyed code: priced line with totals", 100, [this](size_t i) { m_order.keyedCode(code(i).keyed); },
+        {"Keyed code: priced line with totals", 50, [this](size_t i) { m_order.keyedCode(code(i).keyed); },
          [this](size_t i) { m_raw.keyedCode(code(i)); }, kLookupAim},
-        {"Loading an order", 50, [this](size_t i) { m_order.load(order(i)); },
+        {"Loading an order", 8, [this](size_t i) { m_order.load(order(i)); },
          [this](size_t i) { m_raw.load(order(i)); }, kLookupAim},
-        {"Stepping: number of the next order", kWalk,
+        {"Stepping: number of the next order", 100,
          [this](size_t i) { m_ourStep = m_order.following(stepped(i, m_ourStep)); },
          [this](size_t i) { m_rawStep = m_raw.following(stepped(i, m_rawStep)); }, kLookupAim},
-        {"Stepping: next order loaded", kWalk,
+        {"Stepping: next order loaded", 8,
          [this](size_t i) { m_order.load(m_ourStep = m_order.following(stepped(i, m_ourStep))); },
          [this](size_t i) { m_raw.load(m_rawStep = m_raw.following(stepped(i, m_rawStep))); }, kLookupAim},
-        {"Booking of 8 lines", 20, [this](size_t) { m_order.book(); }, [this](size_t) { m_raw.book(); },
+        {"Booking of 8 lines", 2, [this](size_t) { m_order.book(); }, [this](size_t) { m_raw.book(); },
          kBookingAim},
     };
 }
 
 std::vector<Road> Roads::onScreen() {
     return {
-        {"Screen: call to customer", 50, [this](size_t i) { m_screen.call(caller(i).number); },
+        {"Screen: call to customer", 5, [this](size_t i) { m_screen.call(caller(i).number); },
          [this](size_t i) { m_raw.call(caller(i).telefon); }, kLookupAim},
-        {"Screen: keyed code to line, extras offered", 50,
+        {"Screen: keyed code to line, extras offered", 20,
          [this](size_t i) { m_screen.keyedCode(code(i).keyed); },
          [this](size_t i) {
              m_raw.keyedCode(code(i));
@@ -86,12 +86,12 @@ std::vector<Road> Roads::painted() {
         };
     };
     return {
-        {"Painted: call to customer", 5, painting([this](size_t i) { m_screen.call(caller(i).number); }), {}},
+        {"Painted: call to customer", 1, painting([this](size_t i) { m_screen.call(caller(i).number); }), {}},
         {"Painted: keyed code to line",
          5,
          painting([this](size_t i) { m_screen.keyedCode(code(i).keyed); }),
          {}},
-        {"Painted: order loaded", 5, painting([this](size_t i) { m_screen.load(order(i)); }), {}},
+        {"Painted: order loaded", 1, painting([this](size_t i) { m_screen.load(order(i)); }), {}},
     };
 }
 

@@ -27,7 +27,7 @@ Plan planOf(const QApplication& application) {
     QCommandLineParser parser;
     parser.addPositionalArgument(u"folder"_s, u"Where the installations are made and kept."_s);
     parser.addOption({u"rounds"_s, u"Rounds over both installations."_s, u"n"_s, u"5"_s});
-    parser.addOption({u"samples"_s, u"Samples a round and road."_s, u"n"_s, u"20"_s});
+    parser.addOption({u"samples"_s, u"Samples a round and road."_s, u"n"_s, u"100"_s});
     parser.addOption({u"scale"_s, u"Size of the large installation."_s, u"n"_s, u"1"_s});
     parser.addOption(
         {u"only"_s, u"Only the roads whose names contain the text, for a profiler."_s, u"text"_s});

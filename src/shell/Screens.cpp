@@ -5,6 +5,7 @@
 #include "masterdata/frmVerwaltungKuriere.h"
 #include "masterdata/modProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
 namespace {
@@ -30,6 +31,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                       return modProdukteKategorien::CheckProduktGruppenDefined(services.dialogs,
                                                                                services.navigation);
                   }});
+    registry.add(QStringLiteral("frmVerwaltungAnruferListe"),
+                 {.create = creator<frmVerwaltungAnruferListe>(services), .modal = true});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
 }
 

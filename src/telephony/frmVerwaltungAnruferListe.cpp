@@ -1,0 +1,71 @@
+#include "telephony/frmVerwaltungAnruferListe.h"
+#include "common/Convert.h"
+#include "common/Guard.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "platform/ui/FieldHelpers.h"
+#include "store/StoreGlobals.h"
+#include "telephony/modVerwaltungAnruferListe.h"
+#include "ui_frmVerwaltungAnruferListe.h"
+
+using common::connectGuarded;
+using namespace modVerwaltungAnruferListe;
+
+namespace {
+
+/// Gives the engine time to show the emptied table to the list's own query.
+constexpr int kPauseAfterWrite = 1000;
+
+enum Column : int { kTelefon = 1, kDatumLong = 4 };
+
+} // namespace
+
+frmVerwaltungAnruferListe::frmVerwaltungAnruferListe(const platform::Services& services, QWidget* parent) :
+    QDialog(parent), m_ui(std::make_unique<Ui::frmVerwaltungAnruferListe>()), m_services(services) {
+    m_ui->setupUi(this);
+    setFixedSize(460, 560);
+    DataControl.setObjectName(QStringLiteral("DataControl"));
+    DataControl.setConnection(ConnMain);
+    DataControl.setRecordSource(AnruferListe());
+    m_ui->TelefonListeGrid->setDataControl(DataControl);
+    m_ui->TelefonListeGrid->setEmptyText(tr("Keine Anrufe"));
+    connectGuarded(m_ui->TelefonListeGrid, &platform::ui::DataGrid::rowActivated, this,
+                   [this](int row) { SelectKundeVonAnruferListe(row); });
+    connectGuarded(m_ui->cmdDelete, &QPushButton::clicked, this, [this] { cmdDelete_Click(); });
+    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
+    FormatGrid();
+}
+
+frmVerwaltungAnruferListe::~frmVerwaltungAnruferListe() = default;
+
+void frmVerwaltungAnruferListe::FormatGrid() {
+    DataControl.Refresh();
+    // A received call holds -1, the stored truth value.
+    m_ui->TelefonListeGrid->formatColumns(
+        {{{}, 0},
+         {tr("Kunde"), 2400},
+         {tr("Zeit"), 1100},
+         {tr("Datum"), 1400},
+         {tr("DatumLong"), 0},
+         {tr("Status"), 1100, Qt::AlignLeft, tr("\"verpasst\";\"empfangen\"")}});
+    m_ui->TelefonListeGrid->stretchColumn(kTelefon);
+    m_ui->TelefonListeGrid->setRow(0);
+    m_ui->TelefonListeGrid->setFocus();
+}
+
+void frmVerwaltungAnruferListe::SelectKundeVonAnruferListe(int row) {
+    const QString number = m_ui->TelefonListeGrid->text(row, kTelefon);
+    MarkCallReceived(m_ui->TelefonListeGrid->value(row, kDatumLong));
+    accept();
+    if (common::isNumeric(number))
+        m_services.navigation.openOrderForNumber(number);
+}
+
+void frmVerwaltungAnruferListe::cmdDelete_Click() {
+    if (m_services.dialogs.MsgBox(tr("Möchten Sie die Anruferliste wirklich löschen?"), platform::kYesNo,
+                                  tr("Liste Löschen")) != platform::kAnswerYes)
+        return;
+    DeleteAnruferListe();
+    platform::ui::waitMilliseconds(kPauseAfterWrite);
+    FormatGrid();
+}

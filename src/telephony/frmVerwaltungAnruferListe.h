@@ -1,0 +1,27 @@
+#pragma once
+#include "platform/Services.h"
+#include "platform/ui/DataControl.h"
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class frmVerwaltungAnruferListe;
+}
+
+/// Every call that the line has seen, newest first: a call that was missed can be called up later and turned
+/// into an order. The modal list closes when a call was chosen.
+class frmVerwaltungAnruferListe : public QDialog {
+    Q_OBJECT
+  public:
+    explicit frmVerwaltungAnruferListe(const platform::Services& services, QWidget* parent = nullptr);
+    ~frmVerwaltungAnruferListe() override;
+
+  private:
+    void FormatGrid();
+    void SelectKundeVonAnruferListe(int row);
+    void cmdDelete_Click();
+
+    std::unique_ptr<Ui::frmVerwaltungAnruferListe> m_ui;
+    platform::Services m_services;
+    platform::ui::DataControl DataControl;
+};

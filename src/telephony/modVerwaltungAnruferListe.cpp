@@ -1,0 +1,30 @@
+#include "telephony/modVerwaltungAnruferListe.h"
+#include "common/Convert.h"
+#include "store/StoreGlobals.h"
+
+using namespace Qt::StringLiterals;
+
+namespace modVerwaltungAnruferListe {
+
+QString AnruferListe() {
+    return u"SELECT lng_ID, txt_Telefon, txt_Zeit, txt_Datum, lng_Datum, flag_Kunde "
+           u"FROM tbl_Verwaltung_AnruferListe ORDER BY lng_Datum DESC;"_s;
+}
+
+void MarkCallReceived(const common::Value& lng_Datum) {
+    store::WriteRecordset call(
+        RsMain,
+        u"SELECT lng_Datum, flag_Kunde FROM tbl_Verwaltung_AnruferListe WHERE lng_Datum = "_s +
+            common::formatNumber(lng_Datum.toDouble(), u"0.00000000"),
+        ConnMain);
+    if (call->Eof())
+        return;
+    call->Fields(u"flag_Kunde") = 1;
+    call->Update();
+}
+
+void DeleteAnruferListe() {
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_AnruferListe"_s);
+}
+
+} // namespace modVerwaltungAnruferListe

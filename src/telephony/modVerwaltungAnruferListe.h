@@ -1,0 +1,17 @@
+#pragma once
+#include <QString>
+
+namespace common {
+class Value;
+}
+
+/// The list of every call that the line has seen. Nothing but DeleteAnruferListe ever shortens it.
+namespace modVerwaltungAnruferListe {
+
+/// Query of the list, newest first: lng_ID, txt_Telefon, txt_Zeit, txt_Datum, lng_Datum, flag_Kunde.
+QString AnruferListe();
+/// Marks the call of that instant as received. Of two calls in one instant only the first is marked.
+void MarkCallReceived(const common::Value& lng_Datum);
+void DeleteAnruferListe();
+
+} // namespace modVerwaltungAnruferListe

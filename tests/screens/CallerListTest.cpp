@@ -1,0 +1,217 @@
+// The caller list, alone and as the way from a missed call to the order screen.
+#include "MasterDataTest.h"
+#include "ShellFixture.h"
+#include "common/Clock.h"
+#include "telephony/frmVerwaltungAnruferListe.h"
+#include "telephony/modTelefonie.h"
+#include <QElapsedTimer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using platform::ui::DataGrid;
+using test::ShellTest;
+using Said = QList<test::TestDialogs::Said>;
+
+namespace {
+
+class CallerListTest : public testing::Test {
+  protected:
+    static void call(const QString& number, int minute) {
+        test::TestFirm::setTime(18, minute);
+        modTelefonie::RecordCall(number);
+    }
+
+    void open() {
+        screen = std::make_unique<frmVerwaltungAnruferListe>(
+            platform::Services{dialogs, navigation, registry, reports, printers});
+        screen->show();
+        screen->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
+    }
+
+    DataGrid* grid() { return screen->findChild<DataGrid*>(); }
+
+    QString shown(int row) {
+        QStringList cells;
+        for (int column = 0; column < grid()->model()->columnCount(); ++column)
+            if (!grid()->isColumnHidden(column))
+                cells << grid()->model()->index(row, column).data().toString();
+        return cells.join(u'|');
+    }
+
+    void doubleClick(int row) {
+        const QPoint at = grid()->visualRect(grid()->model()->index(row, 1)).center();
+        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, at);
+    }
+
+    void click(const QString& button) {
+        QTest::mouseClick(screen->findChild<QPushButton*>(button), Qt::LeftButton);
+    }
+
+    static QString received() {
+        return test::TestFirm::value(
+            u"SELECT Count(*) AS N FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s);
+    }
+
+    test::TestFirm firm;
+    test::TestDialogs dialogs;
+    test::TestNavigation navigation;
+    test::NoRegistry registry;
+    test::TestReports reports;
+    test::TestPrinters printers;
+    std::unique_ptr<frmVerwaltungAnruferListe> screen;
+};
+
+} // namespace
+
+TEST_F(CallerListTest, ShowsTheNewestCallFirst) {
+    call(u"0791234567"_s, 1);
+    call(u""_s, 2);
+    call(u"0447654321"_s, 3);
+    modTelefonie::MarkCallTaken(u"0791234567"_s);
+    open();
+    ASSERT_EQ(grid()->rowCount(), 3);
+    EXPECT_EQ(shown(0), u"0447654321|18:03:00|15/05/2026|verpasst"_s);
+    EXPECT_EQ(shown(1), u"|18:02:00|15/05/2026|verpasst"_s);
+    EXPECT_EQ(shown(2), u"0791234567|18:01:00|15/05/2026|empfangen"_s);
+    EXPECT_EQ(grid()->model()->headerData(1, Qt::Horizontal).toString(), u"Kunde"_s);
+    EXPECT_EQ(grid()->columnWidth(5), 1100 / 15);
+    EXPECT_EQ(QApplication::focusWidget(), grid());
+    EXPECT_EQ(grid()->row(), 0);
+}
+
+TEST_F(CallerListTest, TheChosenCallAloneIsMarkedAndGoesToTheOrderScreen) {
+    call(u"0791234567"_s, 1);
+    call(u"0791234567"_s, 2);
+    open();
+    QTest::keyClick(grid(), Qt::Key_Down);
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(navigation.openedNumber, u"0791234567"_s);
+    EXPECT_TRUE(screen->isHidden());
+    EXPECT_EQ(
+        test::TestFirm::value(u"SELECT txt_Zeit FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s),
+        u"18:01:00"_s);
+    EXPECT_EQ(received(), u"1"_s);
+    open();
+    doubleClick(0);
+    EXPECT_EQ(received(), u"2"_s);
+}
+
+TEST_F(CallerListTest, OfTwoCallsInOneInstantOneIsMarked) {
+    call(u"0791234567"_s, 1);
+    call(u"0447654321"_s, 1);
+    open();
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(received(), u"1"_s);
+}
+
+TEST_F(CallerListTest, EveryNumberClosesTheListAndOnlyANumberGoesOn) {
+    const QString sixty(60, u'9');
+
+    const struct {
+        QString number;
+        QString opened;
+    } calls[] = {{u""_s, {}},
+                 {u"anonym"_s, {}},
+                 {u"044 765 43 21"_s, {}},
+                 {u"' OR 1=1 --"_s, {}},
+                 {sixty, sixty},
+                 {u"+41791234567"_s, u"+41791234567"_s}};
+
+    for (const auto& [number, opened] : calls) {
+        ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_AnruferListe"_s);
+        call(number, 1);
+        navigation.openedNumber.clear();
+        open();
+        doubleClick(0);
+        EXPECT_TRUE(screen->isHidden()) << number.toStdString();
+        EXPECT_EQ(navigation.openedNumber, opened);
+        EXPECT_EQ(received(), u"1"_s) << number.toStdString();
+    }
+    // A row from elsewhere without an instant is nobody's call to mark, and closes the list all the same.
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_AnruferListe SET lng_Datum = NULL, flag_Kunde = False"_s);
+    open();
+    doubleClick(0);
+    EXPECT_TRUE(screen->isHidden());
+    EXPECT_EQ(received(), u"0"_s);
+    EXPECT_TRUE(dialogs.said.isEmpty());
+}
+
+TEST_F(CallerListTest, AnEmptyListDoesNothing) {
+    open();
+    QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_TRUE(navigation.openedNumber.isEmpty());
+    EXPECT_EQ(grid()->emptyText(), u"Keine Anrufe"_s);
+    QTest::keyClick(grid(), Qt::Key_Escape);
+    EXPECT_TRUE(screen->isHidden());
+}
+
+TEST_F(CallerListTest, IsEmptiedOnlyAfterYes) {
+    call(u"0791234567"_s, 1);
+    open();
+    const Said question{{u"Möchten Sie die Anruferliste wirklich löschen?"_s, 4, u"Liste Löschen"_s}};
+    dialogs.answer(platform::kAnswerNo);
+    click(u"cmdDelete"_s);
+    EXPECT_EQ(std::exchange(dialogs.said, {}), question);
+    EXPECT_EQ(grid()->rowCount(), 1);
+    dialogs.answer(platform::kAnswerYes);
+    click(u"cmdDelete"_s);
+    EXPECT_EQ(dialogs.said, question);
+    EXPECT_EQ(grid()->rowCount(), 0);
+    EXPECT_EQ(test::TestFirm::count(u"tbl_Verwaltung_AnruferListe"_s), 0);
+    EXPECT_TRUE(screen->isVisible());
+}
+
+TEST_F(CallerListTest, AHundredThousandCallsOpenWithoutAPause) {
+    ConnMain.Execute(
+        u"INSERT INTO tbl_Verwaltung_AnruferListe (txt_Telefon, txt_Zeit, txt_Datum, lng_Datum, "
+        u"flag_Kunde) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE "
+        u"i < 100000) SELECT '079' || i, '12:00:00', '01/01/2026', 40000 + i / 1000.0, 0 FROM n"_s);
+    QElapsedTimer timer;
+    timer.start();
+    open();
+    QApplication::processEvents();
+    const qint64 opened = timer.restart();
+    QTest::keyClick(grid(), Qt::Key_End, Qt::ControlModifier);
+    QApplication::processEvents();
+    std::printf("opened in %lld ms, to the end in %lld ms\n", opened, timer.elapsed());
+    EXPECT_EQ(grid()->rowCount(), 100000);
+    EXPECT_EQ(grid()->text(0, 1), u"079100000"_s);
+    EXPECT_EQ(grid()->text(99999, 1), u"0791"_s);
+    // A wide limit: it catches work that grows with the square of the rows on any machine.
+    EXPECT_LT(opened, 5000);
+}
+
+TEST_F(ShellTest, AMissedCallBecomesAnOrderThroughPanelMenuAndKey) {
+    frmMDI& window = start();
+    Q_EMIT line.IncomingCall(u"044"_s, u"0447654321"_s, u""_s);
+    auto* panel = find<QPushButton>("ShowTelefonListeCommand");
+    ASSERT_TRUE(panel->isEnabled());
+    const std::function<void()> ways[] = {
+        [&] { QTest::mouseClick(panel, Qt::LeftButton); },
+        [&] { QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier); },
+        [&] { window.menuAction(u"mnAuftragswesenISDNListe"_s)->trigger(); },
+    };
+    for (const auto& way : ways) {
+        asked.clear();
+        QTimer::singleShot(0, &window, [] {
+            QWidget* list = QApplication::activeModalWidget();
+            ASSERT_TRUE(qobject_cast<frmVerwaltungAnruferListe*>(list));
+            QTest::keyClick(list->findChild<DataGrid*>(), Qt::Key_Return);
+        });
+        way();
+        EXPECT_EQ(asked, QStringList{u"search 0447654321"_s});
+        EXPECT_FALSE(QApplication::activeModalWidget());
+    }
+    EXPECT_EQ(query(u"SELECT flag_Kunde FROM tbl_Verwaltung_AnruferListe"_s), u"-1"_s);
+}
+
+TEST_F(ShellTest, WithoutALineTheMenuEntryOfTheCallerListDoesNothing) {
+    line.onStart = [] { throw std::runtime_error("no card"); };
+    frmMDI& window = start();
+    window.menuAction(u"mnAuftragswesenISDNListe"_s)->trigger();
+    EXPECT_FALSE(QApplication::activeModalWidget());
+}

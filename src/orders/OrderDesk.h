@@ -15,6 +15,8 @@ class OrderDesk {
     virtual void searchNumber(const QString& number) = 0;
     /// Puts the number into txt_AuftragsNr and loads that booking.
     virtual void loadBooking(qint64 trxNr) = 0;
+    /// Brings back the order that was being keyed when the program ended.
+    virtual void restoreDraft() = 0;
 };
 
 } // namespace orders

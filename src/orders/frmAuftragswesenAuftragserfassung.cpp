@@ -30,7 +30,8 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
                                                                      QWidget* parent) :
     QWidget(parent),
     m_ui(std::make_unique<Ui::frmAuftragswesenAuftragserfassung>()), m_services(services),
-    m_phoneBook(phoneBook), m_menus(new frmPopUpMenu(this)) {
+    m_phoneBook(phoneBook), m_menus(new frmPopUpMenu(this)),
+    m_draft(m_order, orders::OrderDraft::defaultFile()) {
     m_ui->setupUi(this);
     hideForbiddenButtons();
     m_order.SetUp();
@@ -45,7 +46,10 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     showButtons();
 }
 
-frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() = default;
+/// Closing the screen drops the order on it, as every screen drops what is not saved.
+frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() {
+    m_draft.forget();
+}
 
 /// The right to change booked orders acts by hiding the two buttons; nobody asks again later.
 void frmAuftragswesenAuftragserfassung::hideForbiddenButtons() {
@@ -266,6 +270,7 @@ void frmAuftragswesenAuftragserfassung::showEvent(QShowEvent* event) {
 
 void frmAuftragswesenAuftragserfassung::ClearBestellungMaske() {
     m_order.ClearBestellungMaske();
+    m_draft.flush();
     m_ui->txt_SucheTelefonNummer->setFocus();
 }
 
@@ -315,6 +320,13 @@ void frmAuftragswesenAuftragserfassung::searchNumber(const QString& number) {
 void frmAuftragswesenAuftragserfassung::loadBooking(qint64 trxNr) {
     m_ui->txt_AuftragsNr->setText(QString::number(trxNr));
     cmdVerwaltungLoad_Click();
+}
+
+void frmAuftragswesenAuftragserfassung::restoreDraft() {
+    if (!orders::OrderDraft::restore(orders::OrderDraft::defaultFile(), m_order))
+        return;
+    m_ui->combo_PreisGruppe->setCurrentIndex(m_order.PreisGruppe - 1);
+    showLine(qMax(0, m_order.FirstEmptyRow()));
 }
 
 void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "orders/OrderDesk.h"
+#include "orders/OrderDraft.h"
 #include "orders/WorkingOrder.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "platform/Services.h"
@@ -31,6 +32,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void takeCall(const QString& number) override;
     void searchNumber(const QString& number) override;
     void loadBooking(qint64 trxNr) override;
+    void restoreDraft() override;
 
     /// The keys of the telephone field that the program acts on: 13 searches. Digits pass by the field's own
     /// filter, any other key is refused there.
@@ -115,6 +117,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     telephony::PhoneBook& m_phoneBook;
     orders::WorkingOrder m_order;
     frmPopUpMenu* m_menus;
+    orders::OrderDraft m_draft;
     platform::ui::DataControl DataControlProdukte;
     platform::ui::DataControl DataControlExtras;
     int m_MenuZeile = -1;

@@ -1,5 +1,7 @@
 #include "shell/Startup.h"
 #include "masterdata/modVerwaltungKunden.h"
+#include "orders/OrderDesk.h"
+#include "orders/OrderDraft.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
@@ -51,6 +53,7 @@ bool Startup::run() {
     login();
     m_window.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_window.VorbestellungTimer_Timer();
+    offerDraft();
     showGuide();
     return true;
 }
@@ -105,6 +108,22 @@ void Startup::login() {
         return m_window.screens().show(u"frmSystemAnmelden"_s);
     m_window.disableAnmeldung();
     m_window.ApplyUserRights();
+}
+
+/// An order that was being keyed when the program ended the last time.
+void Startup::offerDraft() {
+    const QString file = orders::OrderDraft::defaultFile();
+    if (!orders::OrderDraft::waits(file))
+        return;
+    const QString question =
+        frmMDI::tr("Ein angefangener Auftrag wurde gefunden. Möchten Sie ihn weiter bearbeiten?");
+    if (m_services.dialogs.MsgBox(question, platform::kYesNo, frmMDI::tr("Auftragserfassung")) !=
+        platform::kAnswerYes)
+        return orders::OrderDraft::decline(file);
+    const QString screen = u"frmAuftragswesenAuftragserfassung"_s;
+    m_window.screens().show(screen);
+    if (auto* desk = dynamic_cast<orders::OrderDesk*>(m_window.screens().open(screen)))
+        desk->restoreDraft();
 }
 
 void Startup::showGuide() {

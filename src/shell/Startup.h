@@ -32,6 +32,7 @@ class Startup {
     bool OpenDatabases();
     void EnableInterfaces();
     void login();
+    void offerDraft();
     void showGuide();
 
     frmMDI& m_window;

@@ -70,6 +70,8 @@ class FakeDesk : public QWidget, public orders::OrderDesk {
 
     void loadBooking(qint64 trxNr) override { m_asked.append(QStringLiteral("load %1").arg(trxNr)); }
 
+    void restoreDraft() override { m_asked.append(QStringLiteral("draft")); }
+
   private:
     QStringList& m_asked;
 };

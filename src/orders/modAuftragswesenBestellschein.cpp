@@ -158,4 +158,8 @@ void PrintBestellung(int Ziel, const WorkingOrder& order, platform::ReportContro
     printers.setDefaultPrinter(remembered);
 }
 
+void PreviewVorlage(platform::ReportControl& report, platform::Printers& printers) {
+    runReport(1, report, printers.defaultPrinter());
+}
+
 } // namespace modAuftragswesenBestellschein

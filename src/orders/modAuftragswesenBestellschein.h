@@ -11,4 +11,7 @@ namespace modAuftragswesenBestellschein {
 void PrintBestellung(int Ziel, const orders::WorkingOrder& order, platform::ReportControl& report,
                      platform::Printers& printers);
 
+/// Shows the slip of the template chosen in the settings, over what the print tables hold.
+void PreviewVorlage(platform::ReportControl& report, platform::Printers& printers);
+
 } // namespace modAuftragswesenBestellschein

@@ -5,6 +5,7 @@
 #include "masterdata/frmVerwaltungKuriere.h"
 #include "masterdata/modProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "shell/frmEinstellungenSystem.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -24,6 +25,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                       return new frmAuftragswesenAuftragserfassung(services, phoneBook, parent);
                   },
                   .maximised = true});
+    registry.add(QStringLiteral("frmEinstellungenSystem"), {creator<frmEinstellungenSystem>(services)});
     registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
     registry.add(QStringLiteral("frmProdukteExtras"), {creator<frmProdukteExtras>(services)});
     registry.add(QStringLiteral("frmProdukte"),

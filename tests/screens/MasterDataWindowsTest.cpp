@@ -1,0 +1,63 @@
+// The master-data screens as windows of the program.
+#include "store/StoreGlobals.h"
+#include "tests/screens/ShellFixture.h"
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class MasterDataWindowsTest : public test::ShellTest {
+  protected:
+    void choose(const char* entry) { app->mainWindow().menuAction(QLatin1String(entry))->trigger(); }
+
+    /// Names of the open screens.
+    QStringList open() {
+        QStringList names;
+        for (const QMdiSubWindow* window : app->mainWindow().findChild<QMdiArea*>()->subWindowList())
+            names << window->widget()->objectName();
+        return names;
+    }
+};
+
+} // namespace
+
+TEST_F(MasterDataWindowsTest, ProductsWaitForACategory) {
+    start();
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien"_s);
+    choose("mnVerwaltungProdukte");
+    ASSERT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(dialogs.last().title, u"Fehlende Eingabe"_s);
+    EXPECT_EQ(open(), QStringList{u"frmProdukteKategorien"_s});
+    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe, lng_Reihenfolge) "
+                     u"VALUES('Pizza', 1)"_s);
+    choose("mnVerwaltungProdukte");
+    EXPECT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(open().size(), 2);
+}
+
+TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
+    frmMDI& window = start();
+    window.resize(1366, 740);
+    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe, lng_Reihenfolge) "
+                     u"VALUES('Pizza', 1)"_s);
+    for (const char* entry : {"mnVerwaltungProduktGruppe", "mnVerwaltungProdukte",
+                              "mnVerwaltungProdukteExtras", "mnVerwaltungKurier"}) {
+        choose(entry);
+        choose(entry);
+        auto* room = window.findChild<QMdiArea*>();
+        ASSERT_EQ(room->subWindowList().size(), 1) << entry;
+        QMdiSubWindow* child = room->subWindowList().first();
+        EXPECT_TRUE(room->viewport()->rect().contains(child->geometry()))
+            << entry << ' ' << child->width() << 'x' << child->height() << " in " << room->viewport()->width()
+            << 'x' << room->viewport()->height();
+        EXPECT_EQ(child->widget()->minimumSize(), child->widget()->maximumSize());
+        QTest::mouseClick(child->widget()->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return room->subWindowList().isEmpty(); })) << entry;
+    }
+    EXPECT_TRUE(dialogs.said.isEmpty());
+}

@@ -1,10 +1,13 @@
 #include "masterdata/modVerwaltungKunden.h"
+#include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/modFunctions.h"
+#include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 
 using modFunctions::NullToEmpty;
 using store::OpenRecordset;
+using namespace Qt::StringLiterals;
 
 namespace modVerwaltungKunden {
 namespace {
@@ -19,6 +22,46 @@ const QString kLineEnd = QStringLiteral("\r\n");
 
 QString line(const QString& text) {
     return text.isEmpty() ? QString() : text + kLineEnd;
+}
+
+QString rowQuery(qint64 key) {
+    return u"SELECT * FROM tbl_Verwaltung_Kunden WHERE lng_ID = "_s + QString::number(key);
+}
+
+QString listQuery(const QString& rest) {
+    return u"SELECT lng_ID, txt_Firma, txt_Name, txt_Vorname, txt_Strasse, txt_Etage, txt_PLZ, txt_Ort, "
+           u"txt_Telefon, txt_Natel, txt_EMail, date_Erfasst, flag_ClientStatus, flag_Newsletter, "
+           u"txt_Zusatzinfo FROM tbl_Verwaltung_Kunden "_s +
+           rest;
+}
+
+/// What stands in the mask as conditions of a search.
+class Conditions {
+  public:
+    void text(const char16_t* column, const char16_t* sign, const QString& value) {
+        if (const QString text = value.trimmed(); !text.isEmpty())
+            add(column, sign, store::sqlText(text));
+    }
+
+    void number(const char16_t* column, const QString& value) {
+        if (const auto number = common::parseNumber(value))
+            add(column, u" = ", common::numberToText(*number));
+    }
+
+    QString joined() const { return m_clauses.join(u"AND "_s); }
+
+  private:
+    void add(const char16_t* column, const char16_t* sign, const QString& value) {
+        m_clauses << QString::fromUtf16(column) + QString::fromUtf16(sign) + value + u' ';
+    }
+
+    QStringList m_clauses;
+};
+
+void putNumber(store::WriteRecordset& row, const char16_t* text, const char16_t* twin, const QString& value) {
+    row->Fields(text) = value;
+    if (const auto number = common::parseNumber(value))
+        row->Fields(twin) = *number;
 }
 
 } // namespace
@@ -83,6 +126,88 @@ QString GetKundeAdresse(qint64 kundenId) {
     if (rows->Fields(u"flag_Zusatzinfo").Value().isTrue())
         address += text(u"txt_Zusatzinfo");
     return address;
+}
+
+QString AlleKunden() {
+    return listQuery(u"ORDER BY txt_Name ASC"_s);
+}
+
+QString EinKunde(qint64 key) {
+    return listQuery(u"WHERE lng_ID = "_s + QString::number(key));
+}
+
+QString SucheKunden(const Kunde& mask) {
+    Conditions conditions;
+    conditions.text(u"txt_Firma", u" LIKE ", mask.txt_Firma);
+    conditions.text(u"txt_Name", u" LIKE ", mask.txt_Name);
+    conditions.text(u"txt_Vorname", u" LIKE ", mask.txt_Vorname);
+    conditions.text(u"txt_Strasse", u" LIKE ", mask.txt_Strasse);
+    conditions.text(u"txt_PLZ", u" LIKE ", mask.txt_PLZ);
+    conditions.text(u"txt_Ort", u" LIKE ", mask.txt_Ort);
+    conditions.number(u"dbl_Telefon", mask.txt_Telefon);
+    conditions.number(u"dbl_Natel", mask.txt_Natel);
+    conditions.text(u"txt_EMail", u" = ", mask.txt_EMail);
+    const QString joined = conditions.joined();
+    return joined.isEmpty() ? QString() : listQuery(u"WHERE "_s + joined + u"ORDER BY txt_Name ASC"_s);
+}
+
+std::optional<Kunde> LoadKunde(qint64 key) {
+    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        return {};
+    const auto text = [&](const char16_t* column) { return NullToEmpty(row->Fields(column).Value()); };
+    const auto flag = [&](const char16_t* column) { return row->Fields(column).toLong(); };
+    return Kunde{.txt_Firma = text(u"txt_Firma"),
+                 .txt_Name = text(u"txt_Name"),
+                 .txt_Vorname = text(u"txt_Vorname"),
+                 .txt_Strasse = text(u"txt_Strasse"),
+                 .txt_Etage = text(u"txt_Etage"),
+                 .txt_PLZ = text(u"txt_PLZ"),
+                 .txt_Ort = text(u"txt_Ort"),
+                 .txt_Telefon = text(u"txt_Telefon"),
+                 .txt_Natel = text(u"txt_Natel"),
+                 .txt_EMail = text(u"txt_EMail"),
+                 .txt_Zusatzinfo = text(u"txt_Zusatzinfo"),
+                 .flag_Zusatzinfo = flag(u"flag_Zusatzinfo"),
+                 .flag_ClientStatus = flag(u"flag_ClientStatus"),
+                 .flag_Newsletter = flag(u"flag_Newsletter"),
+                 .date_Erfasst = row->Fields(u"date_Erfasst").Value()};
+}
+
+qint64 SaveKunde(const Kunde& kunde, qint64 key) {
+    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    if (row->Eof())
+        row->AddNew();
+    const qint64 saved = row->Fields(u"lng_ID").toLong();
+    row->Fields(u"txt_Firma") = kunde.txt_Firma;
+    row->Fields(u"txt_Name") = kunde.txt_Name;
+    row->Fields(u"txt_Vorname") = kunde.txt_Vorname;
+    row->Fields(u"txt_Strasse") = kunde.txt_Strasse;
+    row->Fields(u"txt_Etage") = kunde.txt_Etage;
+    row->Fields(u"txt_PLZ") = kunde.txt_PLZ;
+    row->Fields(u"txt_Ort") = kunde.txt_Ort;
+    putNumber(row, u"txt_Telefon", u"dbl_Telefon", kunde.txt_Telefon);
+    putNumber(row, u"txt_Natel", u"dbl_Natel", kunde.txt_Natel);
+    row->Fields(u"txt_EMail") = kunde.txt_EMail;
+    row->Fields(u"txt_Zusatzinfo") = kunde.txt_Zusatzinfo;
+    row->Fields(u"date_Erfasst") = common::Serial{common::clock::today()};
+    row->Fields(u"flag_ClientStatus") = kunde.flag_ClientStatus;
+    row->Fields(u"flag_Newsletter") = kunde.flag_Newsletter;
+    row->Fields(u"flag_Zusatzinfo") = kunde.flag_Zusatzinfo;
+    row->Update();
+    return saved;
+}
+
+bool CanDeleteKunde(qint64 key) {
+    const QString id = QString::number(key);
+    return !store::rowExists(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = "_s +
+                             id) &&
+           !store::rowExists(
+               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Master WHERE lng_KundenID = "_s + id);
+}
+
+void DeleteKunde(qint64 key) {
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Kunden WHERE lng_ID = "_s + QString::number(key));
 }
 
 } // namespace modVerwaltungKunden

@@ -6,10 +6,20 @@
 
 namespace shell {
 
-std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
-PhoneBookSearch::FindPhoneBookEntry(const QString& number) {
+using namespace modVerwaltungTelefonbuch;
+
+std::optional<PhoneBookEntry> PhoneBookSearch::FindPhoneBookEntry(const QString& number) {
+    return pick(FindPhoneBookEntrySql(number));
+}
+
+std::optional<PhoneBookEntry> PhoneBookSearch::SearchPhoneBook(const PhoneBookQuery& fields) {
+    const QString sql = SearchPhoneBookSql(fields);
+    return sql.isEmpty() ? std::nullopt : pick(sql);
+}
+
+std::optional<PhoneBookEntry> PhoneBookSearch::pick(const QString& sql) {
     frmVerwaltungTelefonbuch list(QApplication::activeWindow());
-    if (list.search(modVerwaltungTelefonbuch::FindPhoneBookEntrySql(number)) == 0) {
+    if (list.search(sql) == 0) {
         m_services.dialogs.MsgBox(
             frmVerwaltungTelefonbuch::tr("Diese Telefon Nummer steht in keinem Verzeichnis."), platform::kOk,
             frmVerwaltungTelefonbuch::tr("Unbekannte Telefon Nummer"));

@@ -11,8 +11,12 @@ class PhoneBookSearch : public telephony::PhoneBook {
 
     std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
     FindPhoneBookEntry(const QString& number) override;
+    std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
+    SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery& fields) override;
 
   private:
+    std::optional<modVerwaltungTelefonbuch::PhoneBookEntry> pick(const QString& sql);
+
     platform::Services m_services;
 };
 

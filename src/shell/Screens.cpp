@@ -2,6 +2,7 @@
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
 #include "masterdata/frmProdukteKategorien.h"
+#include "masterdata/frmVerwaltungKunden.h"
 #include "masterdata/frmVerwaltungKuriere.h"
 #include "masterdata/modProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
@@ -35,6 +36,9 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                   }});
     registry.add(QStringLiteral("frmVerwaltungAnruferListe"),
                  {.create = creator<frmVerwaltungAnruferListe>(services), .modal = true});
+    registry.add(QStringLiteral("frmVerwaltungKunden"), {[services, &phoneBook](QWidget* parent) -> QWidget* {
+                     return new frmVerwaltungKunden(services, phoneBook, parent);
+                 }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
 }
 

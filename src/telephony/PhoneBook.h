@@ -12,6 +12,9 @@ class PhoneBook {
     /// nothing.
     virtual std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
     FindPhoneBookEntry(const QString& number) = 0;
+    /// The same by any of the fields; nothing happens when all are empty.
+    virtual std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
+    SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery& fields) = 0;
 };
 
 } // namespace telephony

@@ -1,14 +1,41 @@
 #include "telephony/modVerwaltungTelefonbuch.h"
 #include "store/Connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace modVerwaltungTelefonbuch {
+namespace {
+
+QString listQuery(const QString& condition) {
+    return u"SELECT TOP 100 txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, txt_Telefon, "
+           u"txt_Natel, txt_EMail FROM tbl_PhoneBook WHERE "_s +
+           condition + u" ;"_s;
+}
+
+QString numberCondition(const QString& number) {
+    const QString text = store::sqlText(number);
+    return u"(txt_Telefon = "_s + text + u" OR txt_Natel = "_s + text + u')';
+}
+
+} // namespace
 
 QString FindPhoneBookEntrySql(const QString& number) {
-    const QString text = store::sqlText(number);
-    return QStringLiteral("SELECT TOP 100 txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, "
-                          "txt_Telefon, "
-                          "txt_Natel, txt_EMail FROM tbl_PhoneBook WHERE (txt_Telefon = ") +
-           text + QStringLiteral(" OR txt_Natel = ") + text + QStringLiteral(") ;");
+    return listQuery(numberCondition(number));
+}
+
+QString SearchPhoneBookSql(const PhoneBookQuery& fields) {
+    QStringList conditions;
+    const auto like = [&](const QString& column, const QString& value) {
+        if (const QString text = value.trimmed(); !text.isEmpty())
+            conditions << column + u" LIKE "_s + store::sqlText(text);
+    };
+    if (const QString number = fields.number.trimmed(); !number.isEmpty())
+        conditions << numberCondition(number);
+    like(u"txt_Name"_s, fields.name);
+    like(u"txt_Strasse"_s, fields.street);
+    like(u"txt_PLZ"_s, fields.postcode);
+    like(u"txt_Ort"_s, fields.town);
+    return conditions.isEmpty() ? QString() : listQuery(conditions.join(u" AND "_s));
 }
 
 } // namespace modVerwaltungTelefonbuch

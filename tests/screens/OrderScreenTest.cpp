@@ -38,6 +38,10 @@ class TestPhoneBook : public telephony::PhoneBook {
         return entry;
     }
 
+    std::optional<PhoneBookEntry> SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery&) override {
+        return {};
+    }
+
     QStringList asked;
     std::optional<PhoneBookEntry> entry;
 };

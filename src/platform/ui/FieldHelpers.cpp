@@ -94,15 +94,16 @@ void enterChain(const QList<QWidget*>& fields) {
     }
 }
 
-void digitsOnly(QLineEdit& field) {
+void digitsOnly(QLineEdit& field, Paste paste) {
     field.setInputMethodHints(Qt::ImhDigitsOnly);
-    new Filter(field, [&field](QEvent& event) {
+    new Filter(field, [&field, paste](QEvent& event) {
         if (event.type() != QEvent::KeyPress)
             return false;
         auto& key = static_cast<QKeyEvent&>(event);
         if (key.matches(QKeySequence::Paste)) {
-            field.insert(digitsOf(QApplication::clipboard()->text()));
-            return true;
+            if (paste == Paste::Digits)
+                field.insert(digitsOf(QApplication::clipboard()->text()));
+            return paste == Paste::Digits;
         }
         return isNoDigit(key);
     });

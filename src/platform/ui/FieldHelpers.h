@@ -18,9 +18,10 @@ void selectAllOnFocus(QPlainTextEdit& field);
 /// list keeps Enter to itself unless it is a button.
 void enterChain(const QList<QWidget*>& fields);
 
-/// Typing lets digits through and the keys that edit; pasting inserts the digits of what is pasted. Texts set
-/// by the program are not touched.
-void digitsOnly(QLineEdit& field);
+/// What pasting into a field of digits inserts.
+enum class Paste { Digits, AsItIs };
+/// Typing lets digits through and the keys that edit. Texts set by the program are not touched.
+void digitsOnly(QLineEdit& field, Paste paste = Paste::Digits);
 
 /// When the focus leaves the field its text becomes what `rule` makes of it.
 void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule);

@@ -69,6 +69,7 @@ void Recordset::abandon() {
     m_atEnd = m_fetched = m_streaming = m_updatable = false;
     m_source.clear();
     m_table.clear();
+    m_keyName.clear();
 }
 
 void Recordset::Open(const QString& source, Connection& connection, int cursorType, int lockType, int) {
@@ -86,6 +87,8 @@ void Recordset::Open(const QString& source, Connection& connection, int cursorTy
         } else if (lockType == adLockOptimistic || lockType == adLockUnspecified) {
             m_table = tableOf(m_source);
             m_updatable = !m_table.isEmpty();
+        } else if (cursorType == adOpenStatic) {
+            planSingleRows();
         }
     } catch (...) {
         abandon();
@@ -114,6 +117,13 @@ void Recordset::fetch() {
     if (m_fetched || m_streaming)
         return;
     m_fetched = true;
+    if (m_keyName.isEmpty())
+        fetchAll();
+    else
+        fetchKeys();
+}
+
+void Recordset::fetchAll() {
     const std::unique_ptr<Cursor> cursor = m_connection->engine().query(m_source, m_updatable);
     m_columns = cursor->columns();
     const int keyColumn = int(m_columns.size()) - 1;
@@ -146,7 +156,7 @@ Recordset::Row& Recordset::currentRow() {
     fetch();
     if (m_streaming || m_position < 0 || m_position >= int(m_order.size()))
         throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
-    Row& row = m_rows[size_t(m_order[size_t(m_position)])];
+    Row& row = rowAt(m_order[size_t(m_position)]);
     if (row.changed.empty())
         row.changed.resize(row.values.size());
     return row;
@@ -230,7 +240,7 @@ Field Recordset::Fields(QStringView name) {
 
 Value Recordset::valueAt(int row, int column) {
     fetch();
-    return m_rows[size_t(m_order[size_t(row)])].values[size_t(column)];
+    return rowAt(m_order[size_t(row)]).values[size_t(column)];
 }
 
 void Recordset::AddNew() {

@@ -60,6 +60,12 @@ class Field {
 /// their rows at the first look at one, so that a recordset opened only to add rows costs nothing on a large
 /// table.
 ///
+/// A static read-only recordset of a plain query on one table with a counter ("SELECT columns FROM table",
+/// with or without WHERE and ORDER BY) fetches only the counters then, in the query's order, and each row
+/// when it is looked at. Which rows it holds is settled by that, their values are those of the first look; a
+/// row that is gone by then has its counter only. Sort asks the store for the order of these rows; Filter
+/// fetches them all.
+///
 /// Yes/No columns read as -1 or 0, date and time columns as Serial. The work recordsets are shared by the
 /// whole program, so opening one that is open throws kObjectOpen: open them through OpenRecordset (below),
 /// which closes on every way out of the procedure.
@@ -121,6 +127,13 @@ class Recordset {
     struct Row;
     void requireOpen() const;
     void fetch();
+    /// Recognises the query whose rows are fetched singly (see above).
+    void planSingleRows();
+    void fetchKeys();
+    void fetchAll();
+    /// A row of m_rows with its values.
+    Row& rowAt(int index);
+    void sortByStore(const QString& order);
     void markCounter();
     Row& currentRow();
     int columnIndex(QStringView name);
@@ -135,6 +148,9 @@ class Recordset {
     Connection* m_connection = nullptr;
     QString m_source;
     QString m_table;
+    /// The query around its columns, and the counter's name; empty when all rows are fetched at once.
+    QString m_from, m_where, m_orderBy, m_keyName;
+    QString m_rowQuery;
     bool m_updatable = false;
     bool m_streaming = false;
     bool m_fetched = false;

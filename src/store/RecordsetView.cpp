@@ -1,4 +1,4 @@
-// Sort, Filter and Find of a recordset: they work on the fetched rows, without a new query.
+// Sort, Filter and Find of a recordset: they keep to the rows that it holds.
 #include "common/RunTimeError.h"
 #include "store/Collation.h"
 #include "store/Recordset.h"
@@ -83,6 +83,12 @@ std::vector<Condition> Recordset::parseConditions(const QString& text) {
 
 void Recordset::Filter(const QString& text) {
     fetch();
+    if (!m_keyName.isEmpty() && !text.trimmed().isEmpty()) {
+        m_keyName.clear();
+        m_rows.clear();
+        m_order.clear();
+        fetchAll();
+    }
     m_order.resize(m_rows.size());
     std::iota(m_order.begin(), m_order.end(), 0);
     if (!text.trimmed().isEmpty()) {
@@ -104,6 +110,8 @@ void Recordset::Sort(const QString& order) {
         std::sort(m_order.begin(), m_order.end());
         return;
     }
+    if (!m_keyName.isEmpty())
+        return sortByStore(order);
     const size_t column = size_t(columnIndex(words.front()));
     const bool down = words.size() > 1 && words[1].compare(u"DESC"_s, Qt::CaseInsensitive) == 0;
     std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
@@ -116,7 +124,7 @@ void Recordset::Find(const QString& criteria) {
     fetch();
     const std::vector<Condition> conditions = parseConditions(criteria);
     for (; m_position < int(m_order.size()); ++m_position) {
-        const Row& row = m_rows[size_t(m_order[size_t(m_position)])];
+        const Row& row = rowAt(m_order[size_t(m_position)]);
         if (conditions.front().holds(row.values[size_t(conditions.front().column)]))
             return;
     }

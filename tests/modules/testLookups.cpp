@@ -114,4 +114,33 @@ TEST_F(Lookups, phoneBookComparesTextsAndStopsAtHundred) {
     EXPECT_EQ(hits(QStringLiteral("' OR '1'='1")), 0);
 }
 
+TEST_F(Lookups, phoneBookSearchesByAnyField) {
+    using modVerwaltungTelefonbuch::PhoneBookQuery;
+    ConnPhone.Execute(QStringLiteral("DELETE FROM tbl_PhoneBook"));
+    for (const char16_t* row : {u"'Meier', 'Seestrasse 1', '8000', 'Zürich', '0441112233', ''",
+                                u"'Meierhans', 'Seeweg 2', '3000', 'Bern', '', '0791112233'",
+                                u"'O''Neill', 'Gasse 3', '3012', 'Bern', '0310000000', ''"})
+        ConnPhone.Execute(QStringLiteral("INSERT INTO tbl_PhoneBook(txt_Name, txt_Strasse, txt_PLZ, txt_Ort, "
+                                         "txt_Telefon, txt_Natel) VALUES(") +
+                          QString::fromUtf16(row) + QLatin1Char(')'));
+    const auto found = [](const PhoneBookQuery& fields) {
+        QStringList names;
+        for (store::OpenRecordset rows(RsMain, modVerwaltungTelefonbuch::SearchPhoneBookSql(fields),
+                                       ConnPhone);
+             !rows->Eof(); rows->MoveNext())
+            names << rows->Fields(u"txt_Name").text();
+        return names.join(QLatin1Char(' '));
+    };
+    EXPECT_EQ(found({.name = QStringLiteral("meier")}), u"Meier");
+    EXPECT_EQ(found({.name = QStringLiteral("Mei%")}), u"Meier Meierhans");
+    EXPECT_EQ(found({.name = QStringLiteral("o'n%")}), u"O'Neill");
+    EXPECT_EQ(found({.number = QStringLiteral("0791112233")}), u"Meierhans");
+    EXPECT_EQ(found({.street = QStringLiteral("see%"), .town = QStringLiteral("bern")}), u"Meierhans");
+    EXPECT_EQ(found({.postcode = QStringLiteral("30__")}), u"Meierhans O'Neill");
+    EXPECT_EQ(found({.number = QStringLiteral("0441112233"), .name = QStringLiteral("O%")}), u"");
+    const QString blanks = QStringLiteral("  ");
+    EXPECT_EQ(modVerwaltungTelefonbuch::SearchPhoneBookSql({blanks, blanks, blanks, blanks, blanks}),
+              QString());
+}
+
 } // namespace

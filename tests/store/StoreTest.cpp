@@ -288,6 +288,45 @@ TEST_F(StoreTest, SortsFiltersAndFindsFetchedRows) {
     EXPECT_EQ(errorOf([&] { rows.Fields(u"dbl_Preis") = 5; }), common::kStoreFailure);
 }
 
+/// A plain list fetches its rows singly; what it holds and shows stays what the query delivered.
+TEST_F(StoreTest, RowsLookedAtLaterAreThoseOfTheQuery) {
+    for (const char16_t* name : {u"Öl", u"apfel", u"Zimt", u"Brot", u"Salz; ORDER BY x"})
+        add(QString::fromUtf16(name), name[0] == u'Z' ? 1 : 2);
+    Recordset rows;
+    rows.Open(u"SELECT lng_ID, txt_Name, dbl_Preis FROM tbl_Dinge WHERE txt_Name <> 'brot'  ORDER BY "
+              u"txt_Name ASC ;"_s,
+              connection, store::adOpenStatic, store::adLockReadOnly);
+    const auto keys = [&] {
+        QStringList list;
+        for (int row = 0; row < rows.RecordCount(); ++row)
+            list << rows.valueAt(row, 0).toText() + u':' + rows.valueAt(row, 1).toText();
+        return list.join(u' ');
+    };
+    EXPECT_EQ(rows.RecordCount(), 4);
+    EXPECT_EQ(rows.valueAt(3, 1).toText(), u"Zimt"_s);
+    // One goes, one comes and one changes before it was looked at.
+    connection.Execute(u"DELETE FROM tbl_Dinge WHERE lng_ID = 2"_s);
+    add(u"neu"_s);
+    connection.Execute(u"UPDATE tbl_Dinge SET txt_Name = 'Anis' WHERE lng_ID = 3"_s);
+    EXPECT_EQ(keys(), u"2: 1:Öl 5:Salz; ORDER BY x 3:Zimt"_s);
+    rows.MoveNext();
+    EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"Öl"_s);
+    rows.Sort(u"lng_ID DESC"_s);
+    EXPECT_EQ(rows.AbsolutePosition(), 1);
+    EXPECT_EQ(keys(), u"5:Salz; ORDER BY x 3:Zimt 1:Öl 2:"_s);
+    rows.Sort(u"dbl_Preis"_s);
+    EXPECT_EQ(rows.valueAt(0, 0).toLong(), 3);
+    EXPECT_EQ(errorOf([&] { rows.Sort(u"txt_Fehlt"_s); }), common::kFieldNotFound);
+    rows.Sort(u""_s);
+    EXPECT_EQ(rows.valueAt(0, 0).toLong(), 2);
+    rows.Find(u"txt_Name = 'zimt'"_s);
+    EXPECT_EQ(rows.AbsolutePosition(), 4);
+    rows.Filter(u"dbl_Preis = 2"_s);
+    EXPECT_EQ(keys(), u"1:Öl 5:Salz; ORDER BY x"_s);
+    rows.Close();
+    EXPECT_EQ(errorOf([&] { rows.valueAt(0, 0); }), common::kObjectClosed);
+}
+
 TEST_F(StoreTest, CompactsIntoANewFileOnly) {
     add(u"bleibt"_s);
     const QString target =

@@ -30,6 +30,12 @@ class QuietNavigation : public platform::Navigation {
 
     void openBooking(qint64) override {}
 
+    void openVorbestellung(qint64) override {}
+
+    void showVorbestellung(qint64) override {}
+
+    void showVorbestellungAlarm(qint64) override {}
+
     void showNextTrxNr(const QString&) override {}
 
     void showVorbestellungCount(qint64) override {}

@@ -17,6 +17,8 @@ class OrderDesk {
     virtual void loadBooking(qint64 trxNr) = 0;
     /// Brings back the order that was being keyed when the program ended.
     virtual void restoreDraft() = 0;
+    /// Clears the order and fills it from a pre-order, ready to be booked as one of today.
+    virtual void loadPreOrder(qint64 trxNr) = 0;
 };
 
 } // namespace orders

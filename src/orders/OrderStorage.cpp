@@ -16,6 +16,9 @@ namespace {
 
 /// A line's place in the order is the two decimals of its number.
 constexpr double kLineStep = 0.01;
+/// 1 January 10000.
+constexpr double kEndOfCalendar = 2'958'466;
+const QString kGeloescht = QStringLiteral(u"gelöscht");
 
 /// A time or date cell as the store holds it; an empty cell holds nothing.
 Value serialOf(const QString& text) {
@@ -34,12 +37,6 @@ QString allRows(const QString& table) {
 QString numberIs(const QString& table, const QString& column, qint64 trxNr) {
     return QStringLiteral(" FROM ") + table + QStringLiteral(" WHERE ") + column + QStringLiteral(" = ") +
            QString::number(trxNr);
-}
-
-void deleteOrder(const OrderTables& tables, qint64 trxNr) {
-    ConnMain.Execute(QStringLiteral("DELETE") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr));
-    ConnMain.Execute(QStringLiteral("DELETE") +
-                     numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr));
 }
 
 /// Gives the order's number.
@@ -134,9 +131,10 @@ void showLine(WorkingOrder& order, const OrderLine& line) {
     platform::CellTable& grid = order.BestellungGrid;
     grid.setCell(line.row, Col::Kurzzeichen,
                  line.isProdukt ? modProdukte::GetProduktKurzzeichen(line.lng_ProduktID) : QString());
-    grid.setCell(line.row, Col::Bezeichnung,
-                 line.isProdukt ? modProdukte::GetProduktName(line.lng_ProduktID)
-                                : modProdukteExtras::GetExtraName(line.lng_ExtraID));
+    const QString name = line.isProdukt ? modProdukte::GetProduktName(line.lng_ProduktID)
+                                        : modProdukteExtras::GetExtraName(line.lng_ExtraID);
+    // A line without a name would count in the total and not be stored.
+    grid.setCell(line.row, Col::Bezeichnung, name.isEmpty() ? kGeloescht : name);
     for (const auto& [col, value] : line.cells)
         grid.setCell(line.row, col, value);
     grid.setCell(line.row, Col::ProduktID, line.lng_ProduktID);
@@ -144,9 +142,13 @@ void showLine(WorkingOrder& order, const OrderLine& line) {
     grid.setCell(line.row, Col::ExtraID, line.lng_ExtraID);
 }
 
+QString dateText(std::optional<double> day) {
+    return day ? common::formatDate(*day, u"DD/MM/YYYY") : QString();
+}
+
 /// "18:05", with the seconds where there are any.
-QString timeText(const Value& time) {
-    const QString text = time.toText();
+QString timeText(std::optional<double> time) {
+    const QString text = time ? Value(Serial{*time}).toText() : QString();
     return text.size() == 8 && text.endsWith(QLatin1String(":00")) ? text.left(5) : text;
 }
 
@@ -164,11 +166,25 @@ const OrderTables& PreOrders() {
     return tables;
 }
 
+void RemoveOrder(const OrderTables& tables, qint64 trxNr) {
+    ConnMain.Execute(QStringLiteral("DELETE") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr));
+    ConnMain.Execute(QStringLiteral("DELETE") +
+                     numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr));
+}
+
+std::optional<double> ReadableSerial(const Value& stored) {
+    if (stored.isNull())
+        return std::nullopt;
+    const std::optional<double> serial =
+        stored.isText() ? common::parseDate(stored.toText()) : stored.toSerial();
+    return serial && *serial >= 0 && *serial < kEndOfCalendar ? serial : std::nullopt;
+}
+
 qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
     store::Transaction transaction(ConnMain);
     // Inside the transaction, so that a booked order is never lost between its deletion and its new writing.
     if (number.kind == OrderNumber::Kind::Rewrite)
-        deleteOrder(tables, number.trxNr);
+        RemoveOrder(tables, number.trxNr);
     const qint64 trxNr = writeHead(order, tables, number);
     writeLines(order, tables, trxNr);
     transaction.commit();
@@ -185,10 +201,10 @@ std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
     head.lng_TrxNr = row->Fields(u"lng_TrxNr").toLong();
     head.lng_KundenID = row->Fields(u"lng_KundenID").toLong();
     head.lng_KurierID = row->Fields(u"lng_KurierID").toLong();
-    head.lng_BestellDatum = row->Fields(u"lng_BestellDatum").toLong();
-    head.lng_LieferDatum = row->Fields(u"lng_LieferDatum").toLong();
-    head.time_BestellZeit = row->Fields(u"time_BestellZeit").Value();
-    head.time_Lieferzeit = row->Fields(u"time_Lieferzeit").Value();
+    head.lng_BestellDatum = ReadableSerial(row->Fields(u"lng_BestellDatum").Value());
+    head.lng_LieferDatum = ReadableSerial(row->Fields(u"lng_LieferDatum").Value());
+    head.time_BestellZeit = ReadableSerial(row->Fields(u"time_BestellZeit").Value());
+    head.time_Lieferzeit = ReadableSerial(row->Fields(u"time_Lieferzeit").Value());
     head.txt_Konditionen = row->Fields(u"txt_Konditionen").text();
     head.dbl_SummeOhneMWSt = row->Fields(u"dbl_SummeOhneMWSt").toDouble();
     head.dbl_MWStBetrag = row->Fields(u"dbl_MWStBetrag").toDouble();
@@ -197,11 +213,11 @@ std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
 }
 
 void ShowHead(WorkingOrder& order, const OrderHead& head) {
-    order.setDetail(Detail::Datum, common::formatDate(double(head.lng_BestellDatum), u"DD/MM/YYYY"));
+    order.setDetail(Detail::Datum, dateText(head.lng_BestellDatum));
     order.setDetail(Detail::Bestellzeit, timeText(head.time_BestellZeit));
     order.setDetail(Detail::Lieferzeit, timeText(head.time_Lieferzeit));
     order.setDetail(Detail::Konditionen, head.txt_Konditionen);
-    order.setDetail(Detail::Lieferung, common::formatDate(double(head.lng_LieferDatum), u"DD/MM/YYYY"));
+    order.setDetail(Detail::Lieferung, dateText(head.lng_LieferDatum));
     // The total's place is found when the totals are derived from the lines.
     order.BestellungTotalGrid.setCell(TotalRow::Summe, kTotalAmount, head.dbl_SummeOhneMWSt);
     order.BestellungTotalGrid.setCell(TotalRow::MWSt1, kTotalAmount, head.dbl_MWStBetrag);

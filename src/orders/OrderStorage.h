@@ -37,18 +37,27 @@ struct OrderNumber {
 /// cells that hold no date where one is stored.
 qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
-/// The head as stored.
+/// Removes head and lines; the transaction is the caller's.
+void RemoveOrder(const OrderTables& tables, qint64 trxNr);
+
+/// A stored date or time as serial; nothing where none is stored, where a text is no date, and outside the
+/// years 1900 to 9999.
+std::optional<double> ReadableSerial(const common::Value& stored);
+
+/// The head as stored. A date or time that cannot be read is missing.
 struct OrderHead {
-    qint64 lng_TrxNr = 0, lng_KundenID = 0, lng_KurierID = 0, lng_BestellDatum = 0, lng_LieferDatum = 0;
-    common::Value time_BestellZeit, time_Lieferzeit;
+    qint64 lng_TrxNr = 0, lng_KundenID = 0, lng_KurierID = 0;
+    std::optional<double> lng_BestellDatum, lng_LieferDatum, time_BestellZeit, time_Lieferzeit;
     QString txt_Konditionen;
     double dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, dbl_TotalMitMWSt = 0;
 };
 
 std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr);
-/// Dates, times, conditions and totals into the cells; keys, number and customer are the caller's.
+/// Dates, times, conditions and totals into the cells, a missing date or time as the empty cell; keys, number
+/// and customer are the caller's.
 void ShowHead(WorkingOrder& order, const OrderHead& head);
-/// Each line into the row that its number tells, with the names of today.
+/// Each line into the row that its number tells, with the names of today. A line whose product or extra has
+/// gone is called "gelöscht" and keeps its amounts.
 void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr);
 
 } // namespace orders

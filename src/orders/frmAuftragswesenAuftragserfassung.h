@@ -33,6 +33,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void searchNumber(const QString& number) override;
     void loadBooking(qint64 trxNr) override;
     void restoreDraft() override;
+    void loadPreOrder(qint64 trxNr) override;
 
     /// The keys of the telephone field that the program acts on: 13 searches. Digits pass by the field's own
     /// filter, any other key is refused there.
@@ -99,6 +100,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     // Booking
     void cmdSave_Click();
     void book();
+    void storePreOrder();
     void cmdVerwaltungSave_Click();
     void cmdVerwaltungDelete_Click();
     void cmdVerwaltungLoad_Click();

@@ -2,6 +2,7 @@
 #include "common/Convert.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenBestellschein.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
@@ -53,9 +54,7 @@ void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
         return tell(tr("Dieses Lieferdatum befindet sich in der Vergangenheit."), tr("Vorbestellung"),
                     platform::kStop);
     case SaveDecision::Vorbestellung:
-        return tell(
-            tr("Vorbestellungen können noch nicht gespeichert werden. Der Auftrag bleibt unverbucht stehen."),
-            tr("Vorbestellung"), platform::kInformation);
+        return storePreOrder();
     case SaveDecision::KeinKurier:
         return tell(tr("Bitte wählen Sie einen Kurier."), tr("Bestellung"), platform::kInformation);
     case SaveDecision::FrageVorbestellung:
@@ -73,6 +72,18 @@ void frmAuftragswesenAuftragserfassung::book() {
         printSlip(kToPrinter);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
+}
+
+void frmAuftragswesenAuftragserfassung::storePreOrder() {
+    modAuftragswesenVorbestellungen::SaveVorbestellung(m_order);
+    ClearBestellungMaske();
+    m_order.ShowComingTrxNr();
+    modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
+}
+
+void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
+    modAuftragswesenVorbestellungen::OpenVorbestellung(m_order, trxNr);
+    m_ui->BestellungGrid->goTo({0, orders::Col::Kurzzeichen});
 }
 
 void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {

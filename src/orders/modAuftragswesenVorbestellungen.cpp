@@ -1,7 +1,76 @@
 #include "orders/modAuftragswesenVorbestellungen.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "masterdata/modVerwaltungKuriere.h"
+#include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
+
+using orders::WorkingOrder;
+namespace Detail = orders::Detail;
 
 namespace modAuftragswesenVorbestellungen {
+namespace {
+
+constexpr double kMinutesOfDay = 1440;
+/// Sums of day fractions miss the minute by less than this; 0.1 ms.
+constexpr double kRoundingError = 1e-9;
+
+const QString kListe = QStringLiteral("SELECT lng_TrxNr, txt_LieferDatum, time_Lieferzeit, lng_KundenID FROM "
+                                      "tbl_Auftragswesen_Vorbestellungen_Master");
+
+void showHead(WorkingOrder& order, const orders::OrderHead& head) {
+    order.setDetail(Detail::KundenNr, head.lng_KundenID);
+    order.lng_KundenID = head.lng_KundenID;
+    order.ChooseKurier(head.lng_KurierID, modVerwaltungKuriere::GetKurierKurzzeichen(head.lng_KurierID));
+    order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(head.lng_KundenID));
+    orders::ShowHead(order, head);
+}
+
+} // namespace
+
+qint64 SaveVorbestellung(const WorkingOrder& order) {
+    return orders::WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
+}
+
+void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
+    order.ClearBestellungMaske();
+    const auto head = orders::ReadHead(orders::PreOrders(), trxNr);
+    if (head)
+        showHead(order, *head);
+    orders::LoadLines(order, orders::PreOrders(), trxNr);
+    orders::OrderButtons buttons = order.buttons();
+    buttons.cmdPrint = head.has_value();
+    buttons.cmdSave = true;
+    order.setButtons(buttons);
+    order.CalculateTotalBestellung();
+}
+
+void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
+    LoadVorbestellung(order, trxNr);
+    order.setDetail(Detail::Datum, common::formatDate(common::clock::today(), u"DD/MMM/YYYY"));
+    order.setDetail(Detail::Bestellzeit, common::formatDate(common::clock::now(), u"HH:MM"));
+}
+
+void DeleteVorbestellung(qint64 trxNr) {
+    // Together: a power cut between the two would leave lines that nobody can see or remove any more.
+    store::Transaction transaction(ConnMain);
+    orders::RemoveOrder(orders::PreOrders(), trxNr);
+    transaction.commit();
+}
+
+QString ListeAmTag(qint64 lieferDatum) {
+    return kListe + QStringLiteral(" WHERE lng_LieferDatum = ") + QString::number(lieferDatum);
+}
+
+QString ListeAlle() {
+    return kListe + QLatin1Char(';');
+}
+
+QString ListeEine(qint64 trxNr) {
+    return kListe + QStringLiteral(" WHERE lng_TrxNr = ") + QString::number(trxNr);
+}
 
 void UpdateVorbestellungCount(platform::Navigation& navigation) {
     qint64 count = 0;
@@ -14,6 +83,28 @@ void UpdateVorbestellungCount(platform::Navigation& navigation) {
         count = rows->Fields(u"TotalVorbestellungen").toLong();
     }
     navigation.showVorbestellungCount(count);
+}
+
+std::optional<qint64> FindFaelligeVorbestellung() {
+    const double limit =
+        common::clock::now() + SysVorbestellungAutomatischZeit / kMinutesOfDay + kRoundingError;
+    store::OpenRecordset rows(RsMain,
+                              QStringLiteral("SELECT lng_TrxNr, lng_LieferDatum, time_Lieferzeit FROM "
+                                             "tbl_Auftragswesen_Vorbestellungen_Master ;"),
+                              ConnMain);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        const auto day = orders::ReadableSerial(rows->Fields(u"lng_LieferDatum").Value());
+        const auto time = orders::ReadableSerial(rows->Fields(u"time_Lieferzeit").Value());
+        if (day && time && *day + *time <= limit)
+            return rows->Fields(u"lng_TrxNr").toLong();
+    }
+    return std::nullopt;
+}
+
+void CheckVorbestellungAlarm(platform::Navigation& navigation) {
+    UpdateVorbestellungCount(navigation);
+    if (const auto trxNr = FindFaelligeVorbestellung())
+        navigation.showVorbestellungAlarm(*trxNr);
 }
 
 } // namespace modAuftragswesenVorbestellungen

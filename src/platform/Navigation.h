@@ -18,6 +18,12 @@ class Navigation {
     virtual void openCustomer(qint64 customerId) = 0;
     /// Loads a booking onto the order screen.
     virtual void openBooking(qint64 trxNr) = 0;
+    /// Opens a pre-order on the order screen, as an order that can be booked.
+    virtual void openVorbestellung(qint64 trxNr) = 0;
+    /// Opens the list of pre-orders on that one.
+    virtual void showVorbestellung(qint64 trxNr) = 0;
+    /// Shows the alarm for a due pre-order. The focus stays where it is.
+    virtual void showVorbestellungAlarm(qint64 trxNr) = 0;
     /// The next transaction number, shown in the main window's status box.
     virtual void showNextTrxNr(const QString& number) = 0;
     /// The number of waiting pre-orders, shown there too.

@@ -13,6 +13,8 @@ void ScreenManager::show(const QString& screen) {
     const ScreenEntry* entry = m_registry.find(screen);
     if (!entry)
         return;
+    if (entry->floating)
+        return showFloating(screen, *entry);
     QMdiSubWindow* window = m_open.value(screen);
     if (!window) {
         if (entry->mayOpen && !entry->mayOpen())
@@ -29,7 +31,23 @@ void ScreenManager::show(const QString& screen) {
 
 QWidget* ScreenManager::open(const QString& screen) const {
     const QPointer<QMdiSubWindow> window = m_open.value(screen);
-    return window ? window->widget() : nullptr;
+    if (window)
+        return window->widget();
+    QWidget* floating = m_floating.value(screen);
+    return floating && !floating->isHidden() ? floating : nullptr;
+}
+
+void ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry) {
+    // A window of its own would be given the keys by some window managers, whatever it asks for.
+    QPointer<QWidget>& floating = m_floating[screen];
+    if (!floating)
+        floating = entry.create(m_room.window());
+    if (floating->isHidden()) {
+        floating->adjustSize();
+        floating->move(m_room.window()->rect().center() - floating->rect().center());
+    }
+    floating->show();
+    floating->raise();
 }
 
 void ScreenManager::runModal(const ScreenEntry& entry) {

@@ -21,7 +21,7 @@ class ScreenManager : public QObject {
     /// Shows the screen, created now when it is not open, and brings it to the front: an entry whose screen
     /// is covered by another one would look dead. A modal screen is over when this returns.
     void show(const QString& screen);
-    /// The open child window's screen; null when it is not open.
+    /// The open screen; null when it is not open.
     QWidget* open(const QString& screen) const;
 
   protected:
@@ -31,10 +31,12 @@ class ScreenManager : public QObject {
     void runModal(const ScreenEntry& entry);
     QMdiSubWindow* create(const QString& screen, const ScreenEntry& entry);
     void place(QMdiSubWindow& window, bool maximised);
+    void showFloating(const QString& screen, const ScreenEntry& entry);
 
     QMdiArea& m_room;
     const ScreenRegistry& m_registry;
     QHash<QString, QPointer<QMdiSubWindow>> m_open;
+    QHash<QString, QPointer<QWidget>> m_floating;
 };
 
 } // namespace shell

@@ -12,6 +12,9 @@ struct ScreenEntry {
     bool modal = false;
     /// Fills the whole room of the main window when it opens.
     bool maximised = false;
+    /// Stands above the room and everything in it, as a part of the main window, and takes no focus when it
+    /// is shown: what is being typed goes on where it is.
+    bool floating = false;
     /// Asked before the screen opens; it tells the user itself why not.
     std::function<bool()> mayOpen = {};
 };

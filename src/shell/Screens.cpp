@@ -6,6 +6,8 @@
 #include "masterdata/frmVerwaltungKuriere.h"
 #include "masterdata/modProdukteKategorien.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "orders/frmAuftragswesenVorbestellungen.h"
+#include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "shell/frmEinstellungenSystem.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
@@ -27,6 +29,10 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                   },
                   .maximised = true});
     registry.add(QStringLiteral("frmEinstellungenSystem"), {creator<frmEinstellungenSystem>(services)});
+    registry.add(QStringLiteral("frmAuftragswesenVorbestellungen"),
+                 {creator<frmAuftragswesenVorbestellungen>(services)});
+    registry.add(QStringLiteral("frmAuftragswesenVorbestellungenAlarm"),
+                 {.create = creator<frmAuftragswesenVorbestellungenAlarm>(services), .floating = true});
     registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
     registry.add(QStringLiteral("frmProdukteExtras"), {creator<frmProdukteExtras>(services)});
     registry.add(QStringLiteral("frmProdukte"),

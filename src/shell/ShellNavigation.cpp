@@ -1,6 +1,7 @@
 #include "shell/ShellNavigation.h"
 #include "masterdata/CustomerDesk.h"
 #include "orders/OrderDesk.h"
+#include "orders/PreOrderDesk.h"
 #include "shell/frmMDI.h"
 
 namespace shell {
@@ -34,6 +35,21 @@ void ShellNavigation::openCustomer(qint64 customerId) {
 void ShellNavigation::openBooking(qint64 trxNr) {
     if (auto* orders = desk<orders::OrderDesk>(QStringLiteral("frmAuftragswesenAuftragserfassung")))
         orders->loadBooking(trxNr);
+}
+
+void ShellNavigation::openVorbestellung(qint64 trxNr) {
+    if (auto* orders = desk<orders::OrderDesk>(QStringLiteral("frmAuftragswesenAuftragserfassung")))
+        orders->loadPreOrder(trxNr);
+}
+
+void ShellNavigation::showVorbestellung(qint64 trxNr) {
+    if (auto* list = desk<orders::PreOrderList>(QStringLiteral("frmAuftragswesenVorbestellungen")))
+        list->ShowVorbestellung(trxNr);
+}
+
+void ShellNavigation::showVorbestellungAlarm(qint64 trxNr) {
+    if (auto* alarm = desk<orders::PreOrderAlarm>(QStringLiteral("frmAuftragswesenVorbestellungenAlarm")))
+        alarm->setFaellig(trxNr);
 }
 
 void ShellNavigation::showNextTrxNr(const QString& number) {

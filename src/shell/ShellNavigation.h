@@ -19,6 +19,9 @@ class ShellNavigation : public platform::Navigation {
     void openOrderForNumber(const QString& number) override;
     void openCustomer(qint64 customerId) override;
     void openBooking(qint64 trxNr) override;
+    void openVorbestellung(qint64 trxNr) override;
+    void showVorbestellung(qint64 trxNr) override;
+    void showVorbestellungAlarm(qint64 trxNr) override;
     void showNextTrxNr(const QString& number) override;
     void showVorbestellungCount(qint64 count) override;
     void incomingCall(const QString& GerufeneNr, const QString& AnrufNr, const QString& AnrufFormat) override;

@@ -115,7 +115,6 @@ void frmMDI::TimerBeep_Timer() {
 }
 
 void frmMDI::VorbestellungTimer_Timer() {
-    // Pre-orders cannot be stored yet: the check comes down to their count.
     if (SysVorbestellungAutomatischStatus == 1)
-        modAuftragswesenVorbestellungen::UpdateVorbestellungCount(m_services.navigation);
+        modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
 }

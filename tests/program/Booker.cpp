@@ -2,6 +2,7 @@
 #include "common/Convert.h"
 #include "orders/WorkingOrder.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -13,8 +14,8 @@
 namespace test {
 namespace {
 
-void acknowledge(qint64 number, int lines, double total) {
-    std::printf("%lld %d %s\n", static_cast<long long>(number), lines,
+void acknowledge(qint64 number, int lines, double total, const char* kind = "") {
+    std::printf("%s%lld %d %s\n", kind, static_cast<long long>(number), lines,
                 qPrintable(common::formatNumber(total, u"0.00")));
     std::fflush(stdout);
 }
@@ -43,6 +44,10 @@ int bookUntilKilled(const QString& installation) {
             return 1;
         const qint64 number = modBestellNummern::GetLastTrxNr();
         acknowledge(number, lines, order.total(orders::TotalRow::Total));
+        if (round % 2 == 0) {
+            const qint64 preOrder = modAuftragswesenVorbestellungen::SaveVorbestellung(order);
+            acknowledge(preOrder, lines, order.total(orders::TotalRow::Total), "V");
+        }
         if (round % 3 != 0)
             continue;
         modAuftragswesenAuftragserfassung::LoadBestellung(order, number);

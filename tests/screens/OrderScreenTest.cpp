@@ -2,6 +2,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/RegistryStore.h"
 #include "platform/ui/DataGrid.h"
+#include "store/SystemSettings.h"
 #include "support/Keys.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -204,9 +205,54 @@ TEST_F(OrderScreenTest, TheHeadRefusesWhatIsNoDateOrCourier) {
     EXPECT_EQ(dialogs.last().text, u"Bitte wählen Sie einen Kurier."_s);
     EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 0);
     EXPECT_EQ(editHead(orders::Detail::Lieferung, u"20/05/2026"_s), u"20/05/2026"_s);
+    const qsizetype said = dialogs.said.size();
     click(u"cmdSave");
-    EXPECT_EQ(dialogs.last().title, u"Vorbestellung"_s);
-    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u"1"_s) << "nothing stored, nothing cleared";
+    EXPECT_EQ(dialogs.said.size(), said) << "a pre-order needs no courier, and no question by itself";
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Master"_s), 1);
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 0);
+    EXPECT_EQ(navigation.vorbestellungCount, 1);
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u""_s);
+    EXPECT_EQ(screen.order().detail(orders::Detail::AuftragsNr), u"1001"_s);
+}
+
+TEST_F(OrderScreenTest, ALateDeliveryIsAskedForAndDueOnesAreTold) {
+    SysVorbestellungBuchungStatus = 1;
+    SysVorbestellungAutomatischZeit = 180;
+
+    struct Case {
+        const char16_t* lieferung;
+        const char16_t* lieferzeit;
+        int answer;
+        int bookings, preOrders;
+        const char16_t* refused;
+    };
+
+    for (const Case& c : {Case{u"15/05/2026", u"20:30", platform::kAnswerNo, 1, 0, u""},
+                          Case{u"15/05/2026", u"20:30", platform::kAnswerYes, 1, 1, u""},
+                          Case{u"25/05/2026", u"12:00", platform::kAnswerNo, 1, 2, u""},
+                          Case{u"14/05/2026", u"23:00", 0, 1, 2,
+                               u"Dieses Lieferdatum befindet sich in der Vergangenheit."}}) {
+        search(u"0791234567"_s);
+        screen.order().ChooseKurier(TestFirm::kKurierCD, u"CD"_s);
+        editHead(orders::Detail::Lieferung, QString::fromUtf16(c.lieferung));
+        editHead(orders::Detail::Lieferzeit, QString::fromUtf16(c.lieferzeit));
+        dialogs.said.clear();
+        if (c.answer)
+            dialogs.answer(c.answer);
+        if (c.bookings == 1 && c.preOrders == 0)
+            dialogs.answer(platform::kAnswerNo);
+        click(u"cmdSave");
+        ASSERT_FALSE(dialogs.said.isEmpty());
+        if (*c.refused)
+            EXPECT_EQ(dialogs.last().text, QString::fromUtf16(c.refused));
+        else
+            EXPECT_EQ(dialogs.said[0].text, u"Soll dieser Auftrag als Vorbestellung verbucht werden ?"_s);
+        EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), c.bookings);
+        EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Master"_s), c.preOrders);
+    }
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u"1"_s) << "what was refused stays";
+    EXPECT_EQ(navigation.alarms, (QList<qint64>{1, 1})) << "also with the timer's check off";
+    EXPECT_EQ(dialogs.unexpected, 0);
 }
 
 TEST_F(OrderScreenTest, BookedOrdersAreLoadedChangedDeletedAndSteppedThrough) {

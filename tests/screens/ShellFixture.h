@@ -72,6 +72,8 @@ class FakeDesk : public QWidget, public orders::OrderDesk {
 
     void restoreDraft() override { m_asked.append(QStringLiteral("draft")); }
 
+    void loadPreOrder(qint64 trxNr) override { m_asked.append(QStringLiteral("pre-order %1").arg(trxNr)); }
+
   private:
     QStringList& m_asked;
 };

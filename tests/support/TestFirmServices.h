@@ -20,6 +20,12 @@ class TestNavigation : public platform::Navigation {
 
     void openBooking(qint64 trxNr) override { openedBooking = trxNr; }
 
+    void openVorbestellung(qint64 trxNr) override { openedVorbestellung = trxNr; }
+
+    void showVorbestellung(qint64 trxNr) override { listedVorbestellung = trxNr; }
+
+    void showVorbestellungAlarm(qint64 trxNr) override { alarms << trxNr; }
+
     void showNextTrxNr(const QString& number) override { nextTrxNr = number; }
 
     void showVorbestellungCount(qint64 count) override { vorbestellungCount = count; }
@@ -30,7 +36,9 @@ class TestNavigation : public platform::Navigation {
 
     QStringList shown;
     QString openedNumber, nextTrxNr, call;
-    qint64 openedCustomer = -1, openedBooking = -1, vorbestellungCount = -1;
+    qint64 openedCustomer = -1, openedBooking = -1, vorbestellungCount = -1, openedVorbestellung = -1,
+           listedVorbestellung = -1;
+    QList<qint64> alarms;
     bool ended = false;
 };
 

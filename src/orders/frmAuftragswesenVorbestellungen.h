@@ -1,0 +1,38 @@
+#pragma once
+#include "orders/PreOrderDesk.h"
+#include "platform/Services.h"
+#include "platform/ui/DataControl.h"
+#include <QWidget>
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class frmAuftragswesenVorbestellungen;
+}
+
+/// The list of pre-orders, by delivery day. Double click or Enter opens one on the order screen.
+class frmAuftragswesenVorbestellungen : public QWidget, public orders::PreOrderList {
+    Q_OBJECT
+  public:
+    /// Lists the pre-orders for today: the databases are open. The services outlive the screen.
+    explicit frmAuftragswesenVorbestellungen(const platform::Services& services, QWidget* parent = nullptr);
+    ~frmAuftragswesenVorbestellungen() override;
+
+    void ShowVorbestellung(qint64 trxNr) override;
+    void FormatGrid();
+
+  private:
+    void fillDates();
+    void setUpControls();
+    void showRows(const QString& query);
+    void cmdLoad_Click();
+    void cmdShowAll_Click();
+    void cmdDelete_Click();
+    void VorbestellungGrid_DblClick();
+    /// Number of the current row; nothing without one, or when its delivery date is none.
+    std::optional<qint64> chosen() const;
+
+    std::unique_ptr<Ui::frmAuftragswesenVorbestellungen> m_ui;
+    platform::Services m_services;
+    platform::ui::DataControl DataControl;
+};

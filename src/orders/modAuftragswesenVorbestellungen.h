@@ -33,9 +33,9 @@ QString ListeEine(qint64 trxNr);
 /// Writes the number of pre-orders to the main window's status box.
 void UpdateVorbestellungCount(platform::Navigation& navigation);
 
-/// The first pre-order in the store's order whose delivery is at most the settings' lead time ahead, or past.
-/// One whose delivery moment cannot be read (nothing stored, or a text that is no date or time) is passed
-/// over, so that it does not hide those behind it.
+/// The first pre-order in the store's order (by its index, the earliest delivery first) whose delivery is at
+/// most the settings' lead time ahead, or past. One whose delivery moment cannot be read (nothing stored, or
+/// a text that is no date or time) is passed over, so that it does not hide those behind it.
 std::optional<qint64> FindFaelligeVorbestellung();
 /// Counts the pre-orders and shows the alarm for the first due one.
 void CheckVorbestellungAlarm(platform::Navigation& navigation);

@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QRandomGenerator>
 
 namespace install {
 namespace {
@@ -93,19 +92,7 @@ class Installation {
         m_done.append(u"%1 angelegt."_s.arg(name));
     }
 
-    void makeIniFile() {
-        QByteArray content = resource(u"files/tavolino.ini"_s);
-        makeFile(u"tavolino.ini"_s, content.replace("@PASSWORT@", randomPassword()), kForOwner);
-    }
-
-    /// Without letters and digits that look alike.
-    static QByteArray randomPassword() {
-        static constexpr char signs[] = "abcdefghjkmnpqrstuvwxyz23456789";
-        QByteArray password(12, ' ');
-        for (char& sign : password)
-            sign = signs[QRandomGenerator::system()->bounded(int(sizeof signs) - 1)];
-        return password;
-    }
+    void makeIniFile() { makeFile(u"tavolino.ini"_s, resource(u"files/tavolino.ini"_s), kForOwner); }
 
     void copyReports() {
         if (m_options.reportsFrom.isEmpty())

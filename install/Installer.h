@@ -15,7 +15,7 @@ struct InstallOptions {
 
 /// Creates what an installation in `appFolder` lacks: the folders Data, Reports and Internet, the four
 /// databases with the rows that belong to an installation, the pictures of the shop, the report templates,
-/// tavolino.ini (readable by its owner only).
+/// tavolino.ini (readable by its owner only, still without a password of the owner: see OwnerPassword.h).
 ///
 /// What exists is never touched, so that demo and large rows come only into databases that this call creates.
 /// A database gets its name when it is complete: a crash in between leaves none behind that is half made.

@@ -1,7 +1,9 @@
 /// Creates what an installation of Tavolino lacks; see install/Installer.h. Speaks German, for the firm's
 /// owner.
 #include "common/RunTimeError.h"
+#include "install/HiddenLine.h"
 #include "install/Installer.h"
+#include "install/OwnerPassword.h"
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -17,6 +19,7 @@ enum ExitCode { kDone = 0, kFailed = 1, kMisused = 2 };
 struct Request {
     QString folder;
     install::InstallOptions options;
+    bool ownerPassword = false;
 };
 
 /// What is asked for, or why it cannot be: then `error` is set.
@@ -32,6 +35,8 @@ Request readArguments(const QCoreApplication& program, QString& error) {
                       u"faktor"_s});
     parser.addOption(
         {u"reports"_s, u"Ordner, aus dem fehlende Berichtsvorlagen kopiert werden."_s, u"ordner"_s});
+    parser.addOption({u"owner-password"_s,
+                      u"Das Passwort des Inhabers setzen; es wird von der Standardeingabe gelesen."_s});
     const QCommandLineOption help = parser.addHelpOption();
     Request request;
     if (!parser.parse(program.arguments())) {
@@ -45,6 +50,7 @@ Request readArguments(const QCoreApplication& program, QString& error) {
     else
         request.folder = QDir(parser.positionalArguments().first()).absolutePath();
     bool number = true;
+    request.ownerPassword = parser.isSet(u"owner-password"_s);
     request.options.demo = parser.isSet(u"demo"_s);
     if (parser.isSet(u"large"_s))
         request.options.large = parser.value(u"large"_s).toDouble(&number);
@@ -54,6 +60,18 @@ Request readArguments(const QCoreApplication& program, QString& error) {
         error = u"--demo und --large schliessen einander aus."_s;
     request.options.reportsFrom = parser.value(u"reports"_s);
     return request;
+}
+
+void setOwnerPassword(const Request& request, QTextStream& out) {
+    if (request.ownerPassword) {
+        out << u"Passwort des Inhabers: "_s << Qt::flush;
+        install::setOwnerPassword(request.folder, install::readHiddenLine());
+        out << u"gesetzt."_s << Qt::endl;
+    } else if (!install::hasOwnerPassword(request.folder)) {
+        const QString password = install::randomPassword();
+        install::setOwnerPassword(request.folder, password);
+        out << u"Passwort des Inhabers, das nur dieses eine Mal gezeigt wird: "_s << password << Qt::endl;
+    }
 }
 
 } // namespace
@@ -73,6 +91,7 @@ int main(int argc, char** argv) {
     try {
         for (const QString& line : install::installDatabases(request.folder, request.options))
             out << line << Qt::endl;
+        setOwnerPassword(request, out);
     } catch (const common::RunTimeError& failure) {
         complaints << failure.sentence() << Qt::endl << failure.detail() << Qt::endl;
         return kFailed;

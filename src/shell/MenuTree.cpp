@@ -100,7 +100,7 @@ MenuTree::MenuTree(QMenuBar& bar, const std::function<bool(const MenuEntry&)>& l
         action->setObjectName(QLatin1String(entry.name));
         const bool leads = entry.kind == MenuKind::Menu || leadsSomewhere(entry);
         action->setEnabled(leads);
-        m_items.insert(QLatin1String(entry.name), {action, leads});
+        m_items.insert(QLatin1String(entry.name), {action, leads, QLatin1String(entry.parent)});
     }
 }
 
@@ -115,9 +115,17 @@ QAction* MenuTree::addEntry(QMenu& menu, const MenuEntry& entry,
 }
 
 void MenuTree::allow(const QString& name, bool allowed) {
-    const Item item = m_items.value(name);
+    Item& item = m_items[name];
     Q_ASSERT(item.action);
+    item.allowed = allowed;
     item.action->setEnabled(allowed && item.leadsSomewhere);
+}
+
+bool MenuTree::allows(const MenuEntry& entry) const {
+    for (QString name = QLatin1String(entry.name); !name.isEmpty(); name = m_items.value(name).parent)
+        if (!m_items.value(name).allowed)
+            return false;
+    return true;
 }
 
 } // namespace shell

@@ -36,6 +36,9 @@ class MenuTree : public QObject {
     /// The user's rights; without a word every entry is allowed.
     void allow(const QString& name, bool allowed);
 
+    /// Whether the entry and every menu above it are allowed.
+    bool allows(const MenuEntry& entry) const;
+
     /// Null for a name that is not in the menu.
     QAction* action(const QString& name) const { return m_items.value(name).action; }
 
@@ -43,6 +46,8 @@ class MenuTree : public QObject {
     struct Item {
         QAction* action = nullptr;
         bool leadsSomewhere = true;
+        QString parent{};
+        bool allowed = true;
     };
 
     QAction* addEntry(QMenu& menu, const MenuEntry& entry,

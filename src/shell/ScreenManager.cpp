@@ -11,7 +11,7 @@ ScreenManager::ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QOb
 
 void ScreenManager::show(const QString& screen) {
     const ScreenEntry* entry = m_registry.find(screen);
-    if (!entry)
+    if (!entry || !mayShow(screen))
         return;
     if (entry->floating)
         return showFloating(screen, *entry);
@@ -48,6 +48,16 @@ void ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry
     }
     floating->show();
     floating->raise();
+}
+
+void ScreenManager::closeAll() {
+    // Forgotten at once, deleted later: a window may be the one whose key led here.
+    const auto windows = std::exchange(m_open, {});
+    for (const QPointer<QMdiSubWindow>& window : windows)
+        if (window) {
+            window->close();
+            window->deleteLater();
+        }
 }
 
 void ScreenManager::runModal(const ScreenEntry& entry) {

@@ -21,6 +21,14 @@ class ScreenManager : public QObject {
     /// Shows the screen, created now when it is not open, and brings it to the front: an entry whose screen
     /// is covered by another one would look dead. A modal screen is over when this returns.
     void show(const QString& screen);
+    /// Closes all child windows, without a question.
+    void closeAll();
+
+    /// Asked before each showing of a screen, by whatever road: false leaves it shut. It tells nothing.
+    void setGate(std::function<bool(const QString& screen)> mayShow) { m_mayShow = std::move(mayShow); }
+
+    bool mayShow(const QString& screen) const { return !m_mayShow || m_mayShow(screen); }
+
     /// The open screen; null when it is not open.
     QWidget* open(const QString& screen) const;
 
@@ -35,6 +43,7 @@ class ScreenManager : public QObject {
 
     QMdiArea& m_room;
     const ScreenRegistry& m_registry;
+    std::function<bool(const QString&)> m_mayShow;
     QHash<QString, QPointer<QMdiSubWindow>> m_open;
     QHash<QString, QPointer<QWidget>> m_floating;
 };

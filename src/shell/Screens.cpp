@@ -8,7 +8,10 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
+#include "shell/frmEinstellungenBenutzer.h"
 #include "shell/frmEinstellungenSystem.h"
+#include "shell/frmMDI.h"
+#include "shell/frmSystemAnmelden.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -28,6 +31,12 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                       return new frmAuftragswesenAuftragserfassung(services, phoneBook, parent);
                   },
                   .maximised = true});
+    registry.add(QStringLiteral("frmEinstellungenBenutzer"), {creator<frmEinstellungenBenutzer>(services)});
+    registry.add(QStringLiteral("frmSystemAnmelden"),
+                 {.create = [services](QWidget* window) -> QWidget* {
+                      return new frmSystemAnmelden(services, *qobject_cast<frmMDI*>(window));
+                  },
+                  .modal = true});
     registry.add(QStringLiteral("frmEinstellungenSystem"), {creator<frmEinstellungenSystem>(services)});
     registry.add(QStringLiteral("frmAuftragswesenVorbestellungen"),
                  {creator<frmAuftragswesenVorbestellungen>(services)});

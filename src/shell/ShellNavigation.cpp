@@ -7,7 +7,7 @@
 namespace shell {
 
 bool ShellNavigation::hasScreen(const QString& screen) const {
-    return m_window && m_window->screens().has(screen);
+    return m_window && m_window->screens().has(screen) && m_window->screens().mayShow(screen);
 }
 
 void ShellNavigation::showScreen(const QString& screen, bool) {

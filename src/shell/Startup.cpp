@@ -50,7 +50,8 @@ bool Startup::run() {
     m_window.showMaximized();
     store::LoadSystemSettings();
     EnableInterfaces();
-    login();
+    if (!login())
+        return false;
     m_window.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_window.VorbestellungTimer_Timer();
     offerDraft();
@@ -103,11 +104,15 @@ void Startup::EnableInterfaces() {
     m_window.startWebShop();
 }
 
-void Startup::login() {
-    if (m_window.loginIsOn())
-        return m_window.screens().show(u"frmSystemAnmelden"_s);
-    m_window.disableAnmeldung();
+bool Startup::login() {
+    if (!m_window.loginIsOn())
+        m_window.disableAnmeldung();
+    // With the log-in on, everything that needs a right is shut until somebody has one.
     m_window.ApplyUserRights();
+    if (!m_window.loginIsOn())
+        return true;
+    m_window.screens().show(u"frmSystemAnmelden"_s);
+    return m_window.userIsLoggedIn();
 }
 
 /// An order that was being keyed when the program ended the last time.

@@ -31,7 +31,8 @@ class Startup {
     void SetRegionalSettings();
     bool OpenDatabases();
     void EnableInterfaces();
-    void login();
+    /// False when the program ended instead.
+    bool login();
     void offerDraft();
     void showGuide();
 

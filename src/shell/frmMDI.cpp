@@ -23,6 +23,7 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     m_ui->setupUi(this);
     m_screens = new shell::ScreenManager(*m_ui->MdiArea, registry, this);
     setUpMenu();
+    m_screens->setGate([this](const QString& screen) { return mayReach(screen); });
     setUpToolBar();
     setUpPanels();
     setUpHints();

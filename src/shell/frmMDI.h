@@ -80,8 +80,13 @@ class frmMDI : public QMainWindow {
     /// The pre-order alarm check.
     void VorbestellungTimer_Timer();
 
-    /// Whether users log in: the setting says so, and the log-in screen is built in.
+    /// Whether users log in.
     bool loginIsOn() const;
+
+    bool userIsLoggedIn() const { return m_userLoggedIn; }
+
+    void setUserLoggedIn() { m_userLoggedIn = true; }
+
     /// Nobody logs in: the ways to the log-in are closed.
     void disableAnmeldung();
     /// What the user may reach: menu entries, tool bar and panels.
@@ -102,6 +107,7 @@ class frmMDI : public QMainWindow {
     void openAnruferListe();
     void showWaitingCall(bool waits, const QString& number);
     void showUpdatePanels(bool free);
+    bool mayReach(const QString& screen) const;
     bool isMenuShortcut(const class QKeyEvent& key) const;
 
     std::unique_ptr<Ui::frmMDI> m_ui;
@@ -110,6 +116,7 @@ class frmMDI : public QMainWindow {
     shell::ScreenManager* m_screens = nullptr;
     shell::MenuTree* m_menu = nullptr;
     int m_internetAttention = 0;
+    bool m_userLoggedIn = false;
     QTimer TimerBeep;
     QTimer VorbestellungTimer;
     QTimer InternetLinkTimer;

@@ -25,8 +25,7 @@ const Right kRights[] = {
 } // namespace
 
 bool frmMDI::loginIsOn() const {
-    // Without the log-in screen nobody could log in, so the setting cannot count: log-in is off.
-    return SysAnmeldungBenutzer != 0 && m_screens->has(u"frmSystemAnmelden"_s);
+    return SysAnmeldungBenutzer != 0;
 }
 
 void frmMDI::disableAnmeldung() {
@@ -45,6 +44,19 @@ void frmMDI::ApplyUserRights() {
             m_menu->allow(QLatin1String(entry), free || right.flag != 0);
     m_ui->ToolBarInternetTransfer->setEnabled((free || UserOnlineShop != 0) &&
                                               m_screens->has(u"frmOnlineShopTransfer"_s));
+}
+
+bool frmMDI::mayReach(const QString& screen) const {
+    // The menu holds the rights: a screen that no entry leads to is open to all.
+    bool inMenu = false;
+    for (const shell::MenuEntry& entry : shell::menuEntries()) {
+        if (screen != QLatin1String(entry.screen))
+            continue;
+        inMenu = true;
+        if (m_menu->allows(entry))
+            return true;
+    }
+    return !inMenu;
 }
 
 void frmMDI::showUpdatePanels(bool free) {

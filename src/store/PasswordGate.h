@@ -5,7 +5,9 @@
 namespace store {
 
 /// What a database file keeps of its password: "rounds$salt$key", base64, derived by PBKDF2 with SHA-256.
-QByteArray makeVerifier(const QString& password);
+/// More rounds make each try slower, for a password that guards more than a gate.
+QByteArray makeVerifier(const QString& password, int rounds = 10000);
+/// False for what is no verifier.
 bool fitsVerifier(const QByteArray& verifier, const QString& password);
 
 } // namespace store

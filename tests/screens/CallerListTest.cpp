@@ -197,11 +197,13 @@ TEST_F(ShellTest, AMissedCallBecomesAnOrderThroughPanelMenuAndKey) {
     };
     for (const auto& way : ways) {
         asked.clear();
-        QTimer::singleShot(0, &window, [] {
-            QWidget* list = QApplication::activeModalWidget();
-            ASSERT_TRUE(qobject_cast<frmVerwaltungAnruferListe*>(list));
-            QTest::keyClick(list->findChild<DataGrid*>(), Qt::Key_Return);
+        QApplication::setActiveWindow(&window);
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &window, [] {
+            if (auto* list = qobject_cast<frmVerwaltungAnruferListe*>(QApplication::activeModalWidget()))
+                QTest::keyClick(list->findChild<DataGrid*>(), Qt::Key_Return);
         });
+        watch.start(1);
         way();
         EXPECT_EQ(asked, QStringList{u"search 0447654321"_s});
         EXPECT_FALSE(QApplication::activeModalWidget());

@@ -295,12 +295,11 @@ TEST_F(ShellTest, RightsOpenTheirEntries) {
         if (c.right)
             *c.right = 0;
     }
+    SysAnmeldungBenutzer = 0;
 }
 
-TEST_F(ShellTest, WithoutALogInScreenLogInIsOff) {
+TEST_F(ShellTest, WithTheLogInOffItsWaysAreShutAndEverythingElseIsOpen) {
     start();
-    SysAnmeldungBenutzer = 1;
-    app->mainWindow().ApplyUserRights();
     EXPECT_FALSE(app->mainWindow().menuAction(u"mnEinstellungenAnmeldung"_s)->isEnabled());
     EXPECT_FALSE(find<QToolButton>("ToolBarAnmeldung")->isEnabled());
     EXPECT_TRUE(app->mainWindow().menuAction(u"mnOnlineShop"_s)->isEnabled());

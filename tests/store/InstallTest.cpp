@@ -1,6 +1,8 @@
 #include "common/RunTimeError.h"
 #include "install/Installer.h"
+#include "install/OwnerPassword.h"
 #include "install/Schema.h"
+#include "store/PasswordGate.h"
 #include "store/Recordset.h"
 #include "store/SqliteEngine.h"
 #include "store/StoreGlobals.h"
@@ -335,13 +337,40 @@ TEST(Install, theIniFileIsForItsOwnerAlone) {
     const QSettings settings(file.fileName(), QSettings::IniFormat);
     EXPECT_EQ(settings.value(u"Telefon/Leitung"_s).toString(), u"keine"_s);
     EXPECT_EQ(settings.value(u"Inhaber/Name"_s).toString(), u"Inhaber"_s);
-    // Each installation has a password of its own.
-    const QTemporaryDir other;
-    install::installDatabases(other.path());
-    const QString password = settings.value(u"Inhaber/Passwort"_s).toString();
-    EXPECT_GE(password.size(), 12);
-    EXPECT_NE(QSettings(other.filePath(u"tavolino.ini"_s), QSettings::IniFormat).value(u"Inhaber/Passwort"_s),
-              password);
+    EXPECT_FALSE(install::hasOwnerPassword(folder.path()));
+}
+
+TEST(Install, theOwnersPasswordIsKeptAsAVerifierAlone) {
+    const QTemporaryDir folder;
+    install::installDatabases(folder.path());
+    QFile file(folder.filePath(u"tavolino.ini"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    file.close();
+    const auto verifier = [&] {
+        return QSettings(file.fileName(), QSettings::IniFormat)
+            .value(u"Inhaber/Passwort"_s)
+            .toString()
+            .toLatin1();
+    };
+    EXPECT_THROW(install::setOwnerPassword(folder.path(), QString()), common::RunTimeError);
+    install::setOwnerPassword(folder.path(), u"Käse = \"gut\"; 100%"_s);
+    EXPECT_TRUE(install::hasOwnerPassword(folder.path()));
+    EXPECT_TRUE(store::fitsVerifier(verifier(), u"Käse = \"gut\"; 100%"_s));
+    const QByteArray first = verifier();
+    install::setOwnerPassword(folder.path(), u"zweites"_s);
+    EXPECT_TRUE(store::fitsVerifier(verifier(), u"zweites"_s));
+    EXPECT_FALSE(store::fitsVerifier(verifier(), u"Käse = \"gut\"; 100%"_s));
+    // Nothing else changes, and nobody else may read.
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray after = file.readAll();
+    EXPECT_FALSE(after.contains("zweites"));
+    EXPECT_EQ(after.replace(verifier(), ""), before);
+    EXPECT_EQ(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    // The same password never gives the same verifier, and each installation makes up its own.
+    EXPECT_NE(store::makeVerifier(u"zweites"_s, 10), store::makeVerifier(u"zweites"_s, 10));
+    EXPECT_NE(install::randomPassword(), install::randomPassword());
+    EXPECT_GE(install::randomPassword().size(), 12);
 }
 
 TEST(Install, aFolderThatCannotBeMadeIsToldByName) {

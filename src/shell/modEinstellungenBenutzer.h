@@ -1,0 +1,40 @@
+#pragma once
+#include <QString>
+#include <array>
+#include <optional>
+
+/// The users of the program, their rights, and the log-in.
+namespace modEinstellungenBenutzer {
+
+/// Rights in the order of the rights list: administrator, settings, customer statistics, turnover statistics,
+/// booking journal, online shop, backup.
+constexpr int kRights = 7;
+constexpr int kAdministrator = 0;
+
+struct Benutzer {
+    QString txt_Username;
+    /// Plain, as the stored data are.
+    QString txt_Passwort;
+    std::array<bool, kRights> rights{};
+};
+
+/// Query of the list: lng_ID, txt_Username.
+QString BenutzerListe();
+
+/// Nothing for a missing row.
+std::optional<Benutzer> LoadBenutzer(qint64 key);
+/// Adds a row when the key is not there. A right is stored as -1 or 0.
+void SaveBenutzer(const Benutzer& benutzer, qint64 BenutzerID);
+void DeleteBenutzer(qint64 key);
+/// True when the name is free; case does not count.
+bool FindBenutzer(const QString& name);
+
+/// Whether the two belong to a user, whose rights are then those in memory, or exactly to the owner's
+/// account, which makes an administrator and leaves the other rights as they were. Otherwise nothing changes.
+/// Users are compared as the store compares texts: case does not count.
+bool CheckLogin(const QString& name, const QString& password);
+
+/// Whether users log in, from the next start on; kept and remembered.
+void SaveAnmeldung(bool on);
+
+} // namespace modEinstellungenBenutzer

@@ -1,6 +1,7 @@
 #include "masterdata/frmProdukte.h"
 #include "common/Guard.h"
 #include "platform/ui/FieldHelpers.h"
+#include "platform/ui/ListPrinting.h"
 #include "ui_frmProdukte.h"
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,11 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
     connectGuarded(m_ui->check_Status, &QCheckBox::clicked, this, [this](bool inactive) {
         if (inactive)
             m_ui->check_InternetPreise->setChecked(false);
+    });
+    connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
+        platform::ui::printList(this->services(), u"rep_Produkte.rpt"_s, tr("Produktliste"), [this] {
+            FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText());
+        });
     });
     setUpSorting();
     setUpPictures();

@@ -2,6 +2,7 @@
 #include "common/Guard.h"
 #include "masterdata/modProdukteExtras.h"
 #include "platform/ui/FieldHelpers.h"
+#include "platform/ui/ListPrinting.h"
 #include "ui_frmProdukteExtras.h"
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,10 @@ frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget
               {14400, 7500});
     connectGuarded(m_ui->combo_Sort_Gruppe, &QComboBox::currentIndexChanged, this, [this] { FormatGrid(); });
     connectGuarded(m_ui->check_Sort_Status, &QCheckBox::toggled, this, [this] { FormatGrid(); });
+    connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
+        platform::ui::printList(this->services(), u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras"),
+                                [this] { FillArtikelZusatzStamm(dataControl().Recordset()); });
+    });
     // What leaves the offer leaves the web as well; the reverse does not hold.
     connectGuarded(m_ui->check_Status, &QCheckBox::clicked, this, [this](bool inactive) {
         if (inactive)

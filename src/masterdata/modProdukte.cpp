@@ -1,7 +1,9 @@
 #include "masterdata/modProdukte.h"
+#include "masterdata/PrintRows.h"
 #include "masterdata/modProdukteExtras.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
 
 using masterdata::PictureSize;
 using masterdata::ProduktBild;
@@ -125,6 +127,27 @@ QString ProdukteListe() {
     return u"SELECT lng_ID, lng_ProduktGruppe, txt_Kurzzeichen, txt_Produkt, txt_Stückelung, lng_Einheit, "
            u"lng_Gruppe, dbl_Preis, lng_MWSt, lng_Reihenfolge, flag_InternetPreis, flag_Status FROM "
            u"view_Verwaltung_Produkte ORDER BY lng_Reihenfolge"_s;
+}
+
+void FillArtikelStamm(store::Recordset& rows, const QString& kategorie) {
+    using store::sqlText;
+    masterdata::fillPrintTable(
+        u"ArtikelStamm"_s,
+        u"Kurzzeichen,Produkt,ProduktGruppe,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s,
+        rows, [&](int row) {
+            const auto value = [&](int column) { return rows.valueAt(row, column); };
+            return QStringList{sqlText(value(2).toText()),
+                               sqlText(value(3).toText()),
+                               sqlText(kategorie),
+                               sqlText(value(4).toText()),
+                               masterdata::sqlNumber(value(5)),
+                               sqlText(SysCurrency),
+                               masterdata::sqlNumber(value(7)),
+                               masterdata::sqlNumber(value(8)),
+                               masterdata::printedStatus(value(11)),
+                               masterdata::sqlNumber(value(6)),
+                               masterdata::printedInternet(value(10))};
+        });
 }
 
 std::vector<Eintrag> Kategorien() {

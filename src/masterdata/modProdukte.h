@@ -1,6 +1,7 @@
 #pragma once
 #include "masterdata/PriceGroups.h"
 #include "masterdata/ProductPictures.h"
+#include "store/Recordset.h"
 #include <QList>
 #include <QString>
 #include <optional>
@@ -40,6 +41,8 @@ struct Eintrag {
 
 /// Query of the list: one row a product and price group.
 QString ProdukteListe();
+/// Puts the rows of that query into the print table, under the name of the category that the list shows.
+void FillArtikelStamm(store::Recordset& rows, const QString& kategorie);
 /// Categories in their order.
 std::vector<Eintrag> Kategorien();
 /// Active extras in their order.

@@ -1,6 +1,8 @@
 #include "masterdata/modProdukteExtras.h"
+#include "masterdata/PrintRows.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
 
 using store::OpenRecordset;
 using namespace Qt::StringLiterals;
@@ -45,6 +47,21 @@ QString ExtrasListe() {
     return u"SELECT lng_ID, txt_Extra, txt_Stückelung, lng_Einheit, lng_Gruppe, dbl_Preis, lng_MWSt, "
            u"lng_Reihenfolge, flag_Internet, flag_Status FROM view_Verwaltung_ProdukteExtras ORDER BY "
            u"lng_Reihenfolge"_s;
+}
+
+void FillArtikelZusatzStamm(store::Recordset& rows) {
+    using store::sqlText;
+    masterdata::fillPrintTable(
+        u"ArtikelZusatzStamm"_s,
+        u"Bezeichnung,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s, rows,
+        [&](int row) {
+            const auto value = [&](int column) { return rows.valueAt(row, column); };
+            return QStringList{sqlText(value(1).toText()),           sqlText(value(2).toText()),
+                               masterdata::sqlNumber(value(3)),      sqlText(SysCurrency),
+                               masterdata::sqlNumber(value(5)),      masterdata::sqlNumber(value(6)),
+                               masterdata::printedStatus(value(9)),  masterdata::sqlNumber(value(4)),
+                               masterdata::printedInternet(value(8))};
+        });
 }
 
 std::optional<Extra> LoadExtra(qint64 key) {

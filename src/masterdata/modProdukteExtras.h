@@ -1,5 +1,6 @@
 #pragma once
 #include "masterdata/PriceGroups.h"
+#include "store/Recordset.h"
 #include <QString>
 #include <optional>
 
@@ -21,6 +22,8 @@ struct Extra {
 
 /// Query of the list: one row an extra and price group.
 QString ExtrasListe();
+/// Puts the rows of that query into the print table.
+void FillArtikelZusatzStamm(store::Recordset& rows);
 
 /// Nothing for a missing row.
 std::optional<Extra> LoadExtra(qint64 key);

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/ReportControl.h"
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -11,6 +12,12 @@ enum BoxStyle : int { kOk = 0, kYesNo = 4, kRetryCancel = 5, kStop = 16, kInform
 /// Answers of the message boxes.
 enum BoxAnswer : int { kAnswerOk = 1, kAnswerCancel = 2, kAnswerRetry = 4, kAnswerYes = 6, kAnswerNo = 7 };
 
+/// A printer, and how its paper lies (ReportControl::Orientation).
+struct PrinterChoice {
+    Printer printer;
+    int orientation = ReportControl::kPortrait;
+};
+
 /// The only way to a modal dialog, so that a test answers it and reads what was said.
 class Dialogs {
   public:
@@ -20,6 +27,16 @@ class Dialogs {
     /// "" when cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title = {},
                              const QString& preset = {}) = 0;
+
+    /// Nothing when cancelled, as where there is no such dialog.
+    virtual std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice&) { return {}; }
+
+    /// Path of the file to write, "" when cancelled; whether an existing one is replaced has been asked by
+    /// then. `name` and `suffix` ("pdf") make the suggestion.
+    virtual QString SaveFile(const QString& /*title*/, const QString& /*name*/, const QString& /*suffix*/) {
+        return {};
+    }
+
     /// Path of an existing file that the user picks; "" when cancelled. `filter` as in "Images (*.gif
     /// *.jpg)".
     virtual QString OpenFile(const QString& title, const QString& filter) = 0;

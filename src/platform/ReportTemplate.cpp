@@ -1,4 +1,6 @@
 #include "platform/ReportTemplate.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
 #include "common/RunTimeError.h"
 #include <QFile>
 #include <QFileInfo>
@@ -38,6 +40,12 @@ QString withoutTrailingZeros(const QString& value) {
     return match.hasMatch() ? match.captured(1) + match.captured(2) : value;
 }
 
+/// The lists' tables hold numbers, the slip's formed texts.
+QString asAmount(const QString& value) {
+    const auto number = common::parseNumber(value);
+    return number ? common::formatNumber(*number, u"#,##0.00") : value;
+}
+
 /// An empty text is "false", so that a column can be asked for as a section.
 mustache::data valueOf(const QString& text) {
     return text.isEmpty() ? mustache::data(false) : mustache::data(text.toStdString());
@@ -48,6 +56,7 @@ mustache::object objectOf(const ReportData::Row& row) {
     for (const auto& [column, text] : row) {
         object[column.toStdString()] = valueOf(text);
         object[(column + u'?').toStdString()] = mustache::data(!isEmptyOrZero(text));
+        object[(column + u":betrag"_s).toStdString()] = valueOf(asAmount(text));
         object[(column + u":kurz"_s).toStdString()] = valueOf(withoutTrailingZeros(text));
     }
     return object;
@@ -88,7 +97,9 @@ QString filled(const QString& text, const mustache::data& context) {
 QString filledLine(const QString& text, const mustache::data& context) {
     mustache::mustache tags(text.toStdString());
     tags.set_custom_escape([](const std::string& value) { return value; });
-    return QString::fromStdString(tags.render(context)).simplified();
+    return QString::fromStdString(tags.render(context))
+        .replace(u"{Heute}"_s, common::formatDate(common::clock::now(), u"DD/MM/YYYY"))
+        .simplified();
 }
 
 QString metaOf(const QString& html, const QString& name) {

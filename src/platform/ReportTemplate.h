@@ -22,7 +22,7 @@ struct ReportPage {
     QSizeF size;
     QMarginsF margins;
     /// One line above and below the text on every page, left, middle and right divided by "|". "{Seite}" and
-    /// "{Seiten}" stand for the number of the page and of all pages.
+    /// "{Seiten}" stand for the number of the page and of all pages, "{Heute}" for the date.
     QString header;
     QString footer;
 
@@ -55,6 +55,7 @@ struct FilledReport {
 ///     {{#Column}} … {{/Column}}      only if the column is not empty, {{^Column}} only if it is
 ///     {{#Column?}} … {{/Column?}}    only if it is neither empty nor zero
 ///     {{Column:kurz}}                a number without zeros at the end of its decimals: "2.00" is "2"
+///     {{Column:betrag}}              a number with two decimals and thousands marks: "1234.5" is "1'234.50"
 ///     {{Table:erste.Column}}         the first value of the column that is not empty, usable anywhere
 class ReportTemplate {
   public:

@@ -53,6 +53,18 @@ QString TestDialogs::OpenFile(const QString&, const QString&) {
     return m_files.dequeue();
 }
 
+std::optional<platform::PrinterChoice> TestDialogs::ChoosePrinter(const platform::PrinterChoice& current) {
+    primed.append(current);
+    if (cancelPrinter)
+        return {};
+    return chosenPrinter.value_or(current);
+}
+
+QString TestDialogs::SaveFile(const QString&, const QString& name, const QString& suffix) {
+    suggested.append(name + u'.' + suffix);
+    return savePath;
+}
+
 void TestDialogs::answer(int boxAnswer, std::function<void()> before) {
     m_answers.enqueue({boxAnswer, std::move(before)});
 }

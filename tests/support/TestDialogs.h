@@ -21,6 +21,10 @@ class TestDialogs : public platform::Dialogs {
 
     int MsgBox(const QString& text, int style = platform::kOk, const QString& title = {}) override;
     QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
+    /// Takes the suggestion over, or `chosenPrinter` where a test set it; cancels while `cancelPrinter`.
+    std::optional<platform::PrinterChoice> ChoosePrinter(const platform::PrinterChoice& current) override;
+    /// Gives `savePath`.
+    QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
     QString OpenFile(const QString& title, const QString& filter) override;
 
     /// Queues the answer of the next unanswered message box; `before` runs while the box stands open.
@@ -35,6 +39,11 @@ class TestDialogs : public platform::Dialogs {
     QList<Said> said;
     /// Questions (more than an OK button) without a queued answer.
     int unexpected = 0;
+    QList<platform::PrinterChoice> primed; ///< what the printer dialogs opened with
+    std::optional<platform::PrinterChoice> chosenPrinter;
+    bool cancelPrinter = false;
+    QStringList suggested; ///< file names that were suggested for saving
+    QString savePath;
 
   private:
     struct Answer {

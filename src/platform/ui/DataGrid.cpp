@@ -32,6 +32,10 @@ void DataGrid::formatColumns(std::vector<DataColumn> columns) {
     m_model->setColumns(std::move(columns));
 }
 
+const std::vector<DataColumn>& DataGrid::columns() const {
+    return m_model->columns();
+}
+
 void DataGrid::stretchColumn(int column) {
     if (column == m_stretched)
         return;

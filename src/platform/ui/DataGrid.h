@@ -30,6 +30,7 @@ class DataGrid : public QTableView {
     /// The control stays the caller's; without it the grid is empty.
     void setDataControl(DataControl& control);
     void formatColumns(std::vector<DataColumn> columns);
+    const std::vector<DataColumn>& columns() const;
     /// Lets the column take what width is left over.
     void stretchColumn(int column);
     void setEmptyText(const QString& text);

@@ -2,6 +2,7 @@
 #include "common/Guard.h"
 #include "platform/ui/FieldHelpers.h"
 #include "platform/ui/GridColors.h"
+#include "platform/ui/SheetExport.h"
 #include "store/StoreGlobals.h"
 #include <QAbstractButton>
 #include <QLineEdit>
@@ -34,6 +35,7 @@ void MasterDataForm::setUpForm(const Controls& controls, QSize twips) {
     connectGuarded(controls.cmdDelete, &QAbstractButton::clicked, this, [this] { remove(); });
     connectGuarded(controls.cmdClose, &QAbstractButton::clicked, this, [this] { close(); });
     controls.cmdDelete->setEnabled(false);
+    offerSheetExport(*controls.grid, m_services.dialogs, windowTitle().section(QStringLiteral(": "), -1));
     enterChain(controls.enterChain);
     for (QLineEdit* field : findChildren<QLineEdit*>())
         selectAllOnFocus(*field);

@@ -1,5 +1,6 @@
 #include "platform/ui/PreviewWindow.h"
 #include "common/Guard.h"
+#include "common/RunTimeError.h"
 #include "platform/ui/ReportPrinting.h"
 #include <QAction>
 #include <QGraphicsView>
@@ -46,6 +47,7 @@ void PreviewWindow::addActions() {
     m_bar->setContextMenuPolicy(Qt::PreventContextMenu);
     using K = QKeySequence;
     addAction("cmdPrint", tr("&Drucken"), {K(Qt::CTRL | Qt::Key_P)}, &PreviewWindow::printReport);
+    addAction("cmdSavePdf", tr("Als &PDF speichern"), {K(QKeySequence::Save)}, &PreviewWindow::savePdf);
     m_bar->addSeparator();
     addAction("cmdZoomIn", tr("&Vergrössern"), {K(Qt::CTRL | Qt::Key_Plus), K(Qt::Key_Plus)},
               &PreviewWindow::zoomIn);
@@ -90,6 +92,18 @@ void PreviewWindow::startSize() {
 
 void PreviewWindow::printReport() {
     printOn(m_printerName, m_report, m_dialogs);
+}
+
+void PreviewWindow::savePdf() {
+    const QString title = tr("Als PDF speichern");
+    const QString path = m_dialogs.SaveFile(title, m_report.title(), u"pdf"_s);
+    if (path.isEmpty())
+        return;
+    try {
+        saveAsPdf(m_report, path);
+    } catch (const common::RunTimeError& error) {
+        m_dialogs.MsgBox(error.sentence(), kOk + kStop, title);
+    }
 }
 
 void PreviewWindow::zoomIn() {

@@ -29,6 +29,7 @@ class PreviewWindow : public QMainWindow {
                        void (PreviewWindow::*slot)());
     void startSize();
     void printReport();
+    void savePdf();
     void zoomIn();
     void zoomOut();
     void fitPage();

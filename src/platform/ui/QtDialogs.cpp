@@ -1,10 +1,15 @@
 #include "platform/ui/QtDialogs.h"
 #include "common/Guard.h"
+#include "platform/PrinterState.h"
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
+#include <QStandardPaths>
 
 namespace platform::ui {
 namespace {
@@ -85,6 +90,34 @@ QString QtDialogs::OpenFile(const QString& title, const QString& filter) {
     QFileDialog box(QApplication::activeWindow(), title, QString(), filter);
     box.setFileMode(QFileDialog::ExistingFile);
     return execModal(box) == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
+}
+
+std::optional<PrinterChoice> QtDialogs::ChoosePrinter(const PrinterChoice& current) {
+    QPrinter printer(QPrinter::HighResolution);
+    if (!current.printer.DeviceName.isEmpty())
+        printer.setPrinterName(current.printer.DeviceName);
+    printer.setPageOrientation(current.orientation == ReportControl::kLandscape ? QPageLayout::Landscape
+                                                                                : QPageLayout::Portrait);
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    dialog.setWindowTitle(tr("Drucker"));
+    if (execModal(dialog) != QDialog::Accepted)
+        return {};
+    const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
+    const int orientation = landscape ? ReportControl::kLandscape : ReportControl::kPortrait;
+    const QString name = printer.printerName();
+    if (name == current.printer.DeviceName)
+        return PrinterChoice{current.printer, orientation};
+    return PrinterChoice{{name, current.printer.DriverName, printerPort(name)}, orientation};
+}
+
+QString QtDialogs::SaveFile(const QString& title, const QString& name, const QString& suffix) {
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    QFileDialog dialog(QApplication::activeWindow(), title, folder.path(),
+                       QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(name + QLatin1Char('.') + suffix);
+    return execModal(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 int execModal(QDialog& dialog) {

@@ -1,0 +1,20 @@
+#pragma once
+#include "store/Recordset.h"
+#include <QStringList>
+#include <functional>
+
+namespace masterdata {
+
+/// Empties a table of the print database and adds a row for each row of a list, in one transaction. `columns`
+/// are the table's columns, divided by commas; `values` gives the literals of a row, counted from 0.
+void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
+                    const std::function<QStringList(int row)>& values);
+
+/// A number as literal, null as Null.
+QString sqlNumber(const common::Value& number);
+
+/// What the lists show for their two flags, as text literals.
+QString printedInternet(const common::Value& flag);
+QString printedStatus(const common::Value& inactive);
+
+} // namespace masterdata

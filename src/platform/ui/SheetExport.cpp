@@ -1,0 +1,131 @@
+#include "platform/ui/SheetExport.h"
+#include "common/Guard.h"
+#include "common/RunTimeError.h"
+#include "platform/Dialogs.h"
+#include "platform/ui/DataGrid.h"
+#include "platform/ui/GridColors.h"
+#include <QAction>
+#include <QFile>
+#include <QFileInfo>
+#include <QMenu>
+#include <xlsxwriter.h>
+
+using namespace Qt::StringLiterals;
+
+namespace platform::ui {
+namespace {
+
+/// What one cell of a sheet can hold.
+constexpr int kLongestText = 32767;
+
+class Sheet {
+  public:
+    explicit Sheet(const QString& path) :
+        m_path(path), m_book(workbook_new(QFile::encodeName(path).constData())) {
+        if (!m_book)
+            fail(u"workbook_new"_s);
+        m_sheet = workbook_add_worksheet(m_book, nullptr);
+        worksheet_freeze_panes(m_sheet, 1, 0);
+    }
+
+    ~Sheet() {
+        if (m_book)
+            workbook_close(m_book);
+    }
+
+    Sheet(const Sheet&) = delete;
+    Sheet& operator=(const Sheet&) = delete;
+
+    /// The file is written here and not earlier.
+    void close() { check(workbook_close(std::exchange(m_book, nullptr))); }
+
+    void addColumn(lxw_col_t column, const DataColumn& form, const DataGrid& grid, int source) {
+        constexpr double kPixelsOfADigit = 7;
+        lxw_format* heading = formatOf(form, false);
+        format_set_bold(heading);
+        format_set_bottom(heading, LXW_BORDER_THIN);
+        lxw_format* cells = formatOf(form, true);
+        worksheet_set_column(m_sheet, column, column, twipsToPixels(form.twips) / kPixelsOfADigit, nullptr);
+        check(worksheet_write_string(m_sheet, 0, column, form.heading.toUtf8().constData(), heading));
+        for (int row = 0; row < grid.rowCount(); ++row)
+            check(write(lxw_row_t(row + 1), column, grid.value(row, source), cells));
+    }
+
+  private:
+    /// The lists' number and date forms are the sheets' own.
+    lxw_format* formatOf(const DataColumn& form, bool ofCells) {
+        lxw_format* format = workbook_add_format(m_book);
+        if (form.alignment & Qt::AlignRight)
+            format_set_align(format, LXW_ALIGN_RIGHT);
+        else if (form.alignment & Qt::AlignHCenter)
+            format_set_align(format, LXW_ALIGN_CENTER);
+        if (ofCells && !form.format.isEmpty())
+            format_set_num_format(format, form.format.toUtf8().constData());
+        return format;
+    }
+
+    lxw_error write(lxw_row_t row, lxw_col_t column, const common::Value& value, lxw_format* format) {
+        if (value.isNull())
+            return LXW_NO_ERROR;
+        if (value.isDate())
+            return worksheet_write_number(m_sheet, row, column, value.toSerial(), format);
+        if (value.isInteger() || value.isDouble())
+            return worksheet_write_number(m_sheet, row, column, value.toDouble(), format);
+        return worksheet_write_string(m_sheet, row, column,
+                                      value.toText().left(kLongestText).toUtf8().constData(), format);
+    }
+
+    void check(lxw_error error) const {
+        if (error != LXW_NO_ERROR)
+            fail(QString::fromUtf8(lxw_strerror(error)));
+    }
+
+    [[noreturn]] void fail(const QString& why) const {
+        throw common::RunTimeError(
+            common::kPlatformFailure,
+            u"Die Datei \"%1\" lässt sich nicht schreiben."_s.arg(QFileInfo(m_path).fileName()),
+            m_path + u": "_s + why);
+    }
+
+    QString m_path;
+    lxw_workbook* m_book;
+    lxw_worksheet* m_sheet = nullptr;
+};
+
+void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
+    const QString title = DataGrid::tr("Als Tabelle speichern");
+    const QString path = dialogs.SaveFile(title, name, u"xlsx"_s);
+    if (path.isEmpty())
+        return;
+    try {
+        saveAsXlsx(grid, path);
+    } catch (const common::RunTimeError& error) {
+        dialogs.MsgBox(error.sentence(), kOk + kStop, title);
+    }
+}
+
+} // namespace
+
+void saveAsXlsx(const DataGrid& grid, const QString& path) {
+    Sheet sheet(path);
+    lxw_col_t column = 0;
+    for (int source = 0; source < int(grid.columns().size()); ++source)
+        if (!grid.isColumnHidden(source))
+            sheet.addColumn(column++, grid.columns()[size_t(source)], grid, source);
+    sheet.close();
+}
+
+void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name) {
+    common::connectGuarded(
+        &grid, &DataGrid::rowContextMenu, &grid, [&grid, &dialogs, name](int, const QPoint& position) {
+            auto* menu = new QMenu(&grid);
+            menu->setAttribute(Qt::WA_DeleteOnClose);
+            QAction* action = menu->addAction(DataGrid::tr("Als &Tabelle speichern …"));
+            action->setObjectName(u"mnExport"_s);
+            common::connectGuarded(action, &QAction::triggered, &grid,
+                                   [&grid, &dialogs, name] { exportSheet(grid, dialogs, name); });
+            menu->popup(position);
+        });
+}
+
+} // namespace platform::ui

@@ -1,0 +1,159 @@
+// Lists on paper and as spreadsheets.
+#include "MasterDataTest.h"
+#include "common/RunTimeError.h"
+#include "masterdata/frmProdukte.h"
+#include "masterdata/frmProdukteExtras.h"
+#include "platform/ui/PreviewWindow.h"
+#include "platform/ui/QtReportControl.h"
+#include "platform/ui/SheetExport.h"
+#include "store/SystemSettings.h"
+#include "support/CupsServer.h"
+#include <QAction>
+#include <QDir>
+#include <QMenu>
+#include <QProcess>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using test::TestFirm;
+
+namespace {
+
+/// The installed report file over the firm's print database.
+QString pdfOf(const QString& reportFile, const QTemporaryDir& folder) {
+    const platform::ReportTemplate report(QStringLiteral(TAVOLINO_SOURCE_DIR) + u"/reports/"_s + reportFile);
+    const QString path = folder.filePath(u"list.pdf"_s);
+    platform::saveAsPdf(
+        platform::ReportDocument(report.fill(platform::readPrintTables(PfadPrintDB, report.sections()))),
+        path);
+    return path;
+}
+
+QString unzipped(const QString& file, const QString& part) {
+    QProcess unzip;
+    unzip.start(u"unzip"_s, {u"-p"_s, file, part});
+    unzip.waitForFinished();
+    return QString::fromUtf8(unzip.readAllStandardOutput());
+}
+
+class ProductListTest : public test::MasterDataTest<frmProdukte> {
+  protected:
+    QTemporaryDir folder;
+};
+
+using ExtrasListTest = test::MasterDataTest<frmProdukteExtras>;
+
+} // namespace
+
+TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
+    printers.current = {u"Kasse"_s, u"PS"_s, u"socket"_s};
+    dialogs.chosenPrinter = platform::PrinterChoice{{u"Büro"_s, {}, {}}, platform::ReportControl::kLandscape};
+    ConnMain.Execute(
+        u"UPDATE tbl_Verwaltung_Produkte SET txt_Produkt = 'Zuppa ''Nonna''' WHERE lng_ID = 2"_s);
+    ConnMain.Execute(
+        u"UPDATE tbl_Verwaltung_Produkte_Preise SET dbl_Preis = 1234.5 WHERE lng_ProduktID = 2"_s);
+    choose(u"combo_Sort_Gruppe", u"2"_s);
+    choose(u"combo_Sort_Gruppe", u"1"_s);
+    ASSERT_GT(grid()->rowCount(), 0);
+    click(u"DruckerCommand");
+    ASSERT_EQ(dialogs.primed.size(), 1);
+    EXPECT_EQ(dialogs.primed.first().printer.DeviceName, u"Kasse"_s);
+    EXPECT_EQ(TestFirm::value(u"SELECT Count(*) AS N FROM ArtikelStamm"_s, ConnPrint).toInt(),
+              grid()->rowCount());
+    ASSERT_EQ(reports.runs.size(), 1);
+    EXPECT_TRUE(reports.runs.first().file.endsWith(u"\\Reports\\rep_Produkte.rpt"_s));
+    EXPECT_EQ(reports.runs.first().printer, u"Büro"_s);
+    EXPECT_EQ(reports.runs.first().destination, int(platform::ReportControl::kToWindow));
+    EXPECT_EQ(reports.windowState, int(platform::ReportControl::kMaximized));
+    EXPECT_EQ(reports.orientation, int(platform::ReportControl::kLandscape));
+
+    const QString text = test::pdfText(pdfOf(u"rep_Produkte.rpt"_s, folder)).simplified();
+    for (int row = 0; row < grid()->rowCount(); ++row)
+        EXPECT_TRUE(text.contains(grid()->text(row, 3))) << grid()->text(row, 3).toStdString();
+    EXPECT_TRUE(text.contains(u"1'234.50"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"15/05/2026"_s));
+    EXPECT_TRUE(text.contains(u"Seite 1 von 1"_s));
+
+    dialogs.cancelPrinter = true;
+    click(u"DruckerCommand");
+    EXPECT_EQ(reports.runs.size(), 1);
+}
+
+TEST_F(ProductListTest, ALongListBearsItsHeadingsOnEveryPage) {
+    for (int i = 0; i < 150; ++i)
+        ConnPrint.Execute(
+            u"INSERT INTO ArtikelStamm(Kurzzeichen, Produkt, Preis) VALUES('k%1', 'Nr. %1', %1)"_s.arg(i));
+    const QString text = test::pdfText(pdfOf(u"rep_Produkte.rpt"_s, folder));
+    const auto pages = text.count(u'\f');
+    EXPECT_GT(pages, 1);
+    EXPECT_EQ(text.count(u"Stückelung"_s), pages);
+    EXPECT_TRUE(text.contains(u"Seite %1 von %1"_s.arg(pages)));
+    EXPECT_EQ(text.count(u"Nr. "_s), 150);
+}
+
+TEST_F(ProductListTest, ThePreviewSavesAPdf) {
+    QDir().mkpath(firm.folder() + u"/Reports"_s);
+    QFile::copy(QStringLiteral(TAVOLINO_SOURCE_DIR) + u"/reports/rep_Kundenliste.rpt"_s,
+                firm.folder() + u"/Reports/rep_Kundenliste.rpt"_s);
+    ConnPrint.Execute(u"INSERT INTO KundenStamm(KundenNr, Namen, Ort, Telefon) VALUES(7, 'Meier', 'Zürich', "
+                      u"'0791234567')"_s);
+    platform::QtReportControl control(dialogs);
+    control.ReportFileName = store::appPath() + u"\\Reports\\rep_Kundenliste.rpt"_s;
+    control.DataFile = PfadPrintDB;
+    control.WindowTitle = u"Kundenliste"_s;
+    control.destination = platform::ReportControl::kToWindow;
+    control.PrintReport();
+    platform::PreviewWindow* preview = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* found = qobject_cast<platform::PreviewWindow*>(window))
+            preview = found;
+    ASSERT_TRUE(preview);
+    auto* save = preview->findChild<QAction*>(u"cmdSavePdf"_s);
+    save->trigger(); // cancelled
+    dialogs.savePath = folder.filePath(u"no/such/folder.pdf"_s);
+    save->trigger();
+    EXPECT_TRUE(dialogs.last().text.contains(u"lässt sich nicht schreiben"_s));
+    dialogs.savePath = folder.filePath(u"Kunden.pdf"_s);
+    save->trigger();
+    EXPECT_EQ(dialogs.suggested.last(), u"Kundenliste.pdf"_s);
+    const QString text = test::pdfText(dialogs.savePath);
+    EXPECT_TRUE(text.contains(u"Meier"_s));
+    EXPECT_TRUE(text.contains(u"0791234567"_s)) << text.toStdString();
+    delete preview;
+}
+
+TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
+    dialogs.savePath = folder.filePath(u"Produkte.xlsx"_s);
+    Q_EMIT grid()->rowContextMenu(0, grid()->mapToGlobal(QPoint(5, 5)));
+    auto* menu = grid()->findChild<QMenu*>();
+    ASSERT_TRUE(menu);
+    menu->actions().first()->trigger();
+    menu->close();
+    EXPECT_TRUE(said().isEmpty());
+    ASSERT_TRUE(QFile::exists(dialogs.savePath));
+    const QString strings = unzipped(dialogs.savePath, u"xl/sharedStrings.xml"_s);
+    const QString sheet = unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s);
+    EXPECT_EQ(sheet.count(u"<row "_s), grid()->rowCount() + 1);
+    EXPECT_TRUE(strings.contains(u"Kurzzeichen"_s)) << strings.toStdString();
+    for (int row = 0; row < grid()->rowCount(); ++row) {
+        EXPECT_TRUE(strings.contains(grid()->text(row, 3).toHtmlEscaped()));
+        // A price is a number and not a text.
+        EXPECT_TRUE(sheet.contains(u"<v>"_s + grid()->text(row, 7) + u"</v>"_s)) << sheet.toStdString();
+    }
+    EXPECT_TRUE(
+        unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
+    EXPECT_THROW(platform::ui::saveAsXlsx(*grid(), folder.filePath(u"no/such/list.xlsx"_s)),
+                 common::RunTimeError);
+}
+
+TEST_F(ExtrasListTest, PrintsItsRows) {
+    click(u"DruckerCommand");
+    ASSERT_EQ(reports.runs.size(), 1);
+    EXPECT_TRUE(reports.runs.first().file.endsWith(u"\\Reports\\rep_ProdukteExtras.rpt"_s));
+    const QTemporaryDir folder;
+    const QString text = test::pdfText(pdfOf(u"rep_ProdukteExtras.rpt"_s, folder)).simplified();
+    ASSERT_GT(grid()->rowCount(), 0);
+    for (int row = 0; row < grid()->rowCount(); ++row)
+        EXPECT_TRUE(text.contains(grid()->text(row, 1))) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"1.50 CHF"_s)) << text.toStdString();
+}

@@ -73,6 +73,11 @@ class QuietPhoneBook : public telephony::PhoneBook {
     std::optional<modVerwaltungTelefonbuch::PhoneBookEntry> FindPhoneBookEntry(const QString&) override {
         return std::nullopt;
     }
+
+    std::optional<modVerwaltungTelefonbuch::PhoneBookEntry>
+    SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery&) override {
+        return std::nullopt;
+    }
 };
 
 struct QuietServices {

@@ -4,6 +4,7 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
 #include "platform/ui/FieldHelpers.h"
+#include "platform/ui/ListPrinting.h"
 #include "ui_frmVerwaltungKunden.h"
 
 using namespace modVerwaltungKunden;
@@ -79,6 +80,10 @@ void frmVerwaltungKunden::setUpButtons() {
     onClick(m_ui->cmdSearch, [this] { cmdSearch_Click(); });
     onClick(m_ui->cmdSearchPhoneBook, [this] { cmdSearchPhoneBook_Click(); });
     onClick(m_ui->cmdAuftragserfassung, [this] { cmdAuftragserfassung_Click(); });
+    onClick(m_ui->DruckerCommand, [this] {
+        platform::ui::printList(services(), u"rep_Kundenliste.rpt"_s, tr("Kundenliste"),
+                                [this] { FillKundenStamm(dataControl().Recordset()); });
+    });
     onClick(m_ui->cmdNext, [this] { moveTo(position() + 1); });
     onClick(m_ui->cmdPrevious, [this] { moveTo(position() - 1); });
 }

@@ -2,6 +2,7 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/modFunctions.h"
+#include "masterdata/PrintRows.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 
@@ -208,6 +209,18 @@ bool CanDeleteKunde(qint64 key) {
 
 void DeleteKunde(qint64 key) {
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Kunden WHERE lng_ID = "_s + QString::number(key));
+}
+
+void FillKundenStamm(store::Recordset& rows) {
+    masterdata::fillPrintTable(u"KundenStamm"_s,
+                               u"KundenNummer,KundenNr,Anrede,Namen,Vorname,Strasse,Plz,Ort,Telefon,Natel"_s,
+                               rows, [&](int row) {
+                                   const QString number = masterdata::sqlNumber(rows.valueAt(row, 0));
+                                   QStringList values{number, number};
+                                   for (const int column : {1, 2, 3, 4, 6, 7, 8, 9})
+                                       values << store::sqlText(rows.valueAt(row, column).toText());
+                                   return values;
+                               });
 }
 
 } // namespace modVerwaltungKunden

@@ -1,5 +1,6 @@
 #pragma once
 #include "common/Value.h"
+#include "store/Recordset.h"
 #include <QString>
 #include <optional>
 
@@ -35,6 +36,8 @@ qint64 SaveKunde(const Kunde& kunde, qint64 key);
 /// False as long as a booking or a pre-order refers to the customer.
 bool CanDeleteKunde(qint64 key);
 void DeleteKunde(qint64 key);
+/// Puts the rows of a list query into the customer list's table of the print database.
+void FillKundenStamm(store::Recordset& rows);
 
 qint64 GetTotalKunden();
 /// By the numeric twins of telephone and mobile number, so a leading zero does not count.

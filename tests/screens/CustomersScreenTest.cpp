@@ -304,6 +304,20 @@ TEST_F(CustomersScreenTest, DeletesOnlyWhomNoOrderKnowsAndOnlyAfterYes) {
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Kunden"_s), 2);
 }
 
+TEST_F(CustomersScreenTest, PrintsTheRowsOnShow) {
+    put(u"txt_Ort", u"Zürich"_s);
+    click(u"cmdSearch");
+    click(u"DruckerCommand");
+    const auto printed = [](const char16_t* column) {
+        return TestFirm::value(
+            u"SELECT "_s + QString::fromUtf16(column) + u" FROM KundenStamm WHERE KundenNr = 1"_s, ConnPrint);
+    };
+    EXPECT_EQ(TestFirm::value(u"SELECT Count(*) AS N FROM KundenStamm"_s, ConnPrint), u"2"_s);
+    EXPECT_EQ(printed(u"Anrede") + u'|' + printed(u"Namen") + u'|' + printed(u"Plz") + u'|' +
+                  printed(u"Telefon"),
+              u"Muster AG|Meier|8000|0791234567"_s);
+}
+
 TEST_F(CustomersScreenTest, HandsACustomerOverAndIsHandedOne) {
     click(u"cmdAuftragserfassung");
     EXPECT_EQ(navigation.shown, QStringList{u"frmAuftragswesenAuftragserfassung"_s});

@@ -58,6 +58,9 @@ void ScreenManager::closeAll() {
             window->close();
             window->deleteLater();
         }
+    for (const QPointer<QWidget>& floating : std::as_const(m_floating))
+        if (floating)
+            floating->close();
 }
 
 void ScreenManager::runModal(const ScreenEntry& entry) {

@@ -7,6 +7,8 @@ namespace shell {
 
 ScreenManager::ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QObject* parent) :
     QObject(parent), m_room(room), m_registry(registry) {
+    // A screen of fixed size stays what it is above a maximised one.
+    m_room.setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
 }
 
 void ScreenManager::show(const QString& screen) {

@@ -42,6 +42,7 @@ TEST_F(MasterDataWindowsTest, ProductsWaitForACategory) {
 
 TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
     frmMDI& window = start();
+    window.showNormal();
     window.resize(1366, 740);
     ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe, lng_Reihenfolge) "
                      u"VALUES('Pizza', 1)"_s);

@@ -43,9 +43,12 @@ TEST_F(MasterDataWindowsTest, ProductsWaitForACategory) {
 TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
     frmMDI& window = start();
     window.showNormal();
-    window.resize(1366, 740);
-    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe, lng_Reihenfolge) "
-                     u"VALUES('Pizza', 1)"_s);
+    window.resize(1366, 738);
+    // A long name must not stretch a screen.
+    for (const auto& sql :
+         {u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe) VALUES('%1')"_s,
+          u"INSERT INTO tbl_Verwaltung_ProdukteExtras(txt_Extra) VALUES('%1')"_s})
+        ConnMain.Execute(sql.arg(QString(5000, u'x')));
     for (const char* entry : {"mnVerwaltungProduktGruppe", "mnVerwaltungProdukte",
                               "mnVerwaltungProdukteExtras", "mnVerwaltungKurier"}) {
         choose(entry);

@@ -39,6 +39,9 @@ class MasterDataForm : public QWidget {
     /// screen adds its fields, and the focus where it belongs.
     virtual void CleanMask();
 
+    /// The fixed size, which a window around the screen takes.
+    QSize sizeHint() const override { return minimumSize(); }
+
   protected:
     struct Controls {
         DataGrid* grid;

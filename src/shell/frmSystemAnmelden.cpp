@@ -65,6 +65,6 @@ void frmSystemAnmelden::cmdEnd_Click() {
 
 void frmSystemAnmelden::endProgram() {
     m_services.navigation.endProgram();
-    // Where the process is still there, the log-in is over all the same.
-    done(Rejected);
+    // Where the process is still there, the log-in is over all the same; the databases are closed by then.
+    QDialog::done(Rejected);
 }

@@ -42,14 +42,20 @@ QWidget* ScreenManager::open(const QString& screen) const {
 void ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry) {
     // A window of its own would be given the keys by some window managers, whatever it asks for.
     QPointer<QWidget>& floating = m_floating[screen];
-    if (!floating)
+    if (!floating) {
         floating = entry.create(m_room.window());
+        m_room.window()->installEventFilter(this);
+    }
     if (floating->isHidden()) {
         floating->adjustSize();
-        floating->move(m_room.window()->rect().center() - floating->rect().center());
+        centre(*floating);
     }
     floating->show();
     floating->raise();
+}
+
+void ScreenManager::centre(QWidget& floating) {
+    floating.move(m_room.window()->rect().center() - floating.rect().center());
 }
 
 void ScreenManager::closeAll() {
@@ -98,6 +104,11 @@ void ScreenManager::place(QMdiSubWindow& window, bool maximised) {
 }
 
 bool ScreenManager::eventFilter(QObject* watched, QEvent* event) {
+    // The main window may get its size only after the first alarm, and it may shrink.
+    if (watched == m_room.window() && event->type() == QEvent::Resize)
+        for (const QPointer<QWidget>& floating : std::as_const(m_floating))
+            if (floating)
+                centre(*floating);
     // A screen closes itself; its frame goes with it.
     auto* screen = qobject_cast<QWidget*>(watched);
     if (screen && event->type() == QEvent::Close && event->isAccepted())

@@ -40,6 +40,7 @@ class ScreenManager : public QObject {
     QMdiSubWindow* create(const QString& screen, const ScreenEntry& entry);
     void place(QMdiSubWindow& window, bool maximised);
     void showFloating(const QString& screen, const ScreenEntry& entry);
+    void centre(QWidget& floating);
 
     QMdiArea& m_room;
     const ScreenRegistry& m_registry;

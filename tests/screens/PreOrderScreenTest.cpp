@@ -198,6 +198,12 @@ TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
     EXPECT_EQ(alarm()->findChild<QPushButton*>(u"txt_AuftragsNr"_s)->text(), u"1"_s);
     EXPECT_EQ(QApplication::focusWidget(), number);
     EXPECT_EQ(QApplication::activeWindow(), &app->mainWindow());
+    for (const QSize& size : {QSize(1366, 768), QSize(1000, 700)}) {
+        app->mainWindow().showNormal();
+        app->mainWindow().resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(app->mainWindow().rect().contains(alarm()->geometry())) << size.width();
+    }
     type("12");
     EXPECT_EQ(number->text(), u"07912"_s);
     // The mouse closes it without taking the keys either.

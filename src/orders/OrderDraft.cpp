@@ -1,6 +1,7 @@
 #include "orders/OrderDraft.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
 #include <QFile>
 #include <QJsonArray>
@@ -105,7 +106,26 @@ QString headText(const QJsonObject& draft, DetailCell cell) {
     return draft[u"kopf"_s].toArray()[cell.row].toArray()[cell.column].toString();
 }
 
-/// Whether the same order stands booked: its customer, its minute, its number of lines and its total.
+constexpr const OrderTables& (*kStores[])() = {BookedOrders, PreOrders};
+
+/// Whether the tables hold an order of the customer at that minute with so many lines and that total.
+bool stands(const OrderTables& tables, qint64 customer, double day, double time, int lines, double total) {
+    const store::OpenRecordset heads(
+        RsMain,
+        u"SELECT lng_BestellDatum, time_BestellZeit, dbl_TotalMitMWSt, (SELECT Count(*) FROM %1 AS d WHERE "
+        u"d.lng_TrxNrMaster = m.lng_TrxNr) AS Zeilen FROM %2 AS m WHERE lng_KundenID = %3"_s.arg(
+            tables.details, tables.master, QString::number(customer)),
+        ConnMain);
+    for (; !heads->Eof(); heads->MoveNext())
+        if (heads->Fields(u"lng_BestellDatum").toDouble() == day &&
+            std::abs(heads->Fields(u"time_BestellZeit").toDouble() - time) < 1e-6 &&
+            heads->Fields(u"Zeilen").toLong() == lines &&
+            std::abs(heads->Fields(u"dbl_TotalMitMWSt").toDouble() - total) < 0.001)
+            return true;
+    return false;
+}
+
+/// Whether the same order stands booked or as a pre-order: its customer, its minute, its lines and its total.
 bool isBooked(const QJsonObject& draft) {
     const std::optional<double> day = common::parseDate(headText(draft, Detail::Datum));
     const std::optional<double> time = common::parseDate(headText(draft, Detail::Bestellzeit));
@@ -118,20 +138,9 @@ bool isBooked(const QJsonObject& draft) {
         total += line[Col::Preis].toDouble() - line[Col::Rabatt].toDouble();
         lines += line[Col::Bezeichnung].toString().isEmpty() ? 0 : 1;
     }
-    const store::OpenRecordset heads(
-        RsMain,
-        u"SELECT lng_BestellDatum, time_BestellZeit, dbl_TotalMitMWSt, (SELECT Count(*) FROM "
-        u"tbl_Auftragswesen_Bestellungen_Details AS d WHERE d.lng_TrxNrMaster = m.lng_TrxNr) AS Zeilen FROM "
-        u"tbl_Auftragswesen_Bestellungen_Master AS m WHERE lng_KundenID = "_s +
-            QString::number(draft[u"kunde"_s].toInteger()),
-        ConnMain);
-    for (; !heads->Eof(); heads->MoveNext())
-        if (heads->Fields(u"lng_BestellDatum").toDouble() == *day &&
-            std::abs(heads->Fields(u"time_BestellZeit").toDouble() - *time) < 1e-6 &&
-            heads->Fields(u"Zeilen").toLong() == lines &&
-            std::abs(heads->Fields(u"dbl_TotalMitMWSt").toDouble() - total) < 0.001)
-            return true;
-    return false;
+    return std::any_of(std::begin(kStores), std::end(kStores), [&](const OrderTables& (*tables)()) {
+        return stands(tables(), draft[u"kunde"_s].toInteger(), *day, *time, lines, total);
+    });
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "orders/OrderDraft.h"
+#include "orders/OrderStorage.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -79,6 +80,8 @@ TEST_F(OrderDraftTest, AnOrderBookedInTheLastMomentIsNotOfferedAgain) {
     order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
     draft.flush();
     EXPECT_TRUE(OrderDraft::waits(file)) << "one line more is another order";
+    orders::WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
+    EXPECT_FALSE(OrderDraft::waits(file)) << "stored as a pre-order";
 }
 
 TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {

@@ -16,14 +16,8 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
     m_ui->setupUi(this);
     fillLists();
-    setUpForm({.grid = m_ui->ProdukteGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->combo_ProduktGruppe, m_ui->txt_Kurzzeichen, m_ui->txt_Produkt,
-                              m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge,
-                              m_ui->txt_Beschreibung}},
+    setUpForm({m_ui->combo_ProduktGruppe, m_ui->txt_Kurzzeichen, m_ui->txt_Produkt, m_ui->combo_Stückelung,
+               m_ui->combo_Einheit, m_ui->combo_Reihenfolge, m_ui->txt_Beschreibung},
               {20025, 8550});
     platform::ui::selectAllOnFocus(*m_ui->txt_Beschreibung);
     // What leaves the offer leaves the web as well; the reverse does not hold.
@@ -85,6 +79,7 @@ void frmProdukte::fillExtras() {
     for (const Eintrag& extra : AktiveExtras()) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
+        item->setToolTip(extra.text);
     }
 }
 

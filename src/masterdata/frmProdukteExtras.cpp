@@ -15,13 +15,8 @@ frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmProdukteExtras>()) {
     m_ui->setupUi(this);
     fillLists();
-    setUpForm({.grid = m_ui->ProduktExtrasGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit,
-                              m_ui->combo_Reihenfolge, m_ui->Preise->txt_Preis(1)}},
+    setUpForm({m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge,
+               m_ui->Preise->txt_Preis(1)},
               {14400, 7500});
     connectGuarded(m_ui->combo_Sort_Gruppe, &QComboBox::currentIndexChanged, this, [this] { FormatGrid(); });
     connectGuarded(m_ui->check_Sort_Status, &QCheckBox::toggled, this, [this] { FormatGrid(); });

@@ -9,13 +9,7 @@ frmProdukteKategorien::frmProdukteKategorien(const platform::Services& services,
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmProdukteKategorien>()) {
     m_ui->setupUi(this);
     platform::ui::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
-    setUpForm({.grid = m_ui->ProduktGruppenGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->txt_Gruppe, m_ui->combo_Reihenfolge, m_ui->cmdSave}},
-              {7000, 7000});
+    setUpForm({m_ui->txt_Gruppe, m_ui->combo_Reihenfolge, m_ui->cmdSave}, {7000, 7000});
     FormatGrid();
 }
 

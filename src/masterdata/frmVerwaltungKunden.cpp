@@ -40,14 +40,9 @@ frmVerwaltungKunden::frmVerwaltungKunden(const platform::Services& services, tel
     setUpLists();
     setUpFields();
     setUpButtons();
-    setUpForm({.grid = m_ui->ClientGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->txt_Firma, m_ui->txt_Name, m_ui->txt_Vorname, m_ui->txt_Strasse,
-                              m_ui->combo_Etage, m_ui->txt_PLZ, m_ui->txt_Ort, m_ui->txt_Telefon,
-                              m_ui->txt_Natel, m_ui->txt_EMail, m_ui->txt_Zusatzinfo, m_ui->cmdSave}},
+    setUpForm({m_ui->txt_Firma, m_ui->txt_Name, m_ui->txt_Vorname, m_ui->txt_Strasse, m_ui->combo_Etage,
+               m_ui->txt_PLZ, m_ui->txt_Ort, m_ui->txt_Telefon, m_ui->txt_Natel, m_ui->txt_EMail,
+               m_ui->txt_Zusatzinfo, m_ui->cmdSave},
               {14700, 8700});
     showQuery(AlleKunden());
 }
@@ -55,7 +50,6 @@ frmVerwaltungKunden::frmVerwaltungKunden(const platform::Services& services, tel
 frmVerwaltungKunden::~frmVerwaltungKunden() = default;
 
 void frmVerwaltungKunden::setUpLists() {
-    m_ui->SSSplitter1->setStretchFactor(0, 1);
     m_ui->ClientGrid->stretchColumn(kStrasse);
     m_ui->combo_Etage->addItem(tr("Erdgeschoss"));
     for (int floor = 1; floor <= 15; ++floor)

@@ -9,13 +9,7 @@ frmVerwaltungKuriere::frmVerwaltungKuriere(const platform::Services& services, Q
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmVerwaltungKuriere>()) {
     m_ui->setupUi(this);
     platform::ui::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
-    setUpForm({.grid = m_ui->KuriereGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge,
-                              m_ui->cmdSave}},
+    setUpForm({m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge, m_ui->cmdSave},
               {7000, 7000});
     FormatGrid();
 }
@@ -33,6 +27,7 @@ void frmVerwaltungKuriere::CleanMask() {
     MasterDataForm::CleanMask();
     m_ui->txt_Kurzzeichen->clear();
     m_ui->txt_Bezeichnung->clear();
+    m_ui->txt_Kurzzeichen->setFocus();
 }
 
 void frmVerwaltungKuriere::chooseRow(int row) {

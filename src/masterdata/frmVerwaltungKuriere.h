@@ -18,7 +18,7 @@ class frmVerwaltungKuriere : public platform::ui::MasterDataForm {
     ~frmVerwaltungKuriere() override;
 
     void FormatGrid() override;
-    /// The position number and the focus stay.
+    /// The position number carries over to the next new record.
     void CleanMask() override;
 
   protected:

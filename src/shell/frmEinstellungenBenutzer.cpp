@@ -20,13 +20,7 @@ constexpr int kShortestName = 3;
 frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& services, QWidget* parent) :
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmEinstellungenBenutzer>()) {
     m_ui->setupUi(this);
-    setUpForm({.grid = m_ui->BenutzerGrid,
-               .cmdClean = m_ui->cmdClean,
-               .cmdSave = m_ui->cmdSave,
-               .cmdDelete = m_ui->cmdDelete,
-               .cmdClose = m_ui->cmdClose,
-               .enterChain = {m_ui->txt_PWD, m_ui->txt_PWDConfirm, m_ui->cmdSave}},
-              {9000, 7800});
+    setUpForm({m_ui->txt_PWD, m_ui->txt_PWDConfirm, m_ui->cmdSave}, {9000, 7800});
     m_ui->txt_Administrator_Username->setText(shell::OwnerAccount::read(store::appPath()).name());
     fillPermissions();
     m_ui->check_AnmeldungUser->setChecked(SysAnmeldungBenutzer != 0);

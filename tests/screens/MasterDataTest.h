@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/RegistryStore.h"
 #include "platform/ui/DataGrid.h"
+#include "shell/MenuTree.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
@@ -147,9 +148,14 @@ template <typename Screen> class MasterDataTest : public testing::Test {
         }
     }
 
-    /// Every button and every field can be reached by a key of its own or by name.
+    /// Every button and every field can be reached by a key of its own or by name. The main window's menus
+    /// have theirs in every screen.
     void expectReachable() {
         QMap<QChar, QString> keys;
+        for (const shell::MenuEntry& entry : shell::menuEntries())
+            if (const QString caption = QString::fromUtf8(entry.caption);
+                !*entry.parent && caption.contains(QLatin1Char('&')))
+                keys[caption[caption.indexOf(QLatin1Char('&')) + 1].toLower()] = caption;
         const auto take = [&](const QWidget* widget, const QString& text) {
             const qsizetype mark = text.indexOf(QLatin1Char('&'));
             if (mark < 0)

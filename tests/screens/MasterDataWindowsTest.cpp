@@ -1,4 +1,5 @@
 // The master-data screens as windows of the program.
+#include "platform/ui/DataGrid.h"
 #include "store/StoreGlobals.h"
 #include "tests/screens/ShellFixture.h"
 #include <QAction>
@@ -60,6 +61,11 @@ TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
             << entry << ' ' << child->width() << 'x' << child->height() << " in " << room->viewport()->width()
             << 'x' << room->viewport()->height();
         EXPECT_EQ(child->widget()->minimumSize(), child->widget()->maximumSize());
+        // Work starts in the mask, not in the list.
+        EXPECT_TRUE(
+            child->widget()->findChild<QWidget*>(u"Maske"_s)->isAncestorOf(QApplication::focusWidget()))
+            << entry;
+        EXPECT_EQ(child->widget()->findChild<platform::ui::DataGrid*>()->row(), -1);
         QTest::mouseClick(child->widget()->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
         EXPECT_TRUE(QTest::qWaitFor([&] { return room->subWindowList().isEmpty(); })) << entry;
     }

@@ -6,6 +6,8 @@
 #include "store/StoreGlobals.h"
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
 
 namespace platform::ui {
 namespace {
@@ -20,33 +22,49 @@ MasterDataForm::MasterDataForm(const Services& services, QWidget* parent) :
     m_rows.setObjectName(QStringLiteral("DataControl"));
 }
 
-void MasterDataForm::setUpForm(const Controls& controls, QSize twips) {
-    using common::connectGuarded;
-    m_controls = controls;
-    m_controls.grid->setDataControl(m_rows);
-    connectGuarded(controls.grid, &DataGrid::rowChosen, this, [this](int row) { browseTo(row); });
-    connectGuarded(controls.grid, &DataGrid::rowClicked, this, [this](int) { enterMask(); });
-    connectGuarded(controls.grid, &DataGrid::rowActivated, this, [this](int row) {
-        browseTo(row);
-        enterMask();
-    });
-    connectGuarded(controls.cmdClean, &QAbstractButton::clicked, this, [this] { CleanMask(); });
-    connectGuarded(controls.cmdSave, &QAbstractButton::clicked, this, [this] { save(); });
-    connectGuarded(controls.cmdDelete, &QAbstractButton::clicked, this, [this] { remove(); });
-    connectGuarded(controls.cmdClose, &QAbstractButton::clicked, this, [this] { close(); });
-    controls.cmdDelete->setEnabled(false);
-    offerSheetExport(*controls.grid, m_services.dialogs, windowTitle().section(QStringLiteral(": "), -1));
-    enterChain(controls.enterChain);
+void MasterDataForm::setUpForm(const QList<QWidget*>& chain, QSize twips) {
+    m_grid = findChild<DataGrid*>();
+    m_delete = findChild<QAbstractButton*>(QStringLiteral("cmdDelete"));
+    m_firstField = chain.first();
+    m_grid->setDataControl(m_rows);
+    m_delete->setEnabled(false);
+    setUpActs();
+    offerSheetExport(*m_grid, m_services.dialogs, windowTitle().section(QStringLiteral(": "), -1));
+    enterChain(chain);
     for (QLineEdit* field : findChildren<QLineEdit*>())
         selectAllOnFocus(*field);
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setAutoDefault(true);
+    findChild<QSplitter*>()->setStretchFactor(0, 1);
     const QSize size(twipsToPixels(twips.width()), twipsToPixels(twips.height()));
     setFixedSize(size.expandedTo(minimumSizeHint()));
 }
 
+void MasterDataForm::setUpActs() {
+    using common::connectGuarded;
+    connectGuarded(m_grid, &DataGrid::rowChosen, this, [this](int row) { browseTo(row); });
+    connectGuarded(m_grid, &DataGrid::rowClicked, this, [this](int) { enterMask(); });
+    connectGuarded(m_grid, &DataGrid::rowActivated, this, [this](int row) {
+        browseTo(row);
+        enterMask();
+    });
+    const auto onClick = [this](const char16_t* name, auto act) {
+        connectGuarded(findChild<QAbstractButton*>(QString::fromUtf16(name)), &QAbstractButton::clicked, this,
+                       act);
+    };
+    onClick(u"cmdClean", [this] { CleanMask(); });
+    onClick(u"cmdSave", [this] { save(); });
+    onClick(u"cmdDelete", [this] { remove(); });
+    onClick(u"cmdClose", [this] { close(); });
+}
+
 void MasterDataForm::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (!event->spontaneous() && !focusWidget() && !m_controls.enterChain.isEmpty())
-        m_controls.enterChain.first()->setFocus();
+    if (event->spontaneous() || m_key != 0 || !m_firstField->isEnabled())
+        return;
+    // The frame around the screen has given the focus to the list, which then marks its first row.
+    m_firstField->setFocus();
+    m_grid->setRow(-1);
 }
 
 void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn>& columns,
@@ -56,18 +74,18 @@ void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn
     m_rows.Refresh();
     if (!filter.isEmpty())
         m_rows.Filter(filter);
-    m_controls.grid->formatColumns(columns);
+    m_grid->formatColumns(columns);
 }
 
 void MasterDataForm::goToRow(qint64 key) {
-    for (int row = 0; row < m_controls.grid->rowCount(); ++row)
+    for (int row = 0; row < m_grid->rowCount(); ++row)
         if (keyOfRow(row) == key)
-            return m_controls.grid->setRow(row);
+            return m_grid->setRow(row);
 }
 
 void MasterDataForm::CleanMask() {
     m_key = kNewRecord;
-    m_controls.cmdDelete->setEnabled(false);
+    m_delete->setEnabled(false);
 }
 
 void MasterDataForm::chooseRow(int row) {
@@ -79,19 +97,19 @@ void MasterDataForm::loadRecord(qint64 key) {
     if (!showRecord(key))
         return;
     m_key = key;
-    m_controls.cmdDelete->setEnabled(true);
+    m_delete->setEnabled(true);
 }
 
 qint64 MasterDataForm::keyOfRow(int row) const {
-    return m_controls.grid->value(row, 0).toLong();
+    return m_grid->value(row, 0).toLong();
 }
 
 void MasterDataForm::browseTo(int row) {
     chooseRow(row);
     m_entry = focusWidget();
-    if (m_entry == m_controls.grid)
-        m_entry = m_controls.enterChain.first();
-    m_controls.grid->setFocus();
+    if (m_entry == m_grid)
+        m_entry = m_firstField;
+    m_grid->setFocus();
 }
 
 void MasterDataForm::enterMask() {

@@ -13,8 +13,9 @@ class QLineEdit;
 namespace platform::ui {
 
 /// The form of every screen that keeps the rows of one table: a list over a mask, and the same few acts on
-/// both. A screen derives from it and fills in what is its own. Where a screen departs from the form it
-/// overrides that act, so that the departure stands in its own file.
+/// both. A screen derives from it and fills in what is its own: a layout with one DataGrid, a splitter and
+/// the four buttons below, and the functions that the form leaves open. Where a screen departs from the form
+/// it overrides that act, so that the departure stands in its own file.
 ///
 ///     choosing a row   chooseRow: CleanMask, then the row of the key in the list's column 0 into the mask
 ///     cmdClean         CleanMask
@@ -23,7 +24,8 @@ namespace platform::ui {
 ///     cmdClose         closes; unsaved input is dropped without a question
 ///
 /// The arrow keys browse the list: rows load, the focus stays in the list. A click and Enter lead into the
-/// mask. Every text field selects its whole text when it gets the focus.
+/// mask. Every text field selects its whole text when it gets the focus; Enter presses the button that has
+/// it. The mask takes the height it needs, the list the rest.
 class MasterDataForm : public QWidget {
     Q_OBJECT
   public:
@@ -43,21 +45,12 @@ class MasterDataForm : public QWidget {
     QSize sizeHint() const override { return minimumSize(); }
 
   protected:
-    struct Controls {
-        DataGrid* grid;
-        QAbstractButton* cmdClean;
-        QAbstractButton* cmdSave;
-        QAbstractButton* cmdDelete;
-        QAbstractButton* cmdClose;
-        /// Enter leads from field to field. The first one has the focus when the screen opens.
-        QList<QWidget*> enterChain;
-    };
-
     MasterDataForm(const Services& services, QWidget* parent);
 
     /// Puts the controls to work and gives the screen its fixed size. To be called by the screen's
-    /// constructor, once its layout stands.
-    void setUpForm(const Controls& controls, QSize twips);
+    /// constructor, once its layout stands. Enter leads along the chain; its first field has the focus when
+    /// the screen opens.
+    void setUpForm(const QList<QWidget*>& chain, QSize twips);
 
     /// Runs the query on the main database and shows its rows; `filter` narrows the fetched ones (see
     /// store::Recordset::Filter). Column 0 is the key.
@@ -110,6 +103,7 @@ class MasterDataForm : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
+    void setUpActs();
     void showFresh();
     void browseTo(int row);
     void enterMask();
@@ -118,7 +112,9 @@ class MasterDataForm : public QWidget {
 
     Services m_services;
     DataControl m_rows;
-    Controls m_controls{};
+    DataGrid* m_grid = nullptr;
+    QAbstractButton* m_delete = nullptr;
+    QWidget* m_firstField = nullptr;
     QPointer<QWidget> m_entry; ///< where the mask is entered after a choice
     qint64 m_key = 0;
 };

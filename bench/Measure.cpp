@@ -1,9 +1,15 @@
 #include "Measure.h"
+#include <QCoreApplication>
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 
 namespace bench {
 namespace {
+
+/// Roads that take long get fewer samples: this time a side and round, in seconds, but not less than kFewest.
+constexpr double kTime = 1;
+constexpr int kFewest = 5;
 
 class Collector : public benchmark::BenchmarkReporter {
   public:
@@ -21,6 +27,8 @@ class Collector : public benchmark::BenchmarkReporter {
 void add(const std::string& name, int runs, int samples, const std::function<void(size_t)>& work) {
     benchmark::RegisterBenchmark(name.c_str(),
                                  [work, at = size_t(0)](benchmark::State& state) mutable {
+                                     // What other roads have left to be painted is not on this one.
+                                     QCoreApplication::processEvents();
                                      for (auto step : state) {
                                          (void)step;
                                          work(at++);
@@ -29,6 +37,18 @@ void add(const std::string& name, int runs, int samples, const std::function<voi
         ->Iterations(runs)
         ->Repetitions(samples)
         ->Unit(benchmark::kNanosecond);
+}
+
+/// The first look at a page and the first preparation of a statement, and how many samples there is time for.
+int warm(const Road& road, int samples) {
+    const auto from = std::chrono::steady_clock::now();
+    for (size_t i = 0; i < size_t(road.runs); ++i) {
+        road.ours(i);
+        if (road.raw)
+            road.raw(i);
+    }
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - from;
+    return std::clamp(int(kTime / took.count()), kFewest, samples);
 }
 
 std::string oursOf(const Road& road) {
@@ -45,19 +65,14 @@ void measure(const std::vector<Road>& roads, int samples, Figures& figures) {
     char program[] = "tavolino-bench";
     char interleaved[] = "--benchmark_enable_random_interleaving=true";
     char* arguments[] = {program, interleaved, nullptr};
-    int count = 2;
-    benchmark::Initialize(&count, arguments);
+    int argumentCount = 2;
+    benchmark::Initialize(&argumentCount, arguments);
     benchmark::ClearRegisteredBenchmarks();
     for (const Road& road : roads) {
-        add(oursOf(road), road.runs, samples, road.ours);
+        const int count = warm(road, samples);
+        add(oursOf(road), road.runs, count, road.ours);
         if (road.raw)
-            add(rawOf(road), road.runs, samples, road.raw);
-        // Warm: the first look at a page and the first preparation of a statement.
-        for (size_t i = 0; i < size_t(road.runs); ++i) {
-            road.ours(i);
-            if (road.raw)
-                road.raw(i);
-        }
+            add(rawOf(road), road.runs, count, road.raw);
     }
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);

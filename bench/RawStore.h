@@ -56,6 +56,10 @@ class RawStatement {
         reset();
     }
 
+    int columns() const { return sqlite3_column_count(m_statement); }
+
+    int type(int column) const { return sqlite3_column_type(m_statement, column); }
+
     qint64 integer(int column) const { return sqlite3_column_int64(m_statement, column); }
 
     double real(int column) const { return sqlite3_column_double(m_statement, column); }

@@ -15,7 +15,7 @@ constexpr double kBookingAim = 1.3;
 
 Roads::Roads(const QString& folder, const QString& copy) :
     m_installation(folder), m_store(copy), m_raw(m_store), m_work(drawWorkload(m_store)),
-    m_lastBefore(modBestellNummern::GetLastTrxNr()) {
+    m_lists(m_store, m_work), m_lastBefore(modBestellNummern::GetLastTrxNr()) {
     m_order.prepare(m_work);
     m_order.book();
     m_raw.bookLike(OpenInstallation::handle(), m_lastBefore + 1);
@@ -33,9 +33,16 @@ Roads::~Roads() {
 }
 
 std::vector<Road> Roads::roads() {
-    std::vector<Road> all = lookups();
-    for (const auto& more : {onScreen(), painted()})
+    std::vector<Road> all = compared();
+    for (const auto& more : {painted(), m_lists.roads()})
         all.insert(all.end(), more.begin(), more.end());
+    return all;
+}
+
+std::vector<Road> Roads::compared() {
+    std::vector<Road> all = lookups();
+    const std::vector<Road> screen = onScreen();
+    all.insert(all.end(), screen.begin(), screen.end());
     return all;
 }
 
@@ -97,9 +104,7 @@ std::vector<Road> Roads::painted() {
 
 std::string Roads::differences() {
     std::string result;
-    for (const Road& road : roads()) {
-        if (!road.raw)
-            continue;
+    for (const Road& road : compared()) {
         m_order.prepare(m_work);
         // What is looked up once only, such as a table's columns, is no part of the road.
         road.ours(0);

@@ -1,4 +1,5 @@
 #pragma once
+#include "ListRoads.h"
 #include "Measure.h"
 #include "OurRoads.h"
 #include "RawRoads.h"
@@ -12,7 +13,7 @@ class Roads {
     /// Takes the orders back that were booked while measuring.
     ~Roads();
 
-    /// Those that are painted, too, come last and have no other side: painting belongs to no statement.
+    /// Those of the order that are painted, too, have no other side: painting belongs to no statement.
     std::vector<Road> roads();
     /// The roads whose statements differ between the two sides, with the difference; empty when the
     /// comparison is fair.
@@ -28,6 +29,8 @@ class Roads {
     std::vector<Road> lookups();
     std::vector<Road> onScreen();
     std::vector<Road> painted();
+    /// The roads whose other side is written by hand.
+    std::vector<Road> compared();
     /// Steps on from order to order, and every hundred steps to another place.
     qint64 stepped(size_t i, qint64& at) const;
 
@@ -37,6 +40,7 @@ class Roads {
     Workload m_work;
     OrderRoads m_order;
     ScreenRoads m_screen;
+    ListRoads m_lists;
     qint64 m_lastBefore;
     qint64 m_ourStep = 0;
     qint64 m_rawStep = 0;

@@ -37,7 +37,7 @@ class OrderDraft : public QObject {
 
     WorkingOrder& m_order;
     const QString m_file;
-    QTimer m_timer;
+    QTimer m_timer{this};
 };
 
 } // namespace orders

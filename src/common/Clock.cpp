@@ -9,13 +9,14 @@ namespace {
 std::optional<double> stopped;
 
 /// Milliseconds that local time is ahead of UTC. Asking the system reads its time zone's file, so the answer
-/// is kept for the quarter of an hour that it holds at least: no zone changes in between.
+/// is kept for its minute: no zone changes within one, and another zone chosen in the system counts from the
+/// next.
 qint64 localOffset(qint64 utc) {
-    constexpr qint64 kQuarter = 15 * 60 * 1000;
-    static qint64 knownQuarter = -1;
+    constexpr qint64 kMinute = 60 * 1000;
+    static qint64 knownMinute = -1;
     static qint64 offset = 0;
-    if (utc / kQuarter != knownQuarter) {
-        knownQuarter = utc / kQuarter;
+    if (utc / kMinute != knownMinute) {
+        knownMinute = utc / kMinute;
         offset = QDateTime::fromMSecsSinceEpoch(utc).offsetFromUtc() * qint64(1000);
     }
     return offset;

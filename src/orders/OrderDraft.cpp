@@ -1,14 +1,15 @@
 #include "orders/OrderDraft.h"
-#include "common/Convert.h"
 #include "common/Guard.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
-#include <cmath>
+#include <algorithm>
 
 using common::Value;
 using namespace Qt::StringLiterals;
@@ -19,6 +20,10 @@ namespace {
 constexpr int kVersion = 1;
 /// A burst of changes, as a pick makes them, is one write.
 constexpr int kPauseMilliseconds = 50;
+/// Many times the size of a full order.
+constexpr qint64 kLargest = 1'000'000;
+constexpr int kPriceGroups = 10;
+const QString kAside = u".defekt"_s;
 
 constexpr bool OrderButtons::*kButtons[] = {&OrderButtons::cmdKundeSchnellerfassung,
                                             &OrderButtons::cmdKundeEditierung,
@@ -43,9 +48,9 @@ void rowFromJson(platform::CellTable& table, int row, const QJsonArray& cells) {
                                                : Value(cells[column].toDouble()));
 }
 
-/// Somebody has begun to key something.
+/// Somebody has begun to key something. A deleted order that is looked at has no customer any more.
 bool isBegun(const WorkingOrder& order) {
-    if (!order.detail(Detail::KundenNr).isEmpty() || order.LastFilledRow() >= 0)
+    if (Value(order.detail(Detail::KundenNr)).isNumeric() || order.LastFilledRow() >= 0)
         return true;
     for (int row = 0; row < order.BestellungGrid.rows(); ++row)
         if (!order.BestellungGrid.text(row, Col::Kurzzeichen).isEmpty())
@@ -74,73 +79,49 @@ QJsonObject toJson(const WorkingOrder& order) {
             {u"positionen"_s, lines}};
 }
 
-bool isOrder(const QJsonObject& draft) {
-    const auto isTable = [&](const QString& key, int rows, int columns) {
-        const QJsonArray table = draft[key].toArray();
-        return table.size() == rows &&
-               std::all_of(table.begin(), table.end(),
-                           [columns](const QJsonValue& row) { return row.toArray().size() == columns; });
-    };
-    return draft[u"version"_s] == kVersion && draft[u"kunde"_s].isDouble() &&
-           draft[u"tasten"_s].toArray().size() == qsizetype(std::size(kButtons)) &&
-           isTable(u"kopf"_s, 3, 6) && isTable(u"positionen"_s, kOrderRows, Col::Count);
+/// Whether the rows fill the table, each cell with what its column holds.
+bool fits(const QJsonArray& rows, const platform::CellTable& table) {
+    using Type = platform::CellColumn::Type;
+    return rows.size() == table.rows() && std::all_of(rows.begin(), rows.end(), [&](const QJsonValue& row) {
+               const QJsonArray cells = row.toArray();
+               bool fit = cells.size() == table.columnCount();
+               for (int column = 0; fit && column < table.columnCount(); ++column)
+                   fit = table.columnInfo(column).type == Type::Number ? cells[column].isDouble()
+                                                                       : cells[column].isString();
+               return fit;
+           });
 }
 
-/// The draft of a file; empty when there is none that can be read.
-QJsonObject read(const QString& path) {
+bool isOrder(const QJsonObject& draft, const WorkingOrder& order) {
+    return draft[u"version"_s] == kVersion && draft[u"kunde"_s].isDouble() && draft[u"kurier"_s].isDouble() &&
+           draft[u"tasten"_s].toArray().size() == qsizetype(std::size(kButtons)) &&
+           fits(draft[u"kopf"_s].toArray(), order.BestellungDetailsGrid) &&
+           fits(draft[u"positionen"_s].toArray(), order.BestellungGrid);
+}
+
+/// The draft of a file for an order of that shape; empty when there is none that can be read.
+QJsonObject read(const QString& path, const WorkingOrder& order) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.exists())
         return {};
-    const QJsonObject draft = QJsonDocument::fromJson(file.readAll()).object();
-    if (isOrder(draft))
+    const bool sound = file.open(QIODevice::ReadOnly) && file.size() <= kLargest;
+    const QJsonObject draft = sound ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    if (isOrder(draft, order))
         return draft;
     file.close();
-    const QString aside = path + u".defekt"_s;
+    const QString aside = path + kAside;
     QFile::remove(aside);
     QFile::rename(path, aside);
     qWarning("The draft of an order cannot be read and was put aside: %s", qPrintable(aside));
     return {};
 }
 
-QString headText(const QJsonObject& draft, DetailCell cell) {
-    return draft[u"kopf"_s].toArray()[cell.row].toArray()[cell.column].toString();
-}
-
-constexpr const OrderTables& (*kStores[])() = {BookedOrders, PreOrders};
-
-/// Whether the tables hold an order of the customer at that minute with so many lines and that total.
-bool stands(const OrderTables& tables, qint64 customer, double day, double time, int lines, double total) {
-    const store::OpenRecordset heads(
-        RsMain,
-        u"SELECT lng_BestellDatum, time_BestellZeit, dbl_TotalMitMWSt, (SELECT Count(*) FROM %1 AS d WHERE "
-        u"d.lng_TrxNrMaster = m.lng_TrxNr) AS Zeilen FROM %2 AS m WHERE lng_KundenID = %3"_s.arg(
-            tables.details, tables.master, QString::number(customer)),
-        ConnMain);
-    for (; !heads->Eof(); heads->MoveNext())
-        if (heads->Fields(u"lng_BestellDatum").toDouble() == day &&
-            std::abs(heads->Fields(u"time_BestellZeit").toDouble() - time) < 1e-6 &&
-            heads->Fields(u"Zeilen").toLong() == lines &&
-            std::abs(heads->Fields(u"dbl_TotalMitMWSt").toDouble() - total) < 0.001)
-            return true;
-    return false;
-}
-
-/// Whether the same order stands booked or as a pre-order: its customer, its minute, its lines and its total.
-bool isBooked(const QJsonObject& draft) {
-    const std::optional<double> day = common::parseDate(headText(draft, Detail::Datum));
-    const std::optional<double> time = common::parseDate(headText(draft, Detail::Bestellzeit));
-    if (!day || !time)
-        return false;
-    double total = 0;
-    int lines = 0;
-    for (const QJsonValue& value : draft[u"positionen"_s].toArray()) {
-        const QJsonArray line = value.toArray();
-        total += line[Col::Preis].toDouble() - line[Col::Rabatt].toDouble();
-        lines += line[Col::Bezeichnung].toString().isEmpty() ? 0 : 1;
-    }
-    return std::any_of(std::begin(kStores), std::end(kStores), [&](const OrderTables& (*tables)()) {
-        return stands(tables(), draft[u"kunde"_s].toInteger(), *day, *time, lines, total);
-    });
+/// A process that was killed while it wrote leaves its unfinished copy behind.
+void removeUnfinished(const QString& path) {
+    const QFileInfo draft(path);
+    for (const QFileInfo& copy : draft.dir().entryInfoList({draft.fileName() + u".??????"_s}, QDir::Files))
+        if (copy.filePath() != draft.filePath() + kAside)
+            QFile::remove(copy.filePath());
 }
 
 } // namespace
@@ -154,7 +135,7 @@ OrderDraft::OrderDraft(WorkingOrder& order, QString file, QObject* parent) :
     m_timer.setSingleShot(true);
     m_timer.setInterval(kPauseMilliseconds);
     common::connectGuarded(
-        &m_timer, &QTimer::timeout, this, [this] { flush(); }, common::Origin::Background);
+        &m_timer, &QTimer::timeout, this, [this] { write(); }, common::Origin::Background);
     for (const platform::CellTable* table : {&order.BestellungDetailsGrid, &order.BestellungGrid}) {
         connect(table, &QAbstractItemModel::dataChanged, this, [this] { schedule(); });
         connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { schedule(); });
@@ -169,6 +150,12 @@ void OrderDraft::schedule() {
 }
 
 void OrderDraft::flush() {
+    if (!m_timer.isActive())
+        return;
+    write();
+}
+
+void OrderDraft::write() {
     m_timer.stop();
     if (!isBegun(m_order))
         return decline(m_file);
@@ -184,23 +171,23 @@ void OrderDraft::forget() {
 }
 
 bool OrderDraft::waits(const QString& file) {
-    const QJsonObject draft = read(file);
-    if (draft.isEmpty())
+    removeUnfinished(file);
+    WorkingOrder order;
+    if (!restore(file, order))
         return false;
-    if (!isBooked(draft))
+    if (!IsStored(order, BookedOrders()) && !IsStored(order, PreOrders()))
         return true;
-    qInfo("The draft of an order that stands booked was dropped.");
     decline(file);
     return false;
 }
 
 bool OrderDraft::restore(const QString& file, WorkingOrder& order) {
-    const QJsonObject draft = read(file);
+    const QJsonObject draft = read(file, order);
     if (draft.isEmpty())
         return false;
     order.lng_KundenID = draft[u"kunde"_s].toInteger();
     order.lng_KurierID = draft[u"kurier"_s].toInteger();
-    order.PreisGruppe = draft[u"preisgruppe"_s].toInt(1);
+    order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, kPriceGroups);
     for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
         rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());
     for (int row = 0; row < kOrderRows; ++row)
@@ -217,7 +204,8 @@ bool OrderDraft::restore(const QString& file, WorkingOrder& order) {
 }
 
 void OrderDraft::decline(const QString& file) {
-    QFile::remove(file);
+    if (!QFile::remove(file) && QFile::exists(file))
+        qWarning("The draft of an order cannot be removed: %s", qPrintable(file));
 }
 
 } // namespace orders

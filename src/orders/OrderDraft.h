@@ -19,14 +19,15 @@ class OrderDraft : public QObject {
     /// itself can still be booked.
     OrderDraft(WorkingOrder& order, QString file, QObject* parent = nullptr);
 
-    /// Writes what is pending now; removes the file when the order is empty.
+    /// Writes a pending change now, or removes the file when the order is empty. To be called before the
+    /// order is stored: an older draft of it would look like another order.
     void flush();
     /// Nothing is kept of the order.
     void forget();
 
-    /// Whether `file` holds an order to go on with. An order that was booked in the last moment is dropped,
-    /// so that it is not booked twice; a damaged file or one of another version is put aside with a line in
-    /// the log.
+    /// Whether `file` holds an order to go on with. One that stands stored as it is (booked in the last
+    /// moment, or only looked at) is dropped, so that it is not booked twice; a damaged file or one of
+    /// another version is put aside with a line in the log.
     static bool waits(const QString& file);
     /// Brings the cells back. False when there is nothing to bring back.
     static bool restore(const QString& file, WorkingOrder& order);
@@ -34,6 +35,7 @@ class OrderDraft : public QObject {
 
   private:
     void schedule();
+    void write();
 
     WorkingOrder& m_order;
     const QString m_file;

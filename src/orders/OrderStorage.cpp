@@ -3,6 +3,7 @@
 #include "masterdata/modProdukte.h"
 #include "masterdata/modProdukteExtras.h"
 #include "store/StoreGlobals.h"
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -152,6 +153,38 @@ QString timeText(std::optional<double> time) {
     return text.size() == 8 && text.endsWith(QLatin1String(":00")) ? text.left(5) : text;
 }
 
+/// Numbers of the orders of the same customer, courier, day and conditions.
+std::vector<qint64> resemblingOrders(const WorkingOrder& order, const OrderTables& tables, double day) {
+    std::vector<qint64> numbers;
+    const OpenRecordset heads(
+        RsMain,
+        QStringLiteral("SELECT lng_TrxNr FROM %1 WHERE lng_KundenID = %2 AND lng_KurierID = %3 AND "
+                       "lng_BestellDatum = %4 AND txt_Konditionen = %5")
+            .arg(tables.master, QString::number(order.lng_KundenID), QString::number(order.lng_KurierID),
+                 QString::number(qint64(std::floor(day))), store::sqlText(order.detail(Detail::Konditionen))),
+        ConnMain);
+    for (; !heads->Eof(); heads->MoveNext())
+        numbers.push_back(heads->Fields(u"lng_TrxNr").toLong());
+    return numbers;
+}
+
+/// Whether both would be stored alike, beside the keys and the conditions.
+bool storesAlike(const WorkingOrder& one, const WorkingOrder& other) {
+    for (const DetailCell cell : {Detail::Bestellzeit, Detail::Lieferzeit, Detail::Lieferung})
+        if (common::parseDate(one.detail(cell)) != common::parseDate(other.detail(cell)))
+            return false;
+    for (int row = 0; row < kOrderRows; ++row) {
+        const bool filled = !one.BestellungGrid.text(row, Col::Bezeichnung).isEmpty();
+        if (filled == other.BestellungGrid.text(row, Col::Bezeichnung).isEmpty())
+            return false;
+        for (int col = Col::Anzahl; filled && col < Col::Count; ++col)
+            if (col != Col::Bezeichnung &&
+                one.BestellungGrid.cell(row, col) != other.BestellungGrid.cell(row, col))
+                return false;
+    }
+    return true;
+}
+
 } // namespace
 
 const OrderTables& BookedOrders() {
@@ -238,6 +271,20 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
     for (const OrderLine& line : lines)
         if (line.row >= 0 && line.row < order.BestellungGrid.rows())
             showLine(order, line);
+}
+
+bool IsStored(const WorkingOrder& order, const OrderTables& tables) {
+    const std::optional<double> day = common::parseDate(order.detail(Detail::Datum));
+    if (!day)
+        return false;
+    const std::vector<qint64> numbers = resemblingOrders(order, tables, *day);
+    return std::any_of(numbers.begin(), numbers.end(), [&](qint64 number) {
+        WorkingOrder stored;
+        if (const auto head = ReadHead(tables, number))
+            ShowHead(stored, *head);
+        LoadLines(stored, tables, number);
+        return storesAlike(order, stored);
+    });
 }
 
 } // namespace orders

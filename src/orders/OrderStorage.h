@@ -37,6 +37,9 @@ struct OrderNumber {
 /// cells that hold no date where one is stored.
 qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
+/// Whether an order with just that head and those lines stands in the tables, under whatever number.
+bool IsStored(const WorkingOrder& order, const OrderTables& tables);
+
 /// Removes head and lines; the transaction is the caller's.
 void RemoveOrder(const OrderTables& tables, qint64 trxNr);
 

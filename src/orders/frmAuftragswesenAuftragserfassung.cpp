@@ -46,10 +46,7 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     showButtons();
 }
 
-/// Closing the screen drops the order on it, as every screen drops what is not saved.
-frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() {
-    m_draft.forget();
-}
+frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() = default;
 
 /// The right to change booked orders acts by hiding the two buttons; nobody asks again later.
 void frmAuftragswesenAuftragserfassung::hideForbiddenButtons() {
@@ -266,6 +263,13 @@ void frmAuftragswesenAuftragserfassung::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (!event->spontaneous() && !focusWidget())
         m_ui->txt_SucheTelefonNummer->setFocus();
+}
+
+/// Closing the screen drops the order on it, as every screen drops what is not saved. The end of the program
+/// does not come here.
+void frmAuftragswesenAuftragserfassung::closeEvent(QCloseEvent* event) {
+    m_draft.forget();
+    QWidget::closeEvent(event);
 }
 
 void frmAuftragswesenAuftragserfassung::ClearBestellungMaske() {

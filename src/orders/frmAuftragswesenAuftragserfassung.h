@@ -45,6 +45,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     /// While one lives, address and buttons stay as they are: a call that is taken clears and fills the order

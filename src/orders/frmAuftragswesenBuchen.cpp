@@ -30,6 +30,7 @@ void frmAuftragswesenAuftragserfassung::finishEdits() {
     for (platform::ui::CellGrid* grid :
          {m_ui->BestellungGrid, m_ui->BestellungDetailsGrid, m_ui->BestellungTotalGrid})
         grid->finishEdit();
+    m_draft.flush();
 }
 
 void frmAuftragswesenAuftragserfassung::printSlip(int target) {
@@ -82,6 +83,7 @@ void frmAuftragswesenAuftragserfassung::storePreOrder() {
 }
 
 void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
+    const Settling settling(*this);
     modAuftragswesenVorbestellungen::OpenVorbestellung(m_order, trxNr);
     m_ui->BestellungGrid->goTo({0, orders::Col::Kurzzeichen});
 }

@@ -48,8 +48,11 @@ class OrderDraftTest : public testing::Test {
 
 TEST_F(OrderDraftTest, BringsBackExactlyTheCells) {
     draft.flush();
+    ASSERT_TRUE(QFile::copy(file, file + u".aB3dEf"_s))
+        << "as a process leaves it that is killed while writing";
     EXPECT_EQ(QFileInfo(file).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther), 0);
     ASSERT_TRUE(OrderDraft::waits(file));
+    EXPECT_FALSE(QFile::exists(file + u".aB3dEf"_s));
     WorkingOrder next;
     next.SetUp();
     ASSERT_TRUE(OrderDraft::restore(file, next));
@@ -84,6 +87,28 @@ TEST_F(OrderDraftTest, AnOrderBookedInTheLastMomentIsNotOfferedAgain) {
     EXPECT_FALSE(OrderDraft::waits(file)) << "stored as a pre-order";
 }
 
+TEST_F(OrderDraftTest, AChangeIsOfferedUntilItStands) {
+    using namespace modAuftragswesenAuftragserfassung;
+    const qint64 number = orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(1000));
+    LoadBestellung(order, number);
+    draft.flush();
+    EXPECT_FALSE(OrderDraft::waits(file)) << "only looked at";
+    order.BestellungDetailsGrid.endEdit(1, 5, u"Rechnung"_s);
+    draft.flush();
+    ASSERT_TRUE(OrderDraft::waits(file)) << "the amounts are the same, the conditions are not";
+    WorkingOrder next;
+    next.SetUp();
+    ASSERT_TRUE(OrderDraft::restore(file, next));
+    EXPECT_TRUE(MayUpdate(next));
+    UpdateBestellung(next, next.detail(orders::Detail::AuftragsNr).toLongLong());
+    EXPECT_FALSE(OrderDraft::waits(file));
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 1);
+    DeleteBestellung(number);
+    LoadBestellung(order, number);
+    draft.flush();
+    EXPECT_FALSE(OrderDraft::waits(file)) << "a deleted order has nothing to go on with";
+}
+
 TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {
     draft.flush();
     QFile whole(file);
@@ -96,8 +121,13 @@ TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {
                               "{}",
                               good.left(good.size() / 2),
                               QByteArray(good).replace("\"version\":1", "\"version\":2"),
+                              QByteArray(good).replace("\"kunde\":1", "\"kunde\":\"Anna\""),
+                              QByteArray(good).replace(",52.5,", ",\"teuer\","),
+                              QByteArray(good).replace("\"Pizza Hawaii\"", "12"),
+                              good + QByteArray(1'000'000, ' '),
                               QByteArray(100000, '\0')};
     for (const QByteArray& content : bad) {
+        ASSERT_NE(content, good);
         QFile damaged(file);
         ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
         damaged.write(content);

@@ -1,6 +1,6 @@
 #include "program/Booker.h"
 #include "common/Convert.h"
-#include "orders/WorkingOrder.h"
+#include "orders/OrderDraft.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
@@ -9,25 +9,72 @@
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
+#include <QCryptographicHash>
+#include <QUuid>
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 namespace test {
 namespace {
 
-void acknowledge(qint64 number, int lines, double total, const char* kind = "") {
-    std::printf("%s%lld %d %s\n", kind, static_cast<long long>(number), lines,
-                qPrintable(common::formatNumber(total, u"0.00")));
+void say(const QString& line) {
+    std::printf("%s\n", qPrintable(line));
     std::fflush(stdout);
 }
 
-/// An order whose number of lines changes from one to the next.
-void fill(orders::WorkingOrder& order, int lines) {
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    for (int line = 0; line < lines; ++line)
-        order.PickProdukt(1 + line % 4, {}, 1 + line % 3);
-}
+/// The order, its draft and what both have told.
+struct Desk {
+    orders::WorkingOrder order;
+    orders::OrderDraft draft{order, orders::OrderDraft::defaultFile()};
+
+    void keep() {
+        const QString what = u"%1 %2 %3"_s.arg(fingerprint(order), order.detail(orders::Detail::Konditionen),
+                                               QString::number(order.LastFilledRow() + 1));
+        say(u"K "_s + what);
+        draft.flush();
+        say(u"D "_s + what);
+    }
+
+    void pick(qint64 produkt, int anzahl) {
+        order.PickProdukt(produkt, {}, anzahl);
+        keep();
+    }
+
+    void fill(int lines) {
+        order.SucheTelefonNummer(u"0791234567"_s);
+        order.ChooseKonditionen(QUuid::createUuid().toString(QUuid::Id128));
+        keep();
+        for (int line = 0; line < lines; ++line)
+            pick(1 + line % 4, 1 + line % 3);
+    }
+
+    void clean() {
+        say(u"C"_s);
+        order.ClearBestellungMaske();
+        draft.flush();
+    }
+
+    void stored(const char* kind, qint64 number) {
+        say(u"%1 %2 %3 %4"_s.arg(QLatin1String(kind))
+                .arg(number)
+                .arg(order.LastFilledRow() + 1)
+                .arg(common::formatNumber(order.total(orders::TotalRow::Total), u"0.00")));
+    }
+};
 
 } // namespace
+
+QString fingerprint(const orders::WorkingOrder& order) {
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (const platform::CellTable* table : {&order.BestellungDetailsGrid, &order.BestellungGrid})
+        for (int row = 0; row < table->rows(); ++row)
+            for (int column = 0; column < table->columnCount(); ++column)
+                hash.addData(table->text(row, column).toUtf8() + '\n');
+    hash.addData(
+        u"%1 %2 %3"_s.arg(order.lng_KundenID).arg(order.lng_KurierID).arg(order.KundenAdresse()).toUtf8());
+    return QString::fromLatin1(hash.result().toHex());
+}
 
 int bookUntilKilled(const QString& installation) {
     store::setAppPath(installation);
@@ -35,25 +82,25 @@ int bookUntilKilled(const QString& installation) {
     store::LoadSystemSettings();
     TestDialogs dialogs;
     TestNavigation navigation;
-    orders::WorkingOrder order;
-    order.SetUp();
+    Desk desk;
+    desk.order.SetUp();
     for (int round = 0;; ++round) {
-        const int lines = 1 + round % 8;
-        fill(order, lines);
-        if (!modAuftragswesenAuftragserfassung::SaveBestellung(order, dialogs, navigation))
+        desk.fill(1 + round % 8);
+        if (round % 2 == 1) {
+            desk.stored("V", modAuftragswesenVorbestellungen::SaveVorbestellung(desk.order));
+            desk.clean();
+            continue;
+        }
+        if (!modAuftragswesenAuftragserfassung::SaveBestellung(desk.order, dialogs, navigation))
             return 1;
         const qint64 number = modBestellNummern::GetLastTrxNr();
-        acknowledge(number, lines, order.total(orders::TotalRow::Total));
-        if (round % 2 == 0) {
-            const qint64 preOrder = modAuftragswesenVorbestellungen::SaveVorbestellung(order);
-            acknowledge(preOrder, lines, order.total(orders::TotalRow::Total), "V");
-        }
-        if (round % 3 != 0)
-            continue;
-        modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
-        order.PickProdukt(TestFirm::kWein, {}, 1);
-        modAuftragswesenAuftragserfassung::UpdateBestellung(order, number);
-        acknowledge(number, lines + 1, order.total(orders::TotalRow::Total));
+        desk.stored("B", number);
+        desk.clean();
+        modAuftragswesenAuftragserfassung::LoadBestellung(desk.order, number);
+        desk.pick(TestFirm::kWein, 1);
+        modAuftragswesenAuftragserfassung::UpdateBestellung(desk.order, number);
+        desk.stored("B", number);
+        desk.clean();
     }
 }
 

@@ -1,13 +1,21 @@
 #include "common/Convert.h"
+#include "orders/OrderDraft.h"
+#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "program/Booker.h"
 #include "store/StoreGlobals.h"
+#include "store/SystemSettings.h"
+#include "support/TestDialogs.h"
 #include "support/TestFirm.h"
+#include "support/TestFirmServices.h"
 #include <QCoreApplication>
+#include <QDir>
 #include <QMap>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using orders::OrderDraft;
 using test::TestFirm;
 
 namespace {
@@ -20,12 +28,37 @@ struct Stored {
     QString total;
 };
 
-/// By number, the latest state of each.
-struct Acknowledged {
-    QMap<qint64, Stored> orders, preOrders;
+/// An order as its draft was announced.
+struct Keyed {
+    QString fingerprint, conditions;
+    int lines = 0;
 };
 
-/// Lets another process book, kills it at some instant and gives what it had acknowledged. A line cut off by
+struct Acknowledged {
+    /// By number, the latest state of each.
+    QMap<qint64, Stored> orders, preOrders;
+    /// The states of the order on the screen at the end, and the last one that was written for certain.
+    QList<Keyed> keyed;
+    qsizetype kept = -1;
+
+    void take(const QByteArray& line) {
+        const QList<QByteArray> words = line.split(' ');
+        const QByteArray& kind = words[0];
+        if (kind == "C") {
+            keyed.clear();
+            kept = -1;
+        } else if (kind == "K") {
+            keyed.append({QString::fromLatin1(words[1]), QString::fromLatin1(words[2]), words[3].toInt()});
+        } else if (kind == "D") {
+            kept = keyed.size() - 1;
+        } else if (kind == "B" || kind == "V") {
+            (kind == "B" ? orders : preOrders)[words[1].toLongLong()] = {words[2].toInt(),
+                                                                         QString::fromLatin1(words[3])};
+        }
+    }
+};
+
+/// Lets another process book, kills it at some instant and takes what it had acknowledged. A line cut off by
 /// the kill is not acknowledged.
 void bookAndKill(const QString& installation, int milliseconds, Acknowledged& acknowledged) {
     QProcess booker;
@@ -36,16 +69,9 @@ void bookAndKill(const QString& installation, int milliseconds, Acknowledged& ac
     ASSERT_TRUE(booker.waitForFinished(20000));
     ASSERT_EQ(booker.exitStatus(), QProcess::CrashExit) << "it was to be killed, not to end";
     const QByteArray all = booker.readAllStandardOutput();
-    for (const QByteArray& line : all.left(all.lastIndexOf('\n') + 1).split('\n')) {
-        const QList<QByteArray> words = line.split(' ');
-        if (words.size() != 3)
-            continue;
-        const Stored stored{words[1].toInt(), QString::fromLatin1(words[2])};
-        if (words[0].startsWith('V'))
-            acknowledged.preOrders[words[0].mid(1).toLongLong()] = stored;
-        else
-            acknowledged.orders[words[0].toLongLong()] = stored;
-    }
+    acknowledged.take("C");
+    for (const QByteArray& line : all.left(all.lastIndexOf('\n')).split('\n'))
+        acknowledged.take(line);
 }
 
 /// Every stored head agrees with its lines. `kind` is the part of the tables' names that tells them apart.
@@ -87,33 +113,83 @@ void expectGaplessNumbers() {
               u"1000"_s);
 }
 
-TEST(Kill, EveryAcknowledgedOrderIsFoundWhole) {
+int standing(const QString& kind, const Keyed& order) {
+    return TestFirm::value(u"SELECT Count(*) AS N FROM tbl_Auftragswesen_%1_Details AS d, "
+                           u"tbl_Auftragswesen_%1_Master AS m WHERE d.lng_TrxNrMaster = m.lng_TrxNr AND "
+                           u"m.txt_Konditionen = '%2'"_s.arg(kind, order.conditions))
+        .toInt();
+}
+
+/// The next start: what was keyed is there, in its last acknowledged state or a later one, as the draft or as
+/// the order that was stored in the last moment. Goes on with a draft as staff would; gives whether there was
+/// one.
+bool goOn(Acknowledged& acknowledged) {
+    const QString file = OrderDraft::defaultFile();
+    if (!OrderDraft::waits(file)) {
+        if (acknowledged.kept >= 0) {
+            const Keyed& last = acknowledged.keyed.last();
+            EXPECT_TRUE(standing(kOrders, last) == last.lines || standing(kPreOrders, last) == last.lines)
+                << last.lines;
+        }
+        return false;
+    }
+    orders::WorkingOrder order;
+    order.SetUp();
+    EXPECT_TRUE(OrderDraft::restore(file, order));
+    const QString found = test::fingerprint(order);
+    const QList<Keyed>& keyed = acknowledged.keyed;
+    const auto state =
+        std::find_if(keyed.begin(), keyed.end(), [&](const Keyed& one) { return one.fingerprint == found; });
+    EXPECT_GE(state == keyed.end() ? -1 : state - keyed.begin(), qMax<qsizetype>(0, acknowledged.kept));
+    if (order.LastFilledRow() < 0) {
+        OrderDraft::decline(file);
+        return true;
+    }
+    const qint64 number = order.detail(orders::Detail::AuftragsNr).toLongLong();
+    test::TestDialogs dialogs;
+    test::TestNavigation navigation;
+    if (order.buttons().cmdVerwaltungSave)
+        modAuftragswesenAuftragserfassung::UpdateBestellung(order, number);
+    else
+        modAuftragswesenAuftragserfassung::SaveBestellung(order, dialogs, navigation);
+    EXPECT_FALSE(OrderDraft::waits(file)) << "it stands booked now";
+    return true;
+}
+
+void expectStored(const QString& kind, const QMap<qint64, Stored>& acknowledged) {
+    for (auto order = acknowledged.begin(); order != acknowledged.end(); ++order) {
+        const int lines = storedLines(kind, order.key());
+        // A change that was stored, but not acknowledged yet, has one line more.
+        EXPECT_TRUE(lines == order->lines || (kind == kOrders && lines == order->lines + 1)) << order.key();
+        EXPECT_TRUE(lines > order->lines || storedTotal(kind, order.key()) == order->total) << order.key();
+    }
+}
+
+TEST(Kill, NothingAcknowledgedIsLostNorHalfNorStoredTwice) {
     constexpr int kKills = 60;
     TestFirm firm;
-    store::CloseDatabases();
     Acknowledged acknowledged;
-    for (int kill = 0; kill < kKills && !testing::Test::HasFatalFailure(); ++kill)
-        bookAndKill(firm.folder(), QRandomGenerator::global()->bounded(40), acknowledged);
-    store::setAppPath(firm.folder());
-    store::OpenDatabases();
-
-    EXPECT_GE(acknowledged.orders.size(), kKills);
-    EXPECT_GE(acknowledged.preOrders.size(), kKills / 2);
+    int drafts = 0;
+    for (int kill = 0; kill < kKills && !testing::Test::HasFailure(); ++kill) {
+        store::CloseDatabases();
+        bookAndKill(firm.folder(), QRandomGenerator::global()->bounded(80), acknowledged);
+        store::OpenDatabases();
+        drafts += goOn(acknowledged) ? 1 : 0;
+    }
+    EXPECT_GT(drafts, 0);
+    EXPECT_GT(acknowledged.orders.size(), kKills / 2);
+    EXPECT_GT(acknowledged.preOrders.size(), kKills / 4);
     EXPECT_EQ(TestFirm::value(u"SELECT integrity_check AS T FROM pragma_integrity_check"_s), u"ok"_s);
     expectGaplessNumbers();
-    expectWholeOrders(kOrders);
-    expectWholeOrders(kPreOrders);
-    for (auto order = acknowledged.orders.constBegin(); order != acknowledged.orders.constEnd(); ++order) {
-        const int lines = storedLines(kOrders, order.key());
-        // A change that was stored, but not acknowledged yet, has one line more.
-        EXPECT_TRUE(lines == order->lines || lines == order->lines + 1) << order.key();
-        EXPECT_TRUE(lines > order->lines || storedTotal(kOrders, order.key()) == order->total) << order.key();
-    }
-    for (auto order = acknowledged.preOrders.constBegin(); order != acknowledged.preOrders.constEnd();
-         ++order) {
-        EXPECT_EQ(storedLines(kPreOrders, order.key()), order->lines) << order.key();
-        EXPECT_EQ(storedTotal(kPreOrders, order.key()), order->total) << order.key();
-    }
+    for (const QString& kind : {kOrders, kPreOrders})
+        expectWholeOrders(kind);
+    expectStored(kOrders, acknowledged.orders);
+    expectStored(kPreOrders, acknowledged.preOrders);
+    EXPECT_EQ(TestFirm::value(u"SELECT Count(*) - Count(DISTINCT txt_Konditionen) AS N FROM (SELECT "
+                              u"txt_Konditionen FROM tbl_Auftragswesen_Bestellungen_Master UNION ALL SELECT "
+                              u"txt_Konditionen FROM tbl_Auftragswesen_Vorbestellungen_Master)"_s),
+              u"0"_s);
+    EXPECT_TRUE(QDir(firm.folder() + u"/Data"_s).entryList({u"Auftrag.entwurf*"_s}).isEmpty());
 }
 
 } // namespace

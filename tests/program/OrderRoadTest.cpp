@@ -1,27 +1,19 @@
 #include "common/Convert.h"
 #include "install/Installer.h"
-#include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/line/LineFactory.h"
 #include "platform/ui/CupsPrinters.h"
-#include "platform/ui/IniRegistryStore.h"
 #include "platform/ui/QtReportControl.h"
-#include "shell/Application.h"
 #include "support/CupsServer.h"
-#include "support/Keys.h"
 #include "support/LineSupport.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include <QApplication>
-#include <QTest>
-#include <gtest/gtest.h>
+#include "support/ProgramFixture.h"
 
 using namespace Qt::StringLiterals;
 using test::TestFirm;
 
 namespace {
 
-/// The whole program on the small firm, with a SIP line and a print service of its own.
-class OrderRoad : public testing::Test {
+/// With a SIP line and a print service of its own.
+class OrderRoad : public test::ProgramTest {
   protected:
     void SetUp() override {
         ASSERT_TRUE(printing.started()) << printing.failure().toStdString();
@@ -29,44 +21,13 @@ class OrderRoad : public testing::Test {
         install::InstallOptions options;
         options.reportsFrom = QStringLiteral(TAVOLINO_SOURCE_DIR "/reports");
         install::installDatabases(firm.folder(), options);
-        store::CloseDatabases();
         platform::LineSettings settings;
         settings.kind = platform::LineSettings::Kind::Sip;
         settings.sip.address = u"127.0.0.1"_s;
         settings.sip.port = freePort();
         port = settings.sip.port;
         line = platform::createLine(settings);
-        program = std::make_unique<shell::Application>(
-            shell::Application::Ground{.appPath = firm.folder(),
-                                       .dialogs = dialogs,
-                                       .registry = registry,
-                                       .reports = reports,
-                                       .printers = printers,
-                                       .line = line.get(),
-                                       .exitProcess = [this](int code) { ended << code; }});
-        ASSERT_TRUE(program->start());
-        QApplication::setActiveWindow(&program->mainWindow());
-    }
-
-    void TearDown() override {
-        program.reset();
-        if (!ConnMain.IsOpen())
-            store::OpenDatabases();
-    }
-
-    void press(Qt::Key key) {
-        QWidget* focus = QApplication::focusWidget();
-        QTest::keyClick(focus ? focus : &program->mainWindow(), key);
-    }
-
-    void key(const QString& text) {
-        test::typeText(text);
-        press(Qt::Key_Return);
-    }
-
-    frmAuftragswesenAuftragserfassung* screen() {
-        return qobject_cast<frmAuftragswesenAuftragserfassung*>(
-            program->mainWindow().screens().open(u"frmAuftragswesenAuftragserfassung"_s));
+        ASSERT_TRUE(start(reports, printers));
     }
 
     /// The columns of a row, divided by blanks; amounts with two decimals.
@@ -81,23 +42,17 @@ class OrderRoad : public testing::Test {
         return texts.join(u' ').toStdString();
     }
 
-    TestFirm firm;
     test::CupsServer printing;
-    test::TestDialogs dialogs;
-    platform::ui::IniRegistryStore registry{firm.folder() + u"/einstellungen.ini"_s};
     platform::QtReportControl reports{dialogs};
     platform::CupsPrinters printers;
-    std::unique_ptr<platform::BasicCAPI32> line;
-    std::unique_ptr<shell::Application> program;
     int port = 0;
-    QList<int> ended;
 };
 
 TEST_F(OrderRoad, FromTheRingingLineToThePrintedSlipByKeyboardAlone) {
     const auto caller = Sipp::caller(u"call_cancel.xml"_s, port,
                                      {u"-key"_s, u"from_uri"_s, u"sip:0791234567@127.0.0.1"_s, u"-key"_s,
                                       u"extra"_s, u"Subject: Pizza"_s});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return program->mainWindow().callWaits(); }, 10000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window().callWaits(); }, 10000));
     EXPECT_TRUE(caller->succeeds()) << caller->errors().toStdString();
 
     press(Qt::Key_F9);
@@ -140,7 +95,7 @@ TEST_F(OrderRoad, FromTheRingingLineToThePrintedSlipByKeyboardAlone) {
 TEST_F(OrderRoad, AFullDiskEndsTheProgramAndLosesNothingBooked) {
     ConnMain.Execute(u"PRAGMA max_page_count = 1"_s);
     for (int order = 0; order < 2000 && ended.isEmpty(); ++order) {
-        program->mainWindow().BasicCAPI32_IncomingCall({}, u"0791234567"_s, {});
+        window().BasicCAPI32_IncomingCall({}, u"0791234567"_s, {});
         press(Qt::Key_F9);
         for (int i = 0; i < 8; ++i)
             screen()->order().PickProdukt(TestFirm::kWein, u"W"_s, 1);

@@ -1,0 +1,95 @@
+#pragma once
+#include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/TelephoneLine.h"
+#include "platform/ui/IniRegistryStore.h"
+#include "shell/Application.h"
+#include "support/Keys.h"
+#include "support/TestDialogs.h"
+#include "support/TestFirm.h"
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace test {
+
+/// The whole program on the small firm: the real start sequence and the real screens, worked by keys. It can
+/// be started again after its end, as the next day does.
+class ProgramTest : public testing::Test {
+  protected:
+    void TearDown() override {
+        program.reset();
+        if (!ConnMain.IsOpen())
+            store::OpenDatabases();
+    }
+
+    /// False when the start sequence ended the program. The program before it is gone by then.
+    bool start(platform::ReportControl& reports, platform::Printers& printers) {
+        program.reset();
+        if (ConnMain.IsOpen())
+            store::CloseDatabases();
+        program = std::make_unique<shell::Application>(
+            shell::Application::Ground{.appPath = firm.folder(),
+                                       .dialogs = dialogs,
+                                       .registry = registry,
+                                       .reports = reports,
+                                       .printers = printers,
+                                       .line = line.get(),
+                                       .exitProcess = [this](int code) { ended << code; }});
+        const bool started = program->start();
+        QApplication::setActiveWindow(&window());
+        return started;
+    }
+
+    frmMDI& window() { return program->mainWindow(); }
+
+    template <typename Widget> Widget* find(const char* name) {
+        return window().template findChild<Widget*>(QLatin1String(name));
+    }
+
+    /// Null while it is not open.
+    frmAuftragswesenAuftragserfassung* screen() {
+        return qobject_cast<frmAuftragswesenAuftragserfassung*>(
+            window().screens().open(QStringLiteral("frmAuftragswesenAuftragserfassung")));
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QWidget* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : &window(), key, modifiers);
+    }
+
+    /// Types and presses Enter.
+    void key(const QString& text) {
+        typeText(text);
+        press(Qt::Key_Return);
+    }
+
+    /// Does `work` in the next modal dialog, which must be over by then: one that stays would hold the test.
+    void inDialog(const std::function<void(QWidget& dialog)>& work) {
+        auto* watch = new QTimer(&window());
+        QObject::connect(watch, &QTimer::timeout, watch, [this, watch, work] {
+            const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            watch->stop();
+            watch->deleteLater();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+            work(*dialog);
+            if (dialog && dialog->isVisible()) {
+                ADD_FAILURE() << dialog->objectName().toStdString() << " is still open";
+                dialog->close();
+            }
+            // As a window manager does.
+            QApplication::setActiveWindow(&window());
+        });
+        watch->start(1);
+    }
+
+    TestFirm firm;
+    TestDialogs dialogs;
+    platform::ui::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
+    std::unique_ptr<platform::BasicCAPI32> line;
+    std::unique_ptr<shell::Application> program;
+    /// Exit codes that the program asked for.
+    QList<int> ended;
+};
+
+} // namespace test

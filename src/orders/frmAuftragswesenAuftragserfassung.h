@@ -46,6 +46,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
   protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    /// What was added to the catalogue on another screen is there when this one is in front again.
+    void changeEvent(QEvent* event) override;
 
   private:
     /// While one lives, address and buttons stay as they are: a call that is taken clears and fills the order
@@ -85,6 +87,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
 
     // Catalogue
     void combo_PreisGruppe_Click();
+    void refreshCatalogue();
     void TabStripArtikel_Click();
     void FormatGridProdukte();
     void FormatGridExtras(qint64 produktId);
@@ -126,4 +129,5 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     int m_MenuZeile = -1;
     QString m_shownAddress;
     int m_settling = 0;
+    bool m_wasInFront = false;
 };

@@ -1,10 +1,12 @@
 // Booking, changing, loading and printing on the order screen.
 #include "common/Convert.h"
+#include "masterdata/modVerwaltungKuriere.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenBestellschein.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
+#include "platform/Navigation.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
 
 using namespace Qt::StringLiterals;
@@ -57,7 +59,11 @@ void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
     case SaveDecision::Vorbestellung:
         return storePreOrder();
     case SaveDecision::KeinKurier:
-        return tell(tr("Bitte wählen Sie einen Kurier."), tr("Bestellung"), platform::kInformation);
+        tell(tr("Bitte wählen Sie einen Kurier."), tr("Bestellung"), platform::kInformation);
+        // Nothing to choose from yet: the message leads to where a courier comes from.
+        if (modVerwaltungKuriere::GetFirstKurier().isEmpty())
+            m_services.navigation.showScreen(u"frmVerwaltungKuriere"_s);
+        return;
     case SaveDecision::FrageVorbestellung:
         return;
     case SaveDecision::Bestellung:

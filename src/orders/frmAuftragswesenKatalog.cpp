@@ -1,9 +1,12 @@
 // The catalogue of the order screen: categories, products, extras, quantities, and the menus of the cells.
 #include "common/Convert.h"
+#include "common/Guard.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmPopUpMenu.h"
 #include "platform/Dialogs.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
+#include <QEvent>
+#include <QMdiSubWindow>
 #include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +25,25 @@ void frmAuftragswesenAuftragserfassung::combo_PreisGruppe_Click() {
         }
     }
     TabStripArtikel_Click();
+}
+
+void frmAuftragswesenAuftragserfassung::refreshCatalogue() {
+    QTabBar* tabs = m_ui->TabStripArtikel;
+    const QVariant kategorie = tabs->tabData(tabs->currentIndex());
+    combo_PreisGruppe_Click();
+    for (int tab = 1; tab < tabs->count(); ++tab)
+        if (tabs->tabData(tab) == kategorie)
+            tabs->setCurrentIndex(tab);
+}
+
+void frmAuftragswesenAuftragserfassung::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (event->type() == QEvent::ParentChange && frame)
+        common::connectGuarded(frame, &QMdiSubWindow::aboutToActivate, this, [this] {
+            if (std::exchange(m_wasInFront, true))
+                refreshCatalogue();
+        });
 }
 
 void frmAuftragswesenAuftragserfassung::TabStripArtikel_Click() {

@@ -47,8 +47,15 @@ bool Application::start() {
 }
 
 void Application::endProgram(int exitCode) {
+    if (exitCode == 0)
+        takeSettingsOver();
     closeDown();
     m_ground.exitProcess(exitCode);
+}
+
+void Application::takeSettingsOver() {
+    if (m_window && ConnMain.IsOpen())
+        m_window->screens().close(QStringLiteral("frmEinstellungenSystem"));
 }
 
 void Application::closeDown() {

@@ -50,10 +50,12 @@ class Application {
     /// Built by start.
     frmMDI& mainWindow() { return *m_window; }
 
-    /// Closes what is open and leaves the process, without a question.
+    /// Closes what is open and leaves the process, without a question. Settings that stand open are taken
+    /// over as at any closing of their screen, but not after an error.
     void endProgram(int exitCode = 0);
 
   private:
+    void takeSettingsOver();
     void closeDown();
 
     Ground m_ground;

@@ -58,6 +58,11 @@ void ScreenManager::centre(QWidget& floating) {
     floating.move(m_room.window()->rect().center() - floating.rect().center());
 }
 
+void ScreenManager::close(const QString& screen) {
+    if (const QPointer<QMdiSubWindow> window = m_open.take(screen))
+        window->close();
+}
+
 void ScreenManager::closeAll() {
     // Forgotten at once, deleted later: a window may be the one whose key led here.
     const auto windows = std::exchange(m_open, {});

@@ -21,6 +21,8 @@ class ScreenManager : public QObject {
     /// Shows the screen, created now when it is not open, and brings it to the front: an entry whose screen
     /// is covered by another one would look dead. A modal screen is over when this returns.
     void show(const QString& screen);
+    /// Closes the child window if it is open.
+    void close(const QString& screen);
     /// Closes all child windows, without a question.
     void closeAll();
 

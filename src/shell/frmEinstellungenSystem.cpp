@@ -2,6 +2,7 @@
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "orders/modAuftragswesenBestellschein.h"
+#include "orders/modBestellNummern.h"
 #include "platform/ReportControl.h"
 #include "platform/ui/FieldHelpers.h"
 #include "shell/modEinstellungenSystem.h"
@@ -70,6 +71,8 @@ void frmEinstellungenSystem::closeEvent(QCloseEvent* event) {
         for (const Setting& setting : m_settings)
             setting.take();
         modEinstellungenSystem::SaveSystemSettings();
+        // Another first number is the next one as long as nothing is booked.
+        modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation);
     });
 }
 
@@ -177,7 +180,18 @@ void frmEinstellungenSystem::addSystem() {
     addWord(*m_ui->combo_Currency, SysCurrency);
     addWord(*m_ui->combo_Language, SysSprache);
     addFlag(*m_ui->check_EditierungBestellungen, SysEditierungBestellungen);
-    addFlag(*m_ui->check_AnmeldungUser, SysAnmeldungBenutzer);
+    addAnmeldung();
+}
+
+void frmEinstellungenSystem::addAnmeldung() {
+    // The users' screen has the same switch and keeps it at once: only what was changed here is taken over.
+    QCheckBox& box = *m_ui->check_AnmeldungUser;
+    const bool before = SysAnmeldungBenutzer != 0;
+    add([&box, before] { box.setChecked(before); },
+        [&box, before] {
+            if (box.isChecked() != before)
+                SysAnmeldungBenutzer = box.isChecked();
+        });
 }
 
 void frmEinstellungenSystem::addTrxNr() {

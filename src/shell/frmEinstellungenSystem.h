@@ -47,6 +47,7 @@ class frmEinstellungenSystem : public QWidget {
     void addTimes();
     void addPreOrders();
     void addSystem();
+    void addAnmeldung();
     void addFiktiverTag();
     void addTrxNr();
     void restrictEditierung();

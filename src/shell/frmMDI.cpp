@@ -61,15 +61,24 @@ void frmMDI::choose(const MenuEntry& entry) {
     }
 }
 
-void frmMDI::setUpHints() {
-    std::vector<shell::Room::Hint> hints{{QKeySequence(Qt::Key_F9), tr("Wartenden Anruf annehmen")}};
-    for (const char* name : {"mnAuftragswesenBestellungen", "mnAuftragswesenVorbestellungen",
-                             "mnAuftragswesenISDNListe", "mnVerwaltungKunden"}) {
+void frmMDI::showHints() {
+    std::vector<shell::Room::Hint> hints;
+    const auto add = [&](const char* name) {
         const QAction* action = menuAction(QLatin1String(name));
         if (action->isEnabled())
             hints.push_back({action->shortcut(), action->text().remove(u'&')});
+    };
+    for (const char* name :
+         {"mnAuftragswesenBestellungen", "mnAuftragswesenVorbestellungen", "mnVerwaltungKunden"})
+        add(name);
+    if (hasTelephony()) {
+        hints.push_back({QKeySequence(Qt::Key_F9), tr("Wartenden Anruf annehmen")});
+        add("mnAuftragswesenISDNListe");
     }
     m_ui->MdiArea->setHints(std::move(hints));
+}
+
+void frmMDI::setUpHints() {
     const auto withKey = [](QWidget* panel, const QKeySequence& key) {
         panel->setToolTip(u"%1 (%2)"_s.arg(panel->toolTip(), key.toString(QKeySequence::NativeText)));
     };

@@ -101,6 +101,9 @@ class frmMDI : public QMainWindow {
     void setUpToolBar();
     void setUpPanels();
     void setUpHints();
+    /// The keys that lead on, in the empty room.
+    void showHints();
+    bool hasTelephony() const;
     void setUpTimers();
     void toolButton(class QToolButton* button, const QString& screen);
     void choose(const shell::MenuEntry& entry);

@@ -37,6 +37,11 @@ void frmMDI::startTelephony(platform::BasicCAPI32* line) {
         qWarning("Start ohne Telefonie: %s", failure.what());
         m_ui->ShowTelefonListeCommand->hide();
     }
+    showHints();
+}
+
+bool frmMDI::hasTelephony() const {
+    return !m_ui->ShowTelefonListeCommand->isHidden();
 }
 
 void frmMDI::BasicCAPI32_IncomingCall(const QString&, const QString& AnrufNr, const QString&) {
@@ -73,7 +78,7 @@ void frmMDI::showWaitingCall(bool waits, const QString& number) {
 }
 
 void frmMDI::openAnruferListe() {
-    if (!m_ui->ShowTelefonListeCommand->isHidden())
+    if (hasTelephony())
         m_screens->show(u"frmVerwaltungAnruferListe"_s);
 }
 

@@ -1,9 +1,4 @@
-#include "common/Convert.h"
-#include "install/Installer.h"
 #include "platform/line/LineFactory.h"
-#include "platform/ui/CupsPrinters.h"
-#include "platform/ui/QtReportControl.h"
-#include "support/CupsServer.h"
 #include "support/LineSupport.h"
 #include "support/ProgramFixture.h"
 
@@ -12,39 +7,20 @@ using test::TestFirm;
 
 namespace {
 
-/// With a SIP line and a print service of its own.
-class OrderRoad : public test::ProgramTest {
+/// With a SIP line.
+class OrderRoad : public test::PrintingProgramTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(printing.started()) << printing.failure().toStdString();
-        printing.addQueue(u"Kasse"_s);
-        install::InstallOptions options;
-        options.reportsFrom = QStringLiteral(TAVOLINO_SOURCE_DIR "/reports");
-        install::installDatabases(firm.folder(), options);
+        PrintingProgramTest::SetUp();
         platform::LineSettings settings;
         settings.kind = platform::LineSettings::Kind::Sip;
         settings.sip.address = u"127.0.0.1"_s;
         settings.sip.port = freePort();
         port = settings.sip.port;
         line = platform::createLine(settings);
-        ASSERT_TRUE(start(reports, printers));
+        ASSERT_TRUE(start());
     }
 
-    /// The columns of a row, divided by blanks; amounts with two decimals.
-    static std::string row(const QString& sql) {
-        store::Recordset rows;
-        rows.Open(sql, ConnMain, store::adOpenForwardOnly, store::adLockReadOnly);
-        QStringList texts;
-        for (const store::Column& column : rows.Columns()) {
-            const common::Value value = rows.Fields(column.name).Value();
-            texts << (value.isDouble() ? common::formatNumber(value.toDouble(), u"0.00") : value.toText());
-        }
-        return texts.join(u' ').toStdString();
-    }
-
-    test::CupsServer printing;
-    platform::QtReportControl reports{dialogs};
-    platform::CupsPrinters printers;
     int port = 0;
 };
 

@@ -173,6 +173,7 @@ TEST_F(SettingsScreenTest, EveryControlReachesItsGlobalItsColumnAndComesBack) {
         put(nameOf(way.control), way.value);
     click(u"cmdClose"_s);
     EXPECT_TRUE(screen->isHidden());
+    EXPECT_EQ(navigation.nextTrxNr, u"4711"_s) << "the first number in the main window";
     for (const auto& [way, other] : ways()) {
         EXPECT_EQ(way.global(), way.stored) << nameOf(way.control).toStdString();
         EXPECT_EQ(column(nameOf(way.column)), way.stored) << nameOf(way.control).toStdString();
@@ -276,11 +277,13 @@ TEST_F(SettingsScreenTest, OnlyAnAdministratorLiftsTheRestriction) {
     }
 }
 
-TEST_F(SettingsScreenTest, AValueThatTheListLacksIsKept) {
+TEST_F(SettingsScreenTest, WhatTheListLacksAndWhatAnotherScreenSwitchedIsKept) {
     SysStandardLieferzeit = 37;
     SysPrinter1Copies = 12;
     open();
+    SysAnmeldungBenutzer = 1;
     screen->close();
+    EXPECT_EQ(std::exchange(SysAnmeldungBenutzer, 0), 1);
     EXPECT_EQ(SysStandardLieferzeit, 37);
     EXPECT_EQ(SysPrinter1Copies, 12);
 }

@@ -168,11 +168,32 @@ TEST_F(ShellTest, ErrorInATickWhileADialogIsOpenDoesNotTravelThroughIt) {
     EXPECT_TRUE(window.isVisible());
 }
 
-TEST_F(ShellTest, ClosingEndsAtOnceWithoutAQuestion) {
-    start().close();
-    EXPECT_EQ(ended, QList<int>{0});
-    EXPECT_EQ(line.stops, 1);
-    EXPECT_FALSE(ConnMain.IsOpen());
+TEST_F(ShellTest, EveryWayOutEndsAtOnceAndTakesTheOpenSettingsOver) {
+    const std::function<void(frmMDI&)> ways[] = {
+        [](frmMDI& window) { window.close(); },
+        [](frmMDI& window) { window.menuAction(u"mnEinstellungenBeenden"_s)->trigger(); },
+        [](frmMDI& window) { QTest::keyClick(&window, Qt::Key_X, Qt::ControlModifier); },
+        [this](frmMDI&) { find<QToolButton>("ToolBarExit")->click(); },
+        // After an error nothing is written any more.
+        [this](frmMDI&) { app->endProgram(1); },
+    };
+    int number = 4000;
+    for (const auto& leave : ways) {
+        frmMDI& window = start();
+        window.screens().show(u"frmEinstellungenSystem"_s);
+        window.screens()
+            .open(u"frmEinstellungenSystem"_s)
+            ->findChild<QLineEdit*>(u"txt_TrxNr"_s)
+            ->setText(QString::number(++number));
+        line.stops = 0;
+        leave(window);
+        EXPECT_EQ(line.stops, 1) << number;
+        EXPECT_FALSE(ConnMain.IsOpen());
+        build();
+        ASSERT_TRUE(app->start());
+        EXPECT_EQ(label("MDIAuftragsNummer"), number == 4005 ? u"4004"_s : QString::number(number));
+    }
+    EXPECT_EQ(ended, (QList<int>{0, 0, 0, 0, 1}));
     EXPECT_TRUE(dialogs.said.isEmpty());
 }
 

@@ -1,8 +1,13 @@
 #pragma once
+#include "common/Convert.h"
+#include "install/Installer.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/TelephoneLine.h"
+#include "platform/ui/CupsPrinters.h"
 #include "platform/ui/IniRegistryStore.h"
+#include "platform/ui/QtReportControl.h"
 #include "shell/Application.h"
+#include "support/CupsServer.h"
 #include "support/Keys.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -27,7 +32,7 @@ class ProgramTest : public testing::Test {
         if (ConnMain.IsOpen())
             store::CloseDatabases();
         program = std::make_unique<shell::Application>(
-            shell::Application::Ground{.appPath = firm.folder(),
+            shell::Application::Ground{.appPath = folder,
                                        .dialogs = dialogs,
                                        .registry = registry,
                                        .reports = reports,
@@ -84,12 +89,45 @@ class ProgramTest : public testing::Test {
     }
 
     TestFirm firm;
+    /// The installation that the program starts on.
+    QString folder = firm.folder();
     TestDialogs dialogs;
     platform::ui::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
     std::unique_ptr<platform::BasicCAPI32> line;
     std::unique_ptr<shell::Application> program;
     /// Exit codes that the program asked for.
     QList<int> ended;
+};
+
+/// The program on an installation with the report templates and a print service of its own, which has one
+/// queue, "Kasse".
+class PrintingProgramTest : public ProgramTest {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(printing.started()) << printing.failure().toStdString();
+        printing.addQueue(QStringLiteral("Kasse"));
+        // Adds what the installation lacks.
+        install::installDatabases(folder, {.reportsFrom = QStringLiteral(TAVOLINO_SOURCE_DIR "/reports")});
+    }
+
+    bool start() { return ProgramTest::start(reports, printers); }
+
+    /// The columns of a row, divided by blanks; amounts with two decimals.
+    static std::string row(const QString& sql) {
+        store::Recordset rows;
+        rows.Open(sql, ConnMain, store::adOpenForwardOnly, store::adLockReadOnly);
+        QStringList texts;
+        for (const store::Column& column : rows.Columns()) {
+            const common::Value value = rows.Fields(column.name).Value();
+            texts << (value.isDouble() ? common::formatNumber(value.toDouble(), QStringLiteral("0.00"))
+                                       : value.toText());
+        }
+        return texts.join(QLatin1Char(' ')).toStdString();
+    }
+
+    CupsServer printing;
+    platform::QtReportControl reports{dialogs};
+    platform::CupsPrinters printers;
 };
 
 } // namespace test

@@ -18,8 +18,8 @@ class ListRoads {
     std::vector<Road> roads();
 
   private:
-    /// A road beside the statements that it runs, taken down over the first `variants` runs; the road repeats
-    /// itself after these.
+    /// A road beside the statements that it runs, taken down when the other side goes first; the road repeats
+    /// itself after `variants` runs.
     Road replayed(const std::string& name, int runs, std::function<void(size_t)> ours, int variants = 1);
     std::vector<Road> openings();
     std::vector<Road> lists();

@@ -16,6 +16,9 @@ class Replay {
 
     /// Goes the road on the connection at `handle` and takes down what it ran.
     void record(sqlite3* handle, const std::function<void()>& road);
+
+    int recordings() const { return int(m_recordings.size()); }
+
     /// The statements of the recording at `i`; they start again behind the last one.
     void run(size_t i);
 

@@ -69,7 +69,9 @@ void Recordset::abandon() {
     m_atEnd = m_fetched = m_streaming = m_updatable = false;
     m_source.clear();
     m_table.clear();
-    m_keyName.clear();
+    for (QString* part : {&m_from, &m_narrowed, &m_keyName})
+        part->clear();
+    m_total = 0;
 }
 
 void Recordset::Open(const QString& source, Connection& connection, int cursorType, int lockType, int) {
@@ -124,7 +126,8 @@ void Recordset::fetch() {
 }
 
 void Recordset::fetchAll() {
-    const std::unique_ptr<Cursor> cursor = m_connection->engine().query(m_source, m_updatable);
+    const std::unique_ptr<Cursor> cursor =
+        m_connection->engine().query(m_narrowed.isEmpty() ? m_source : m_narrowed, m_updatable);
     m_columns = cursor->columns();
     const int keyColumn = int(m_columns.size()) - 1;
     if (m_updatable) {
@@ -154,9 +157,9 @@ Recordset::Row& Recordset::currentRow() {
     if (m_newRow)
         return *m_newRow;
     fetch();
-    if (m_streaming || m_position < 0 || m_position >= int(m_order.size()))
+    if (m_streaming || m_position < 0 || m_position >= count())
         throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
-    Row& row = rowAt(m_order[size_t(m_position)]);
+    Row& row = rowAt(m_position);
     if (row.changed.empty())
         row.changed.resize(row.values.size());
     return row;
@@ -167,22 +170,22 @@ bool Recordset::Eof() {
     if (m_streaming)
         return m_atEnd;
     fetch();
-    return m_position >= int(m_order.size());
+    return m_position >= count();
 }
 
 bool Recordset::Bof() {
     fetch();
-    return m_order.empty() || m_position < 0;
+    return count() == 0 || m_position < 0;
 }
 
 int Recordset::RecordCount() {
     fetch();
-    return m_streaming ? -1 : int(m_order.size());
+    return m_streaming ? -1 : count();
 }
 
 int Recordset::AbsolutePosition() {
     fetch();
-    return m_position < 0 || m_position >= int(m_order.size()) ? -1 : m_position + 1;
+    return m_position < 0 || m_position >= count() ? -1 : m_position + 1;
 }
 
 void Recordset::SetAbsolutePosition(int position) {
@@ -240,7 +243,7 @@ Field Recordset::Fields(QStringView name) {
 
 Value Recordset::valueAt(int row, int column) {
     fetch();
-    return rowAt(m_order[size_t(row)]).values[size_t(column)];
+    return rowAt(row).values[size_t(column)];
 }
 
 void Recordset::AddNew() {

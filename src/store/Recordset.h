@@ -62,9 +62,13 @@ class Field {
 ///
 /// A static read-only recordset of a plain query on one table with a counter ("SELECT columns FROM table",
 /// with or without WHERE and ORDER BY) fetches only the counters then, in the query's order, and each row
-/// when it is looked at. Which rows it holds is settled by that, their values are those of the first look; a
-/// row that is gone by then has its counter only. Sort asks the store for the order of these rows; Filter
-/// fetches them all.
+/// when it is looked at. Of a whole table it fetches the first counters and the number of rows, and the other
+/// counters when one of them is looked at. Which rows it holds is settled by that, their values are those of
+/// the first look; a row that is gone by then has its counter only, or nothing where that was not fetched
+/// yet. Sort asks the store for the order of these rows; Filter fetches them all.
+///
+/// Filter before the first look has the store choose the rows of a plain query, so that the others are not
+/// fetched.
 ///
 /// Yes/No columns read as -1 or 0, date and time columns as Serial. The work recordsets are shared by the
 /// whole program, so opening one that is open throws kObjectOpen: open them through OpenRecordset (below),
@@ -127,19 +131,27 @@ class Recordset {
     struct Row;
     void requireOpen() const;
     void fetch();
-    /// Recognises the query whose rows are fetched singly (see above).
+    /// Recognises a plain query, and whether its rows are fetched singly (see above).
     void planSingleRows();
     void fetchKeys();
+    void readKeys(int most);
+    void fetchOtherKeys();
+    QString keyQuery(const QString& orderBy) const;
+    QString rowQuery(qint64 key) const;
+    qint64 ofTable(const QString& aggregate) const;
     void fetchAll();
-    /// A row of m_rows with its values.
-    Row& rowAt(int index);
-    void sortByStore(const QString& order);
+    void fetchAllAgain();
+    /// The row at a position of the present order, with its values.
+    Row& rowAt(int position);
+    void sortByStore(const QString& orderBy);
     void markCounter();
     Row& currentRow();
     int columnIndex(QStringView name);
 
     /// Columns of the running query, or of the fetched rows.
     const std::vector<Column>& columnsNow() const { return m_streaming ? m_cursor->columns() : m_columns; }
+
+    int count() const { return qMax(int(m_order.size()), m_total); }
 
     std::vector<Condition> parseConditions(const QString& text);
     void abandon();
@@ -148,9 +160,13 @@ class Recordset {
     Connection* m_connection = nullptr;
     QString m_source;
     QString m_table;
-    /// The query around its columns, and the counter's name; empty when all rows are fetched at once.
-    QString m_from, m_where, m_orderBy, m_keyName;
-    QString m_rowQuery;
+    /// The parts of a plain query, and what narrows it.
+    QString m_list, m_from, m_where, m_orderBy, m_narrowed;
+    /// The counter's name, empty when all rows are fetched at once; the order that m_rows stand in.
+    QString m_keyName, m_keyOrder;
+    /// What was there when the first counters were fetched: that many rows, none with a higher counter.
+    int m_total = 0;
+    qint64 m_highest = 0;
     bool m_updatable = false;
     bool m_streaming = false;
     bool m_fetched = false;

@@ -82,16 +82,22 @@ std::vector<Condition> Recordset::parseConditions(const QString& text) {
 }
 
 void Recordset::Filter(const QString& text) {
-    fetch();
-    if (!m_keyName.isEmpty() && !text.trimmed().isEmpty()) {
+    requireOpen();
+    const bool all = text.trimmed().isEmpty();
+    if (!all && !m_fetched && !m_from.isEmpty()) {
+        const QString chosen = m_where.isEmpty() ? QString() : u'(' + m_where.mid(5) + u") AND "_s;
+        m_narrowed = u"SELECT "_s + m_list + m_from + u" WHERE "_s + chosen + text + u' ' + m_orderBy;
         m_keyName.clear();
-        m_rows.clear();
-        m_order.clear();
-        fetchAll();
+        return fetch();
     }
+    fetch();
+    if (!m_narrowed.isEmpty() || (!m_keyName.isEmpty() && !all))
+        fetchAllAgain();
+    else if (!m_keyName.isEmpty())
+        return Sort({});
     m_order.resize(m_rows.size());
     std::iota(m_order.begin(), m_order.end(), 0);
-    if (!text.trimmed().isEmpty()) {
+    if (!all) {
         const std::vector<Condition> conditions = parseConditions(text);
         std::erase_if(m_order, [&](int row) {
             return !std::all_of(conditions.begin(), conditions.end(), [&](const Condition& condition) {
@@ -106,13 +112,11 @@ void Recordset::Sort(const QString& order) {
     fetch();
     m_position = 0;
     const QStringList words = order.split(u' ', Qt::SkipEmptyParts);
-    if (words.isEmpty()) {
-        std::sort(m_order.begin(), m_order.end());
-        return;
-    }
-    if (!m_keyName.isEmpty())
-        return sortByStore(order);
-    const size_t column = size_t(columnIndex(words.front()));
+    const size_t column = words.isEmpty() ? 0 : size_t(columnIndex(words.front()));
+    if (!m_keyName.isEmpty() && !(words.isEmpty() && m_keyOrder == m_orderBy))
+        return sortByStore(words.isEmpty() ? m_orderBy : u" ORDER BY "_s + order);
+    if (words.isEmpty())
+        return std::sort(m_order.begin(), m_order.end());
     const bool down = words.size() > 1 && words[1].compare(u"DESC"_s, Qt::CaseInsensitive) == 0;
     std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
         const int c = compareValues(m_rows[size_t(a)].values[column], m_rows[size_t(b)].values[column]);
@@ -123,8 +127,8 @@ void Recordset::Sort(const QString& order) {
 void Recordset::Find(const QString& criteria) {
     fetch();
     const std::vector<Condition> conditions = parseConditions(criteria);
-    for (; m_position < int(m_order.size()); ++m_position) {
-        const Row& row = rowAt(m_order[size_t(m_position)]);
+    for (; m_position < count(); ++m_position) {
+        const Row& row = rowAt(m_position);
         if (conditions.front().holds(row.values[size_t(conditions.front().column)]))
             return;
     }

@@ -327,6 +327,42 @@ TEST_F(StoreTest, RowsLookedAtLaterAreThoseOfTheQuery) {
     EXPECT_EQ(errorOf([&] { rows.valueAt(0, 0); }), common::kObjectClosed);
 }
 
+TEST_F(StoreTest, AWholeTableKeepsItsNumberOfRowsAndTheirOrder) {
+    store::Transaction transaction(connection);
+    for (int i = 1; i <= 300; ++i)
+        add(QString::number(1000 + i), i % 2);
+    transaction.commit();
+    Recordset rows;
+    const auto open = [&] {
+        rows.Open(u"SELECT lng_ID, txt_Name FROM tbl_Dinge ORDER BY lng_ID DESC;"_s, connection,
+                  store::adOpenStatic, store::adLockReadOnly);
+    };
+    open();
+    EXPECT_EQ(rows.RecordCount(), 300);
+    connection.Execute(u"DELETE FROM tbl_Dinge WHERE lng_ID = 5"_s);
+    add(u"neu"_s);
+    for (const auto& [row, text] : {std::pair{0, u"1300"}, {260, u"1040"}, {298, u"1001"}, {299, u""}})
+        EXPECT_EQ(rows.valueAt(row, 1).toText(), QString::fromUtf16(text)) << row;
+    rows.Sort(u"txt_Name ASC"_s);
+    EXPECT_EQ(rows.valueAt(4, 0).toLong(), 6);
+    rows.Close();
+
+    open();
+    rows.Filter(u"txt_Name > '1290' AND lng_ID <> 300"_s);
+    EXPECT_EQ(rows.RecordCount(), 10);
+    EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);
+    rows.Filter(u""_s);
+    EXPECT_EQ(rows.RecordCount(), 300);
+    rows.Close();
+
+    open();
+    rows.Sort(u"lng_ID ASC"_s);
+    rows.MoveLast();
+    EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"neu"_s);
+    rows.Sort(u""_s);
+    EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);
+}
+
 TEST_F(StoreTest, CompactsIntoANewFileOnly) {
     add(u"bleibt"_s);
     const QString target =

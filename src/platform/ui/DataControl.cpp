@@ -22,13 +22,15 @@ class Change {
 DataControl::DataControl(QObject* parent) : QObject(parent) {
 }
 
-void DataControl::Refresh() {
+void DataControl::Refresh(const QString& filter) {
     Q_ASSERT(m_connection);
     const Change change(*this);
     m_count = 0;
     if (m_rows.IsOpen())
         m_rows.Close();
     m_rows.Open(m_source, *m_connection, store::adOpenStatic, store::adLockReadOnly);
+    if (!filter.isEmpty())
+        m_rows.Filter(filter);
     m_count = m_rows.RecordCount();
 }
 

@@ -18,8 +18,9 @@ class DataControl : public QObject {
 
     const QString& RecordSource() const { return m_source; }
 
-    /// Runs the query afresh. Throws what Recordset::Open throws; the list is empty then.
-    void Refresh();
+    /// Runs the query afresh, narrowed by a filter (see store::Recordset::Filter). Throws what
+    /// Recordset::Open throws; the list is empty then.
+    void Refresh(const QString& filter = {});
 
     /// The rows of the last Refresh. After sorting or filtering it directly call Rebind.
     store::Recordset& Recordset() { return m_rows; }

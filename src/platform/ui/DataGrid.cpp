@@ -21,7 +21,6 @@ DataGrid::DataGrid(QWidget* parent) :
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
-    connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::applyColumns);
 }
 
 void DataGrid::setDataControl(DataControl& control) {
@@ -29,7 +28,8 @@ void DataGrid::setDataControl(DataControl& control) {
 }
 
 void DataGrid::formatColumns(std::vector<DataColumn> columns) {
-    m_model->setColumns(std::move(columns));
+    if (m_model->setColumns(std::move(columns)))
+        applyColumns();
 }
 
 const std::vector<DataColumn>& DataGrid::columns() const {

@@ -71,9 +71,7 @@ void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn
                               const QString& filter) {
     m_rows.setConnection(ConnMain);
     m_rows.setRecordSource(query);
-    m_rows.Refresh();
-    if (!filter.isEmpty())
-        m_rows.Filter(filter);
+    m_rows.Refresh(filter);
     m_grid->formatColumns(columns);
 }
 

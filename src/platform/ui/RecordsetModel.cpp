@@ -20,13 +20,13 @@ void RecordsetModel::setDataControl(DataControl& control) {
     });
 }
 
-void RecordsetModel::setColumns(std::vector<DataColumn> columns) {
-    // Screens form their grid anew after each refresh.
+bool RecordsetModel::setColumns(std::vector<DataColumn> columns) {
     if (columns == m_columns)
-        return;
+        return false;
     beginResetModel();
     m_columns = std::move(columns);
     endResetModel();
+    return true;
 }
 
 common::Value RecordsetModel::value(int row, int column) const {

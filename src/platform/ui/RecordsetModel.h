@@ -12,7 +12,8 @@ class RecordsetModel : public QAbstractTableModel {
     explicit RecordsetModel(QObject* parent);
 
     void setDataControl(DataControl& control);
-    void setColumns(std::vector<DataColumn> columns);
+    /// Whether they differ from the present ones: screens form their grid anew after each refresh.
+    bool setColumns(std::vector<DataColumn> columns);
 
     const std::vector<DataColumn>& columns() const { return m_columns; }
 

@@ -330,6 +330,13 @@ void frmAuftragswesenAuftragserfassung::restoreDraft() {
     if (!orders::OrderDraft::restore(orders::OrderDraft::defaultFile(), m_order))
         return;
     m_ui->combo_PreisGruppe->setCurrentIndex(m_order.PreisGruppe - 1);
+    goOn();
+}
+
+/// Behind the last line, whose product's extras are offered.
+void frmAuftragswesenAuftragserfassung::goOn() {
+    if (const int last = m_order.LastFilledRow(); last >= 0)
+        FormatGridExtras(m_order.BestellungGrid.cell(last, Col::ProduktID).toLong());
     showLine(qMax(0, m_order.FirstEmptyRow()));
 }
 

@@ -94,6 +94,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void ProdukteGrid_Pick(int row);
     void ExtrasGrid_Pick(int row);
     void showLine(int row);
+    void goOn();
     void stepQuantity(class QComboBox* combo, int step);
 
     // Cells

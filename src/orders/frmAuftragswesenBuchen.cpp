@@ -91,7 +91,7 @@ void frmAuftragswesenAuftragserfassung::storePreOrder() {
 void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
     const Settling settling(*this);
     modAuftragswesenVorbestellungen::OpenVorbestellung(m_order, trxNr);
-    m_ui->BestellungGrid->goTo({0, orders::Col::Kurzzeichen});
+    goOn();
 }
 
 void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {

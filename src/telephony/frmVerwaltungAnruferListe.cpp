@@ -7,6 +7,7 @@
 #include "store/StoreGlobals.h"
 #include "telephony/modVerwaltungAnruferListe.h"
 #include "ui_frmVerwaltungAnruferListe.h"
+#include <QScreen>
 
 using common::connectGuarded;
 using namespace modVerwaltungAnruferListe;
@@ -23,7 +24,7 @@ enum Column : int { kTelefon = 1, kDatumLong = 4 };
 frmVerwaltungAnruferListe::frmVerwaltungAnruferListe(const platform::Services& services, QWidget* parent) :
     QDialog(parent), m_ui(std::make_unique<Ui::frmVerwaltungAnruferListe>()), m_services(services) {
     m_ui->setupUi(this);
-    setFixedSize(460, 560);
+    setFixedSize(QSize(460, 560).boundedTo(screen()->availableSize()));
     DataControl.setObjectName(QStringLiteral("DataControl"));
     DataControl.setConnection(ConnMain);
     DataControl.setRecordSource(AnruferListe());

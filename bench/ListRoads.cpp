@@ -196,7 +196,13 @@ std::vector<Road> ListRoads::draft() {
                  key(m_kept, i);
              },
              [this, key](size_t i) { key(m_unkept, i); }, kDraftAim},
-            {"Draft of 8 lines written, off the way", 1, [this](size_t) { m_draft.flush(); }, {}}};
+            {"Draft of 8 lines written, off the way",
+             1,
+             [this](size_t i) {
+                 m_kept.ChooseKonditionen(QString::number(i));
+                 m_draft.flush();
+             },
+             {}}};
 }
 
 } // namespace bench

@@ -1,5 +1,5 @@
 #pragma once
-#include "masterdata/PriceGroups.h"
+#include "masterdata/Artikel.h"
 #include <QGroupBox>
 #include <array>
 

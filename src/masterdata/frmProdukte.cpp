@@ -8,41 +8,29 @@ using namespace Qt::StringLiterals;
 using namespace modProdukte;
 using common::connectGuarded;
 using masterdata::PictureSize;
-using platform::ui::chooseText;
-using platform::ui::fillNumbers;
 using platform::ui::removeQuotes;
 
 frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
-    MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
+    frmArtikel(services, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
     m_ui->setupUi(this);
-    fillLists();
+    setUpArtikel(*m_ui->check_InternetPreise, 500, ProdukteListe(),
+                 {{{}, 0}, {{}, 0}, {tr("Kurzzeichen"), 1500}, {tr("Produkt"), 2500}});
+    fillCategories();
+    fillExtras();
     setUpForm({m_ui->combo_ProduktGruppe, m_ui->txt_Kurzzeichen, m_ui->txt_Produkt, m_ui->combo_Stückelung,
                m_ui->combo_Einheit, m_ui->combo_Reihenfolge, m_ui->txt_Beschreibung},
               {20025, 8550});
     platform::ui::selectAllOnFocus(*m_ui->txt_Beschreibung);
-    // What leaves the offer leaves the web as well; the reverse does not hold.
-    connectGuarded(m_ui->check_Status, &QCheckBox::clicked, this, [this](bool inactive) {
-        if (inactive)
-            m_ui->check_InternetPreise->setChecked(false);
-    });
     connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
         platform::ui::printList(this->services(), u"rep_Produkte.rpt"_s, tr("Produktliste"), [this] {
             FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText());
         });
     });
-    setUpSorting();
     setUpPictures();
     FormatGrid();
 }
 
 frmProdukte::~frmProdukte() = default;
-
-void frmProdukte::setUpSorting() {
-    connectGuarded(m_ui->combo_Sort_Kategorie, &QComboBox::currentIndexChanged, this,
-                   [this] { FormatGrid(); });
-    connectGuarded(m_ui->combo_Sort_Gruppe, &QComboBox::currentIndexChanged, this, [this] { FormatGrid(); });
-    connectGuarded(m_ui->check_Sort_Status, &QCheckBox::toggled, this, [this] { FormatGrid(); });
-}
 
 void frmProdukte::setUpPictures() {
     m_ui->imgDisplayBildKlein->setSize(PictureSize::Klein);
@@ -61,60 +49,38 @@ void frmProdukte::setUpPictures() {
                    [this] { m_ui->imgDisplayBildGross->remove(); });
 }
 
-void frmProdukte::fillLists() {
-    fillNumbers(*m_ui->combo_Sort_Gruppe, 1, masterdata::kPriceGroups);
-    m_ui->combo_Stückelung->addItems(masterdata::packagingWords());
-    fillNumbers(*m_ui->combo_Einheit, 1, 25);
-    fillNumbers(*m_ui->combo_Reihenfolge, 1, 500);
-    for (const Eintrag& kategorie : Kategorien()) {
+void frmProdukte::fillCategories() {
+    for (const store::Eintrag& kategorie : Kategorien()) {
         m_ui->combo_ProduktGruppe->addItem(kategorie.text, kategorie.lng_ID);
         m_ui->combo_Sort_Kategorie->addItem(kategorie.text, kategorie.lng_ID);
     }
     m_ui->combo_ProduktGruppe->setCurrentIndex(-1);
-    fillExtras();
+    connectGuarded(m_ui->combo_Sort_Kategorie, &QComboBox::currentIndexChanged, this,
+                   [this] { narrowList(); });
 }
 
 void frmProdukte::fillExtras() {
     m_ui->list_Extras->clear();
-    for (const Eintrag& extra : AktiveExtras()) {
+    for (const store::Eintrag& extra : AktiveExtras()) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
         item->setToolTip(extra.text);
     }
 }
 
-void frmProdukte::FormatGrid() {
-    if (m_ui->combo_Sort_Kategorie->currentIndex() < 0 || m_ui->combo_Sort_Gruppe->currentIndex() < 0)
-        return;
-    showRows(ProdukteListe(),
-             {{{}, 0},
-              {{}, 0},
-              {tr("Kurzzeichen"), 1500},
-              {tr("Produkt"), 2500},
-              {tr("Stückelung"), 1000, Qt::AlignHCenter},
-              {tr("Einheit"), 700, Qt::AlignHCenter},
-              {tr("Gruppe"), 700, Qt::AlignHCenter},
-              {tr("Preis"), 1000, Qt::AlignRight, u"0.00"_s},
-              {tr("MWSt-Code"), 1000, Qt::AlignHCenter},
-              {tr("Reihenfolge"), 1000, Qt::AlignHCenter},
-              {tr("Internet"), 800, Qt::AlignHCenter, tr("\"Nein\";\"Ja\"")},
-              {tr("Status"), 800, Qt::AlignHCenter, tr("\"Aktiv\";\"Inaktiv\"")}},
-             u"flag_Status = %1 AND lng_Gruppe = %2 AND lng_ProduktGruppe = %3"_s
-                 .arg(int(m_ui->check_Sort_Status->isChecked()))
-                 .arg(m_ui->combo_Sort_Gruppe->currentText())
-                 .arg(m_ui->combo_Sort_Kategorie->currentData().toLongLong()));
+QString frmProdukte::listFilter() const {
+    if (m_ui->combo_Sort_Kategorie->currentIndex() < 0)
+        return {};
+    return frmArtikel::listFilter() +
+           u" AND lng_ProduktGruppe = %1"_s.arg(m_ui->combo_Sort_Kategorie->currentData().toLongLong());
 }
 
 void frmProdukte::CleanMask() {
     MasterDataForm::CleanMask();
+    cleanArtikel();
     m_ui->txt_Kurzzeichen->clear();
     m_ui->txt_Produkt->clear();
     m_ui->txt_Beschreibung->clear();
-    m_ui->combo_Stückelung->setCurrentIndex(0);
-    m_ui->combo_Einheit->setCurrentIndex(0);
-    m_ui->check_InternetPreise->setChecked(true);
-    m_ui->check_Status->setChecked(false);
-    m_ui->Preise->clear();
     ShowProduktBilder({});
     m_ui->check_InternetBilder->setChecked(false);
     // An extra that was added meanwhile is on offer.
@@ -131,13 +97,8 @@ bool frmProdukte::showRecord(qint64 key) {
     m_ui->txt_Kurzzeichen->setText(produkt->txt_Kurzzeichen);
     m_ui->txt_Produkt->setText(produkt->txt_Produkt);
     m_ui->txt_Beschreibung->setPlainText(produkt->txt_Beschreibung);
-    chooseText(*m_ui->combo_Stückelung, produkt->txt_Stückelung);
-    chooseText(*m_ui->combo_Einheit, QString::number(produkt->lng_Einheit));
-    chooseText(*m_ui->combo_Reihenfolge, QString::number(produkt->lng_Reihenfolge));
-    m_ui->check_InternetPreise->setChecked(produkt->flag_InternetPreis);
     m_ui->check_InternetBilder->setChecked(produkt->flag_InternetBilder);
-    m_ui->check_Status->setChecked(produkt->flag_Status);
-    m_ui->Preise->setPrices(produkt->Preise);
+    showArtikel(produkt->Artikel);
     chooseExtras(produkt->Extras);
     ShowProduktBilder(*produkt);
     return true;
@@ -156,8 +117,8 @@ bool frmProdukte::checkInput() {
         return refuse(tr("Bitte geben Sie ein eindeutiges Kurzzeichen ein."), faulty);
     if (!filled(*m_ui->txt_Produkt))
         return refuse(tr("Bitte geben Sie eine Produkt Bezeichnung ein."), faulty);
-    if (!m_ui->Preise->allNumeric())
-        return refuse(tr("Bitte geben Sie überall einen gültigen Preis ein."), tr("Ungültige Eingabe"));
+    if (!pricesGiven())
+        return false;
     removeQuotes(*m_ui->txt_Kurzzeichen);
     removeQuotes(*m_ui->txt_Produkt);
     removeQuotes(*m_ui->txt_Beschreibung);
@@ -172,15 +133,10 @@ Produkt frmProdukte::maskContent() const {
             .txt_Kurzzeichen = m_ui->txt_Kurzzeichen->text(),
             .txt_Produkt = m_ui->txt_Produkt->text(),
             .txt_Beschreibung = m_ui->txt_Beschreibung->toPlainText(),
-            .txt_Stückelung = m_ui->combo_Stückelung->currentText(),
-            .lng_Einheit = m_ui->combo_Einheit->currentText().toLongLong(),
-            .lng_Reihenfolge = m_ui->combo_Reihenfolge->currentText().toLongLong(),
-            .flag_InternetPreis = m_ui->check_InternetPreise->isChecked(),
+            .Artikel = artikel(),
             .flag_InternetBilder = m_ui->check_InternetBilder->isChecked(),
-            .flag_Status = m_ui->check_Status->isChecked(),
             .BildKlein = m_ui->imgDisplayBildKlein->picture(),
             .BildGross = m_ui->imgDisplayBildGross->picture(),
-            .Preise = m_ui->Preise->prices(),
             .Extras = chosenExtras()};
 }
 

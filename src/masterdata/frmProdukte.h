@@ -1,6 +1,6 @@
 #pragma once
+#include "masterdata/frmArtikel.h"
 #include "masterdata/modProdukte.h"
-#include "platform/ui/MasterDataForm.h"
 #include <memory>
 
 class frmProdukteBild;
@@ -9,15 +9,14 @@ namespace Ui {
 class frmProdukte;
 }
 
-/// Keeps the catalogue. The list shows one category, one price group and one status at a time.
-class frmProdukte : public platform::ui::MasterDataForm {
+/// Keeps the catalogue. The list shows the products of one category.
+class frmProdukte : public frmArtikel {
     Q_OBJECT
     Q_PROPERTY(qint64 ProduktID READ key)
   public:
     explicit frmProdukte(const platform::Services& services, QWidget* parent = nullptr);
     ~frmProdukte() override;
 
-    void FormatGrid() override;
     /// Category and position number carry over to the next new record.
     void CleanMask() override;
 
@@ -27,11 +26,11 @@ class frmProdukte : public platform::ui::MasterDataForm {
     void saveRecord() override;
     bool mayDelete() override;
     void deleteRecord() override;
+    QString listFilter() const override;
 
   private:
-    void fillLists();
+    void fillCategories();
     void fillExtras();
-    void setUpSorting();
     void setUpPictures();
     void choosePicture(frmProdukteBild& box, const QString& tooBig);
     void ShowProduktBilder(const modProdukte::Produkt& produkt);

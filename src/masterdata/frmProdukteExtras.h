@@ -1,21 +1,19 @@
 #pragma once
-#include "platform/ui/MasterDataForm.h"
+#include "masterdata/frmArtikel.h"
 #include <memory>
 
 namespace Ui {
 class frmProdukteExtras;
 }
 
-/// Keeps the extras that can be added to an order line. The list shows one price group and one status at a
-/// time.
-class frmProdukteExtras : public platform::ui::MasterDataForm {
+/// Keeps the extras that can be added to an order line.
+class frmProdukteExtras : public frmArtikel {
     Q_OBJECT
     Q_PROPERTY(qint64 ProduktExtraID READ key)
   public:
     explicit frmProdukteExtras(const platform::Services& services, QWidget* parent = nullptr);
     ~frmProdukteExtras() override;
 
-    void FormatGrid() override;
     /// The position number carries over to the next new record.
     void CleanMask() override;
 
@@ -27,7 +25,5 @@ class frmProdukteExtras : public platform::ui::MasterDataForm {
     void deleteRecord() override;
 
   private:
-    void fillLists();
-
     std::unique_ptr<Ui::frmProdukteExtras> m_ui;
 };

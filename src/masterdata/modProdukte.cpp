@@ -4,6 +4,7 @@
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
+#include <algorithm>
 
 using masterdata::PictureSize;
 using masterdata::ProduktBild;
@@ -13,39 +14,26 @@ using namespace Qt::StringLiterals;
 namespace modProdukte {
 namespace {
 
-const masterdata::PriceTable& priceTable() {
-    static const masterdata::PriceTable table{u"tbl_Verwaltung_Produkte_Preise"_s, u"lng_ProduktID"_s};
-    return table;
-}
-
-QString rowQuery(qint64 key) {
-    return u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s + QString::number(key);
-}
+const masterdata::ArtikelTabellen kTables{u"tbl_Verwaltung_Produkte"_s, u"flag_InternetPreis"_s,
+                                          u"tbl_Verwaltung_Produkte_Preise"_s, u"lng_ProduktID"_s};
 
 /// The query delivers the entries from the last to the first one.
-std::vector<Eintrag> entriesOf(const QString& sql, QStringView column) {
-    std::vector<Eintrag> entries;
-    OpenRecordset rows(RsMain, sql, ConnMain);
-    for (; !rows->Eof(); rows->MoveNext())
-        entries.insert(entries.begin(), {rows->Fields(u"lng_ID").toLong(), rows->Fields(column).text()});
+std::vector<store::Eintrag> turnedRound(const QString& sql) {
+    std::vector<store::Eintrag> entries = store::entriesOf(sql);
+    std::reverse(entries.begin(), entries.end());
     return entries;
 }
 
 std::optional<Produkt> loadHead(qint64 key) {
-    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    OpenRecordset row(RsMain, store::rowQuery(kTables.kopf, key), ConnMain);
     if (row->Eof())
         return {};
-    const auto flag = [&](QStringView name) { return row->Fields(name).Value().isTrue(); };
     return Produkt{.lng_ProduktGruppe = row->Fields(u"lng_ProduktGruppe").toLong(),
                    .txt_Kurzzeichen = row->Fields(u"txt_Kurzzeichen").text(),
                    .txt_Produkt = row->Fields(u"txt_Produkt").text(),
                    .txt_Beschreibung = row->Fields(u"txt_Beschreibung").text(),
-                   .txt_Stückelung = row->Fields(u"txt_Stückelung").text(),
-                   .lng_Einheit = row->Fields(u"lng_Einheit").toLong(),
-                   .lng_Reihenfolge = row->Fields(u"lng_Reihenfolge").toLong(),
-                   .flag_InternetPreis = flag(u"flag_InternetPreis"),
-                   .flag_InternetBilder = flag(u"flag_InternetBilder"),
-                   .flag_Status = flag(u"flag_Status"),
+                   .Artikel = masterdata::readArtikel(*row, kTables),
+                   .flag_InternetBilder = row->Fields(u"flag_InternetBilder").Value().isTrue(),
                    .BildKlein = {row->Fields(u"txt_BildKlein").text()},
                    .BildGross = {row->Fields(u"txt_BildGross").text()}};
 }
@@ -69,19 +57,14 @@ QString pictureName(qint64 id, const ProduktBild& bild) {
 
 /// Gives the row's key, which a new row has before it is written.
 qint64 saveHead(const Produkt& produkt, qint64 key) {
-    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTables.kopf, key), ConnMain);
     if (row->Eof())
         row->AddNew();
     row->Fields(u"lng_ProduktGruppe") = produkt.lng_ProduktGruppe;
     row->Fields(u"txt_Kurzzeichen") = produkt.txt_Kurzzeichen;
     row->Fields(u"txt_Produkt") = produkt.txt_Produkt;
     row->Fields(u"txt_Beschreibung") = produkt.txt_Beschreibung;
-    row->Fields(u"txt_Stückelung") = produkt.txt_Stückelung;
-    row->Fields(u"lng_Einheit") = produkt.lng_Einheit;
-    row->Fields(u"flag_InternetPreis") = produkt.flag_InternetPreis;
-    row->Fields(u"flag_Status") = produkt.flag_Status;
-    row->Fields(u"lng_Reihenfolge") = produkt.lng_Reihenfolge;
-    row->Fields(u"flag_Updated") = 1;
+    masterdata::writeArtikel(*row, kTables, produkt.Artikel);
     row->Fields(u"flag_UpdatedPicSmall") = produkt.BildKlein.geaendert;
     row->Fields(u"flag_UpdatedPicLarge") = produkt.BildGross.geaendert;
     row->Fields(u"flag_InternetBilder") = produkt.flag_InternetBilder;
@@ -113,14 +96,6 @@ void publish(PictureSize size, const ProduktBild& bild, qint64 id) {
         masterdata::publishPicture(size, bild.datei, id);
 }
 
-QString productText(const QString& column, qint64 produktId) {
-    OpenRecordset rows(RsMain,
-                       u"SELECT "_s + column + u" FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s +
-                           QString::number(produktId),
-                       ConnMain);
-    return rows->Eof() ? QString() : rows->Fields(column).text();
-}
-
 } // namespace
 
 QString ProdukteListe() {
@@ -150,23 +125,21 @@ void FillArtikelStamm(store::Recordset& rows, const QString& kategorie) {
         });
 }
 
-std::vector<Eintrag> Kategorien() {
-    return entriesOf(u"SELECT lng_ID, txt_ProduktGruppe FROM tbl_Verwaltung_ProdukteKategorien ORDER BY "
-                     u"lng_Reihenfolge DESC;"_s,
-                     u"txt_ProduktGruppe");
+std::vector<store::Eintrag> Kategorien() {
+    return turnedRound(u"SELECT lng_ID, txt_ProduktGruppe FROM tbl_Verwaltung_ProdukteKategorien ORDER BY "
+                       u"lng_Reihenfolge DESC;"_s);
 }
 
-std::vector<Eintrag> AktiveExtras() {
-    return entriesOf(u"SELECT lng_ID, txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE flag_Status = False "
-                     u"ORDER BY lng_Reihenfolge DESC;"_s,
-                     u"txt_Extra");
+std::vector<store::Eintrag> AktiveExtras() {
+    return turnedRound(u"SELECT lng_ID, txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE flag_Status = "
+                       u"False ORDER BY lng_Reihenfolge DESC;"_s);
 }
 
 std::optional<Produkt> LoadProdukt(qint64 key) {
     auto produkt = loadHead(key);
     if (!produkt)
         return {};
-    produkt->Preise = masterdata::loadPrices(priceTable(), key).value_or(masterdata::GruppenPreise{});
+    produkt->Artikel.Preise = masterdata::loadPrices(kTables, key);
     produkt->Extras = loadExtras(key);
     return produkt;
 }
@@ -174,7 +147,7 @@ std::optional<Produkt> LoadProdukt(qint64 key) {
 void SaveProdukt(const Produkt& produkt, qint64 key) {
     store::Transaction transaction(ConnMain);
     const qint64 id = saveHead(produkt, key);
-    masterdata::savePrices(priceTable(), id, produkt.Preise);
+    masterdata::savePrices(kTables, id, produkt.Artikel.Preise);
     saveExtras(id, produkt.Extras);
     // Before the end of the transaction: a picture that cannot be copied leaves the product as it was.
     publish(PictureSize::Klein, produkt.BildKlein, id);
@@ -191,27 +164,24 @@ qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie)
 }
 
 bool CanDeleteProdukt(qint64 key) {
-    const QString id = QString::number(key);
-    return !store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = "_s + id) &&
-           !store::rowExists(
-               u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_ProduktID = "_s + id) &&
-           !store::rowExists(
-               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ProduktID = "_s + id);
+    return !store::isReferredTo(
+        key, {u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = ",
+              u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_ProduktID = ",
+              u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ProduktID = "});
 }
 
 void DeleteProdukt(qint64 key) {
-    store::Transaction transaction(ConnMain);
-    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s + QString::number(key));
-    masterdata::deletePrices(priceTable(), key);
-    transaction.commit();
+    masterdata::deleteArtikel(kTables, key);
 }
 
 QString GetProduktKurzzeichen(qint64 produktId) {
-    return productText(u"txt_Kurzzeichen"_s, produktId);
+    return store::findText(u"SELECT txt_Kurzzeichen FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s +
+                           QString::number(produktId));
 }
 
 QString GetProduktName(qint64 produktId) {
-    return productText(u"txt_Produkt"_s, produktId);
+    return store::findText(u"SELECT txt_Produkt FROM tbl_Verwaltung_Produkte WHERE lng_ID = "_s +
+                           QString::number(produktId));
 }
 
 } // namespace modProdukte

@@ -1,11 +1,11 @@
 #pragma once
-#include "masterdata/PriceGroups.h"
+#include "masterdata/Artikel.h"
 #include "masterdata/ProductPictures.h"
+#include "store/Lookups.h"
 #include "store/Recordset.h"
 #include <QList>
 #include <QString>
 #include <optional>
-#include <vector>
 
 /// The products of the catalogue.
 namespace modProdukte {
@@ -17,26 +17,13 @@ struct Produkt {
     QString txt_Kurzzeichen;
     QString txt_Produkt;
     QString txt_Beschreibung;
-    QString txt_Stückelung;
-    qint64 lng_Einheit = 1;
-    /// Position, never renumbered, not unique.
-    qint64 lng_Reihenfolge = 1;
-    /// Offered in the web shop at price group 1.
-    bool flag_InternetPreis = true;
+    masterdata::Artikel Artikel{};
     /// The pictures are published.
     bool flag_InternetBilder = false;
-    /// True: inactive.
-    bool flag_Status = false;
     masterdata::ProduktBild BildKlein{};
     masterdata::ProduktBild BildGross{};
-    masterdata::GruppenPreise Preise{};
     /// Keys of the extras that the product offers.
     QList<qint64> Extras{};
-};
-
-struct Eintrag {
-    qint64 lng_ID;
-    QString text;
 };
 
 /// Query of the list: one row a product and price group.
@@ -44,9 +31,9 @@ QString ProdukteListe();
 /// Puts the rows of that query into the print table, under the name of the category that the list shows.
 void FillArtikelStamm(store::Recordset& rows, const QString& kategorie);
 /// Categories in their order.
-std::vector<Eintrag> Kategorien();
+std::vector<store::Eintrag> Kategorien();
 /// Active extras in their order.
-std::vector<Eintrag> AktiveExtras();
+std::vector<store::Eintrag> AktiveExtras();
 
 /// Nothing for a missing row.
 std::optional<Produkt> LoadProdukt(qint64 key);

@@ -10,34 +10,23 @@ using namespace Qt::StringLiterals;
 namespace modProdukteExtras {
 namespace {
 
-const masterdata::PriceTable& priceTable() {
-    static const masterdata::PriceTable table{u"tbl_Verwaltung_ProdukteExtras_Preise"_s, u"lng_ExtraID"_s};
-    return table;
-}
-
-QString rowQuery(qint64 key) {
-    return u"SELECT * FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = "_s + QString::number(key);
-}
+const masterdata::ArtikelTabellen kTables{u"tbl_Verwaltung_ProdukteExtras"_s, u"flag_Internet"_s,
+                                          u"tbl_Verwaltung_ProdukteExtras_Preise"_s, u"lng_ExtraID"_s};
 
 /// Gives the row's key, which a new row has before it is written.
 qint64 saveHead(const Extra& extra, qint64 key) {
-    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTables.kopf, key), ConnMain);
     if (row->Eof())
         row->AddNew();
     row->Fields(u"txt_Extra") = extra.txt_Extra;
-    row->Fields(u"txt_Stückelung") = extra.txt_Stückelung;
-    row->Fields(u"lng_Einheit") = extra.lng_Einheit;
-    row->Fields(u"lng_Reihenfolge") = extra.lng_Reihenfolge;
-    row->Fields(u"flag_Internet") = extra.flag_Internet;
-    row->Fields(u"flag_Status") = extra.flag_Status;
-    row->Fields(u"flag_Updated") = 1;
+    masterdata::writeArtikel(*row, kTables, extra.Artikel);
     const qint64 id = row->Fields(u"lng_ID").toLong();
     row->Update();
     return id;
 }
 
 bool flagOrMissing(qint64 key, QStringView flag) {
-    OpenRecordset row(RsSecond, rowQuery(key), ConnMain);
+    OpenRecordset row(RsSecond, store::rowQuery(kTables.kopf, key), ConnMain);
     return row->Eof() || row->Fields(flag).Value().isTrue();
 }
 
@@ -67,52 +56,40 @@ void FillArtikelZusatzStamm(store::Recordset& rows) {
 std::optional<Extra> LoadExtra(qint64 key) {
     Extra extra;
     {
-        OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+        OpenRecordset row(RsMain, store::rowQuery(kTables.kopf, key), ConnMain);
         if (row->Eof())
             return {};
-        extra = {row->Fields(u"txt_Extra").text(),
-                 row->Fields(u"txt_Stückelung").text(),
-                 row->Fields(u"lng_Einheit").toLong(),
-                 row->Fields(u"lng_Reihenfolge").toLong(),
-                 row->Fields(u"flag_Internet").Value().isTrue(),
-                 row->Fields(u"flag_Status").Value().isTrue(),
-                 {}};
+        extra = {row->Fields(u"txt_Extra").text(), masterdata::readArtikel(*row, kTables)};
     }
-    extra.Preise = masterdata::loadPrices(priceTable(), key).value_or(masterdata::GruppenPreise{});
+    extra.Artikel.Preise = masterdata::loadPrices(kTables, key);
     return extra;
 }
 
 void SaveExtra(const Extra& extra, qint64 key) {
     store::Transaction transaction(ConnMain);
-    masterdata::savePrices(priceTable(), saveHead(extra, key), extra.Preise);
+    masterdata::savePrices(kTables, saveHead(extra, key), extra.Artikel.Preise);
     transaction.commit();
 }
 
 qint64 FindExtra(const QString& name, qint64 key) {
-    return store::findDuplicate(u"tbl_Verwaltung_ProdukteExtras"_s, u"txt_Extra"_s, name, key);
+    return store::findDuplicate(kTables.kopf, u"txt_Extra"_s, name, key);
 }
 
 bool HasExtraProdukte(qint64 key, bool inactive) {
     return key != -1 && inactive &&
-           store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktExtraID = "_s +
-                            QString::number(key));
+           store::isReferredTo(key,
+                               {u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktExtraID = "});
 }
 
 bool CanDeleteExtra(qint64 key) {
-    const QString id = QString::number(key);
-    return !store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktExtraID = "_s +
-                             id) &&
-           !store::rowExists(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_ExtraID = "_s +
-                             id) &&
-           !store::rowExists(
-               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ExtraID = "_s + id);
+    return !store::isReferredTo(
+        key, {u"SELECT * FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktExtraID = ",
+              u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_ExtraID = ",
+              u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ExtraID = "});
 }
 
 void DeleteExtra(qint64 key) {
-    store::Transaction transaction(ConnMain);
-    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = "_s + QString::number(key));
-    masterdata::deletePrices(priceTable(), key);
-    transaction.commit();
+    masterdata::deleteArtikel(kTables, key);
 }
 
 bool IsExtraInaktiv(qint64 key) {
@@ -124,11 +101,8 @@ bool IsExtraInternet(qint64 key) {
 }
 
 QString GetExtraName(qint64 extraId) {
-    OpenRecordset rows(RsMain,
-                       u"SELECT txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = "_s +
-                           QString::number(extraId),
-                       ConnMain);
-    return rows->Eof() ? QString() : rows->Fields(u"txt_Extra").text();
+    return store::findText(u"SELECT txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = "_s +
+                           QString::number(extraId));
 }
 
 } // namespace modProdukteExtras

@@ -1,5 +1,5 @@
 #pragma once
-#include "masterdata/PriceGroups.h"
+#include "masterdata/Artikel.h"
 #include "store/Recordset.h"
 #include <QString>
 #include <optional>
@@ -9,15 +9,7 @@ namespace modProdukteExtras {
 
 struct Extra {
     QString txt_Extra;
-    QString txt_Stückelung;
-    qint64 lng_Einheit = 1;
-    /// Position, never renumbered, not unique.
-    qint64 lng_Reihenfolge = 1;
-    /// Offered in the web shop at price group 1.
-    bool flag_Internet = true;
-    /// True: inactive.
-    bool flag_Status = false;
-    masterdata::GruppenPreise Preise{};
+    masterdata::Artikel Artikel{};
 };
 
 /// Query of the list: one row an extra and price group.

@@ -11,12 +11,10 @@ using namespace Qt::StringLiterals;
 namespace modProdukteKategorien {
 namespace {
 
+const QString kTable = u"tbl_Verwaltung_ProdukteKategorien"_s;
+
 QString tr(const char* text) {
     return QCoreApplication::translate("modProdukteKategorien", text);
-}
-
-QString rowQuery(qint64 key) {
-    return u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = "_s + QString::number(key);
 }
 
 } // namespace
@@ -27,7 +25,7 @@ QString ProduktGruppenListe() {
 }
 
 std::optional<ProduktGruppe> LoadProduktGruppe(qint64 key) {
-    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    OpenRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
     if (row->Eof())
         return {};
     return ProduktGruppe{row->Fields(u"txt_ProduktGruppe").text(), row->Fields(u"lng_Reihenfolge").toLong(),
@@ -35,7 +33,7 @@ std::optional<ProduktGruppe> LoadProduktGruppe(qint64 key) {
 }
 
 void SaveProduktGruppe(const ProduktGruppe& gruppe, qint64 key) {
-    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
     if (row->Eof())
         row->AddNew();
     row->Fields(u"txt_ProduktGruppe") = gruppe.txt_ProduktGruppe;
@@ -46,17 +44,15 @@ void SaveProduktGruppe(const ProduktGruppe& gruppe, qint64 key) {
 }
 
 qint64 FindProduktGruppe(const QString& name, qint64 key) {
-    return store::findDuplicate(u"tbl_Verwaltung_ProdukteKategorien"_s, u"txt_ProduktGruppe"_s, name, key);
+    return store::findDuplicate(kTable, u"txt_ProduktGruppe"_s, name, key);
 }
 
 bool CanDeleteProduktGruppe(qint64 key) {
-    return !store::rowExists(u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ProduktGruppe = "_s +
-                             QString::number(key));
+    return !store::isReferredTo(key, {u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ProduktGruppe = "});
 }
 
 void DeleteProduktGruppe(qint64 key) {
-    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = "_s +
-                     QString::number(key));
+    store::deleteRow(kTable, key);
 }
 
 bool CheckProduktGruppenDefined(platform::Dialogs& dialogs, platform::Navigation& navigation) {

@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 namespace modVerwaltungKunden {
 namespace {
 
+const QString kTable = u"tbl_Verwaltung_Kunden"_s;
+
 QString numberCondition(double telefon) {
     const QString number = common::numberToText(telefon);
     return QStringLiteral(" FROM tbl_Verwaltung_Kunden WHERE dbl_Telefon = ") + number +
@@ -23,10 +25,6 @@ const QString kLineEnd = QStringLiteral("\r\n");
 
 QString line(const QString& text) {
     return text.isEmpty() ? QString() : text + kLineEnd;
-}
-
-QString rowQuery(qint64 key) {
-    return u"SELECT * FROM tbl_Verwaltung_Kunden WHERE lng_ID = "_s + QString::number(key);
 }
 
 QString listQuery(const QString& rest) {
@@ -74,21 +72,15 @@ qint64 GetTotalKunden() {
 }
 
 bool KundeExistsByTelefon(double telefon) {
-    OpenRecordset rows(RsMain, QStringLiteral("SELECT *") + numberCondition(telefon), ConnMain);
-    return !rows->Eof();
+    return store::rowExists(u"SELECT *"_s + numberCondition(telefon));
 }
 
 qint64 FindKundeByTelefon(double telefon) {
-    OpenRecordset rows(RsMain, QStringLiteral("SELECT lng_ID") + numberCondition(telefon), ConnMain);
-    return rows->Eof() ? -1 : rows->Fields(u"lng_ID").toLong();
+    return store::findKey(u"SELECT lng_ID"_s + numberCondition(telefon));
 }
 
 bool KundeExists(qint64 kundenId) {
-    OpenRecordset rows(RsMain,
-                       QStringLiteral("SELECT * FROM tbl_Verwaltung_Kunden WHERE lng_ID = ") +
-                           QString::number(kundenId),
-                       ConnMain);
-    return !rows->Eof();
+    return store::rowExists(store::rowQuery(kTable, kundenId));
 }
 
 QString GetKundeTelefon(qint64 kundenId) {
@@ -104,10 +96,7 @@ QString GetKundeTelefon(qint64 kundenId) {
 }
 
 QString GetKundeAdresse(qint64 kundenId) {
-    OpenRecordset rows(RsMain,
-                       QStringLiteral("SELECT * FROM tbl_Verwaltung_Kunden WHERE lng_ID = ") +
-                           QString::number(kundenId),
-                       ConnMain);
+    OpenRecordset rows(RsMain, store::rowQuery(kTable, kundenId), ConnMain);
     if (rows->Eof())
         return {};
     const auto text = [&](const char16_t* column) { return NullToEmpty(rows->Fields(column).Value()); };
@@ -153,7 +142,7 @@ QString SucheKunden(const Kunde& mask) {
 }
 
 std::optional<Kunde> LoadKunde(qint64 key) {
-    OpenRecordset row(RsMain, rowQuery(key), ConnMain);
+    OpenRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
     if (row->Eof())
         return {};
     const auto text = [&](const char16_t* column) { return NullToEmpty(row->Fields(column).Value()); };
@@ -176,7 +165,7 @@ std::optional<Kunde> LoadKunde(qint64 key) {
 }
 
 qint64 SaveKunde(const Kunde& kunde, qint64 key) {
-    store::WriteRecordset row(RsMain, rowQuery(key), ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
     if (row->Eof())
         row->AddNew();
     const qint64 saved = row->Fields(u"lng_ID").toLong();
@@ -200,15 +189,13 @@ qint64 SaveKunde(const Kunde& kunde, qint64 key) {
 }
 
 bool CanDeleteKunde(qint64 key) {
-    const QString id = QString::number(key);
-    return !store::rowExists(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = "_s +
-                             id) &&
-           !store::rowExists(
-               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Master WHERE lng_KundenID = "_s + id);
+    return !store::isReferredTo(
+        key, {u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = ",
+              u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Master WHERE lng_KundenID = "});
 }
 
 void DeleteKunde(qint64 key) {
-    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Kunden WHERE lng_ID = "_s + QString::number(key));
+    store::deleteRow(kTable, key);
 }
 
 void FillKundenStamm(store::Recordset& rows) {

@@ -1,7 +1,7 @@
 #pragma once
+#include "store/Lookups.h"
 #include <QString>
 #include <optional>
-#include <vector>
 
 /// Couriers, who are known by a short code.
 namespace modVerwaltungKuriere {
@@ -11,11 +11,6 @@ struct Kurier {
     QString txt_Bezeichnung;
     /// 1 to 25: never renumbered, not unique.
     qint64 lng_Reihenfolge = 1;
-};
-
-struct KurierEintrag {
-    qint64 lng_ID;
-    QString txt_Kurzzeichen;
 };
 
 /// Query of the list: lng_ID, code, name, position.
@@ -38,9 +33,9 @@ qint64 FindKurierByKurzzeichen(const QString& kurzzeichen);
 QString GetKurierKurzzeichen(qint64 kurierId);
 /// Code of the courier with the lowest key, the default of a new order; "" without couriers.
 QString GetFirstKurier();
-/// Entries of the courier menu in their order.
-std::vector<KurierEintrag> FillKurierMenu();
-/// Entries of the courier lists, in the order in which the store delivers them.
-std::vector<KurierEintrag> FillKurierCombo();
+/// Codes for the courier menu, in their order.
+std::vector<store::Eintrag> FillKurierMenu();
+/// Codes for the courier lists, in the order in which the store delivers them.
+std::vector<store::Eintrag> FillKurierCombo();
 
 } // namespace modVerwaltungKuriere

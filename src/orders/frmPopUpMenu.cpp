@@ -55,12 +55,11 @@ void frmPopUpMenu::addKonditionen() {
 void frmPopUpMenu::FillKurierMenuOnce() {
     if (!mnKurier.isEmpty())
         return;
-    for (const modVerwaltungKuriere::KurierEintrag& kurier : modVerwaltungKuriere::FillKurierMenu()) {
+    for (const store::Eintrag& kurier : modVerwaltungKuriere::FillKurierMenu()) {
         // A "&" in a code is a character, no mnemonic.
-        QAction* action = mnKurier.addAction(QString(kurier.txt_Kurzzeichen).replace(u'&', u"&&"_s));
+        QAction* action = mnKurier.addAction(QString(kurier.text).replace(u'&', u"&&"_s));
         action->setObjectName(u"mnKurierName"_s);
-        common::connectGuarded(action, &QAction::triggered, this, [this, kurier](bool) {
-            Q_EMIT kurierChosen(kurier.lng_ID, kurier.txt_Kurzzeichen);
-        });
+        common::connectGuarded(action, &QAction::triggered, this,
+                               [this, kurier](bool) { Q_EMIT kurierChosen(kurier.lng_ID, kurier.text); });
     }
 }

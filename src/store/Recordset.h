@@ -190,6 +190,8 @@ class OpenRecordset {
 
     Recordset* operator->() const { return &m_rows; }
 
+    Recordset& operator*() const { return m_rows; }
+
   private:
     Recordset& m_rows;
 };

@@ -53,7 +53,7 @@ TEST_F(Lookups, couriers) {
     EXPECT_EQ(GetKurierKurzzeichen(99), u"");
     const auto menu = FillKurierMenu();
     ASSERT_EQ(menu.size(), 2u);
-    EXPECT_EQ(menu[0].txt_Kurzzeichen, u"CD");
+    EXPECT_EQ(menu[0].text, u"CD");
     EXPECT_EQ(menu[1].lng_ID, TestFirm::kKurierAB);
     ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_Kuriere"));
     EXPECT_EQ(GetFirstKurier(), u"");

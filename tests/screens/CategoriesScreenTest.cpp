@@ -4,8 +4,8 @@
 #include "masterdata/modProdukteKategorien.h"
 
 using namespace Qt::StringLiterals;
+using test::Said;
 using test::TestFirm;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 

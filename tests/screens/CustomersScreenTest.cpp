@@ -8,8 +8,8 @@
 using namespace Qt::StringLiterals;
 using modVerwaltungTelefonbuch::PhoneBookEntry;
 using modVerwaltungTelefonbuch::PhoneBookQuery;
+using test::Said;
 using test::TestFirm;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 

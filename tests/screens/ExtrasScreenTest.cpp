@@ -4,20 +4,13 @@
 #include "masterdata/modProdukteExtras.h"
 
 using namespace Qt::StringLiterals;
+using test::Said;
 using test::TestFirm;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 
 class ExtrasScreenTest : public test::MasterDataTest<frmProdukteExtras> {
   protected:
-    void chooseExtra(const QString& name) {
-        for (int row = 0; row < grid()->rowCount(); ++row)
-            if (grid()->text(row, 1) == name)
-                return clickRow(row);
-        ADD_FAILURE() << name.toStdString();
-    }
-
     static QString column(const QString& name, const QString& extra) {
         return stored(u"SELECT %1 FROM tbl_Verwaltung_ProdukteExtras WHERE txt_Extra = "_s.arg(name) +
                       store::sqlText(extra));
@@ -34,15 +27,7 @@ class ExtrasScreenTest : public test::MasterDataTest<frmProdukteExtras> {
 } // namespace
 
 TEST_F(ExtrasScreenTest, ShowsOnePriceGroupAndStatusAtATime) {
-    expectColumns({{u"Extras"_s, 2500},
-                   {u"Stückelung"_s, 1000, Qt::AlignHCenter},
-                   {u"Einheit"_s, 700, Qt::AlignHCenter},
-                   {u"Gruppe"_s, 700, Qt::AlignHCenter},
-                   {u"Preis"_s, 1000, Qt::AlignRight},
-                   {u"MWSt-Code"_s, 1000, Qt::AlignHCenter},
-                   {u"Reihenfolge"_s, 1000, Qt::AlignHCenter},
-                   {u"Internet"_s, 800, Qt::AlignHCenter},
-                   {u"Status"_s, 800, Qt::AlignHCenter}});
+    expectColumns(test::withArticleColumns({{u"Extras"_s, 2500}}));
     expectReachable();
     EXPECT_EQ(rows(), (QStringList{u"Knoblauch|Stk.|1|1|0.00|1|7|Nein|Aktiv"_s,
                                    u"Käse|Stk.|1|1|2.00|1|8|Nein|Aktiv"_s,
@@ -84,7 +69,7 @@ TEST_F(ExtrasScreenTest, StoresHeadAndTenPrices) {
         u"2"_s);
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_ProdukteExtras_Preise"_s), 50);
     // A second save overwrites the ten rows.
-    chooseExtra(name);
+    clickRowOf(name);
     enter(u"txt_Preis_2", u"7"_s);
     click(u"cmdSave");
     EXPECT_EQ(price(name, 2), u"7"_s);
@@ -129,7 +114,7 @@ TEST_F(ExtrasScreenTest, RefusesInTheGivenOrder) {
 }
 
 TEST_F(ExtrasScreenTest, StaysActiveAsLongAsAProductOffersIt) {
-    chooseExtra(u"Käse"_s);
+    clickRowOf(u"Käse"_s);
     find<QCheckBox>(u"check_Internet")->setChecked(true);
     tick(u"check_Status");
     click(u"cmdSave");
@@ -149,7 +134,7 @@ TEST_F(ExtrasScreenTest, StaysActiveAsLongAsAProductOffersIt) {
     EXPECT_FALSE(modProdukteExtras::IsExtraInternet(TestFirm::kKaese));
     // Back again without a guard; the web flag does not come back by itself.
     tick(u"check_Sort_Status");
-    chooseExtra(u"Käse"_s);
+    clickRowOf(u"Käse"_s);
     tick(u"check_Status");
     EXPECT_FALSE(ticked(u"check_Internet"));
     click(u"cmdSave");
@@ -157,19 +142,13 @@ TEST_F(ExtrasScreenTest, StaysActiveAsLongAsAProductOffersIt) {
 }
 
 TEST_F(ExtrasScreenTest, DeletesWhatNothingRefersTo) {
-    const Said refusal{{u"Dieses Extra kann nicht gelöscht werden, da bereits Buchungen bestehen."_s, 64,
-                        u"Löschen Extra"_s}};
-    chooseExtra(u"Käsesauce"_s);
+    const test::TestDialogs::Said refusal{
+        u"Dieses Extra kann nicht gelöscht werden, da bereits Buchungen bestehen."_s, 64, u"Löschen Extra"_s};
+    clickRowOf(u"Käsesauce"_s);
     click(u"cmdDelete");
-    EXPECT_EQ(said(), refusal);
+    EXPECT_EQ(said(), Said{refusal});
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras"_s);
-    for (const auto* table : {u"Bestellungen", u"Vorbestellungen"}) {
-        const QString details = u"tbl_Auftragswesen_%1_Details"_s.arg(QString::fromUtf16(table));
-        ConnMain.Execute(u"INSERT INTO "_s + details + u"(lng_ExtraID) VALUES(1)"_s);
-        click(u"cmdDelete");
-        EXPECT_EQ(said(), refusal);
-        ConnMain.Execute(u"DELETE FROM "_s + details);
-    }
+    expectKeptForOrders(u"tbl_Auftragswesen_%1_Details"_s, u"lng_ExtraID"_s, refusal);
     dialogs.answer(platform::kAnswerYes);
     click(u"cmdDelete");
     EXPECT_EQ(said(), (Said{{u"Möchten Sie dieses Extra wirklich löschen?"_s, 4, u"Löschen Gruppe"_s}}));

@@ -36,6 +36,24 @@ inline void PrintTo(const TestDialogs::Said& said, std::ostream* out) {
     *out << '[' << said.title.toStdString() << "] " << said.text.toStdString() << " (" << said.style << ')';
 }
 
+using Said = QList<TestDialogs::Said>;
+
+/// The columns of a list of articles: a screen's own and those that products and extras share.
+inline std::vector<platform::ui::DataColumn>
+withArticleColumns(std::vector<platform::ui::DataColumn> columns) {
+    for (const auto& [heading, twips] : {std::pair("Stückelung", 1000),
+                                         {"Einheit", 700},
+                                         {"Gruppe", 700},
+                                         {"Preis", 1000},
+                                         {"MWSt-Code", 1000},
+                                         {"Reihenfolge", 1000},
+                                         {"Internet", 800},
+                                         {"Status", 800}})
+        columns.push_back({QString::fromUtf8(heading), twips,
+                           heading == QLatin1String("Preis") ? Qt::AlignRight : Qt::AlignHCenter});
+    return columns;
+}
+
 /// A master-data screen on the small firm, worked as a person would: typed, clicked, then looked at.
 template <typename Screen> class MasterDataTest : public testing::Test {
   protected:
@@ -67,6 +85,27 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     void clickRow(int row) {
         const QModelIndex cell = grid()->model()->index(row, firstShownColumn());
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, grid()->visualRect(cell).center());
+    }
+
+    /// Clicks the row whose first shown column holds the text.
+    void clickRowOf(const QString& text) {
+        for (int row = 0; row < grid()->rowCount(); ++row)
+            if (grid()->text(row, firstShownColumn()) == text)
+                return clickRow(row);
+        ADD_FAILURE() << text.toStdString();
+    }
+
+    /// Deleting the record in the mask is refused while an order refers to it, and while a pre-order does.
+    /// `table` has "%1" for the two kinds.
+    void expectKeptForOrders(const QString& table, const QString& column, const TestDialogs::Said& refusal) {
+        for (const char* kind : {"Bestellungen", "Vorbestellungen"}) {
+            const QString orders = table.arg(QLatin1String(kind));
+            ConnMain.Execute(
+                QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(orders, column).arg(screen.key()));
+            click(u"cmdDelete");
+            EXPECT_EQ(said(), Said{refusal}) << kind;
+            ConnMain.Execute(QStringLiteral("DELETE FROM ") + orders);
+        }
     }
 
     int firstShownColumn() {
@@ -180,7 +219,7 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     }
 
     /// What was said since the last call.
-    QList<TestDialogs::Said> said() { return std::exchange(dialogs.said, {}); }
+    Said said() { return std::exchange(dialogs.said, {}); }
 
     static QString stored(const QString& sql) { return TestFirm::value(sql); }
 

@@ -8,8 +8,8 @@
 #include <QListWidget>
 
 using namespace Qt::StringLiterals;
+using test::Said;
 using test::TestFirm;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 
@@ -19,13 +19,6 @@ const QByteArray kGif =
 
 class ProductsScreenTest : public test::MasterDataTest<frmProdukte> {
   protected:
-    void chooseProduct(const QString& code) {
-        for (int row = 0; row < grid()->rowCount(); ++row)
-            if (grid()->text(row, 2) == code)
-                return clickRow(row);
-        ADD_FAILURE() << code.toStdString();
-    }
-
     static QString column(const QString& name, qint64 key) {
         return stored(u"SELECT %1 FROM tbl_Verwaltung_Produkte WHERE lng_ID = %2"_s.arg(name).arg(key));
     }
@@ -77,16 +70,7 @@ const QString kNoPicture = u"Diese Datei ist kein Bild (nur GIF / JPG)."_s;
 } // namespace
 
 TEST_F(ProductsScreenTest, ShowsOneCategoryPriceGroupAndStatusAtATime) {
-    expectColumns({{u"Kurzzeichen"_s, 1500},
-                   {u"Produkt"_s, 2500},
-                   {u"Stückelung"_s, 1000, Qt::AlignHCenter},
-                   {u"Einheit"_s, 700, Qt::AlignHCenter},
-                   {u"Gruppe"_s, 700, Qt::AlignHCenter},
-                   {u"Preis"_s, 1000, Qt::AlignRight},
-                   {u"MWSt-Code"_s, 1000, Qt::AlignHCenter},
-                   {u"Reihenfolge"_s, 1000, Qt::AlignHCenter},
-                   {u"Internet"_s, 800, Qt::AlignHCenter},
-                   {u"Status"_s, 800, Qt::AlignHCenter}});
+    expectColumns(test::withArticleColumns({{u"Kurzzeichen"_s, 1500}, {u"Produkt"_s, 2500}}));
     expectReachable();
     EXPECT_EQ(find<QComboBox>(u"combo_ProduktGruppe")->currentIndex(), -1);
     EXPECT_EQ(chosen(u"combo_Sort_Kategorie"), u"Pizza"_s);
@@ -115,7 +99,8 @@ TEST_F(ProductsScreenTest, LeadsByEnterAndKeepsItInTheDescription) {
 
 TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
     const QString faulty = u"Fehlerhafte Eingabe"_s;
-    click(u"cmdSave");
+    find<QPushButton>(u"cmdSave")->setFocus();
+    press(Qt::Key_Return);
     EXPECT_EQ(said(), (Said{{u"Bitte wählen Sie eine Produkt Gruppe aus."_s, 0, faulty}}));
     choose(u"combo_ProduktGruppe", u"Pizza"_s);
     click(u"cmdSave");
@@ -193,7 +178,7 @@ TEST_F(ProductsScreenTest, StoresHeadTenPricesAndExtras) {
 }
 
 TEST_F(ProductsScreenTest, DropsAnExtraThatBecameInactiveMeanwhile) {
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     EXPECT_EQ(extras(true), (QStringList{u"Knoblauch"_s, u"Käse"_s}));
     EXPECT_EQ(text(u"txt_Preis_2"), u"15.00"_s);
     EXPECT_EQ(find<QComboBox>(u"combo_MWSt_2")->currentIndex(), 1);
@@ -208,7 +193,7 @@ TEST_F(ProductsScreenTest, DropsAnExtraThatBecameInactiveMeanwhile) {
 }
 
 TEST_F(ProductsScreenTest, InactiveLeavesTheWebUntilItIsTickedAgain) {
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     find<QCheckBox>(u"check_InternetPreise")->setChecked(true);
     tick(u"check_Status");
     EXPECT_FALSE(ticked(u"check_InternetPreise"));
@@ -218,13 +203,13 @@ TEST_F(ProductsScreenTest, InactiveLeavesTheWebUntilItIsTickedAgain) {
     EXPECT_EQ(rows().size(), 1);
     // Loading an inactive product shows its web flag as it is stored.
     tick(u"check_Sort_Status");
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     EXPECT_TRUE(ticked(u"check_InternetPreise"));
     EXPECT_TRUE(ticked(u"check_Status"));
 }
 
 TEST_F(ProductsScreenTest, PicturesGetTheirProductsNameWithTheSave) {
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     pick(u"cmdHintergrundBildKlein", image(u"rand.jpg"_s, 150, 150));
     pick(u"cmdHintergrundBildGross", file(u"punkt.GIF"_s, kGif));
     EXPECT_TRUE(said().isEmpty());
@@ -238,17 +223,17 @@ TEST_F(ProductsScreenTest, PicturesGetTheirProductsNameWithTheSave) {
     EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
 
     // A save that does not touch the pictures takes the marks back and leaves the names.
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     EXPECT_FALSE(previewIsEmpty(u"imgDisplayBildKlein"));
     EXPECT_FALSE(previewIsEmpty(u"imgDisplayBildGross"));
     click(u"cmdSave");
     EXPECT_EQ(pictures(2), u"2.jpg|2.GIF|0|0"_s);
 
     // Another extension leaves the older file where it is; the same extension replaces it.
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     pick(u"cmdHintergrundBildKlein", file(u"neu.gif"_s, kGif));
     click(u"cmdSave");
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     pick(u"cmdHintergrundBildKlein", image(u"schmal.jpg"_s, 100, 10));
     click(u"cmdSave");
     EXPECT_EQ(pictures(2), u"2.jpg|2.GIF|-1|0"_s);
@@ -256,13 +241,13 @@ TEST_F(ProductsScreenTest, PicturesGetTheirProductsNameWithTheSave) {
     EXPECT_EQ(QImageReader(internet(u"Pictures_Small/2.jpg"_s)).size(), QSize(100, 10));
 
     // A deleted one leaves the key and a bare point; the file stays.
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     click(u"cmdBildLöschenKlein");
     EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
     click(u"cmdSave");
     EXPECT_EQ(pictures(2), u"2.|2.GIF|-1|0"_s);
     EXPECT_TRUE(QFile::exists(internet(u"Pictures_Small/2.jpg"_s)));
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
     EXPECT_TRUE(said().isEmpty());
 }
@@ -289,7 +274,7 @@ TEST_F(ProductsScreenTest, RefusesWhatIsNoPictureOrTooBig) {
                  {u"cmdHintergrundBildGross", image(u"bild.exe"_s, 10, 10), kNoPicture},
                  {u"cmdHintergrundBildGross", pickedFrom.filePath(u"fort.jpg"_s), kNoPicture}};
 
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     for (const auto& picked : cases) {
         pick(picked.button, picked.path);
         EXPECT_EQ(said(), (Said{{picked.message, 0, u"Ungültiges Bild"_s}})) << picked.path.toStdString();
@@ -305,18 +290,18 @@ TEST_F(ProductsScreenTest, RefusesWhatIsNoPictureOrTooBig) {
 TEST_F(ProductsScreenTest, APictureThatIsNotSavedStaysStagedOnly) {
     pick(u"cmdHintergrundBildKlein", image(u"a.jpg"_s, 20, 20));
     click(u"cmdClean");
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     click(u"cmdSave");
     EXPECT_EQ(pictures(2), u"||0|0"_s);
     // The staged file itself can be picked.
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     pick(u"cmdHintergrundBildKlein", internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s));
     click(u"cmdSave");
     EXPECT_EQ(pictures(2), u"2.jpg||-1|0"_s);
     EXPECT_TRUE(QFile::exists(internet(u"Pictures_Small/2.jpg"_s)));
     // A stored picture that is gone leaves the box empty without a word.
     QFile::remove(internet(u"Pictures_Small/2.jpg"_s));
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     EXPECT_TRUE(previewIsEmpty(u"imgDisplayBildKlein"));
     EXPECT_TRUE(said().isEmpty());
 }
@@ -324,7 +309,7 @@ TEST_F(ProductsScreenTest, APictureThatIsNotSavedStaysStagedOnly) {
 TEST_F(ProductsScreenTest, ASaveIsWholeOrNotAtAll) {
     int errors = 0;
     common::setErrorHandler([&](common::Origin, std::exception_ptr) { ++errors; });
-    chooseProduct(u"1"_s);
+    clickRowOf(u"1"_s);
     pick(u"cmdHintergrundBildKlein", image(u"a.jpg"_s, 20, 20));
     QFile::remove(internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s));
     enter(u"txt_Produkt", u"halb"_s);
@@ -338,19 +323,14 @@ TEST_F(ProductsScreenTest, ASaveIsWholeOrNotAtAll) {
 }
 
 TEST_F(ProductsScreenTest, DeletesWhatNothingRefersTo) {
-    const Said refusal{{u"Dieses Produkt kann nicht gelöscht werden, da bereits Buchungen bestehen."_s, 64,
-                        u"Löschen Produkt"_s}};
-    chooseProduct(u"10"_s);
+    const test::TestDialogs::Said refusal{
+        u"Dieses Produkt kann nicht gelöscht werden, da bereits Buchungen bestehen."_s, 64,
+        u"Löschen Produkt"_s};
+    clickRowOf(u"10"_s);
     click(u"cmdDelete");
-    EXPECT_EQ(said(), refusal);
+    EXPECT_EQ(said(), Said{refusal});
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras"_s);
-    for (const auto* table : {u"Bestellungen", u"Vorbestellungen"}) {
-        const QString details = u"tbl_Auftragswesen_%1_Details"_s.arg(QString::fromUtf16(table));
-        ConnMain.Execute(u"INSERT INTO "_s + details + u"(lng_ProduktID) VALUES(1)"_s);
-        click(u"cmdDelete");
-        EXPECT_EQ(said(), refusal);
-        ConnMain.Execute(u"DELETE FROM "_s + details);
-    }
+    expectKeptForOrders(u"tbl_Auftragswesen_%1_Details"_s, u"lng_ProduktID"_s, refusal);
     dialogs.answer(platform::kAnswerNo);
     click(u"cmdDelete");
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte"_s), 5);

@@ -6,8 +6,8 @@
 #include <QListWidget>
 
 using namespace Qt::StringLiterals;
+using test::Said;
 using test::TestFirm;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 

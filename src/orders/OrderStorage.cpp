@@ -2,6 +2,8 @@
 #include "common/Convert.h"
 #include "masterdata/modProdukte.h"
 #include "masterdata/modProdukteExtras.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "masterdata/modVerwaltungKuriere.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 #include <cmath>
@@ -243,6 +245,13 @@ std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
     head.dbl_MWStBetrag = row->Fields(u"dbl_MWStBetrag").toDouble();
     head.dbl_TotalMitMWSt = row->Fields(u"dbl_TotalMitMWSt").toDouble();
     return head;
+}
+
+void ShowPeople(WorkingOrder& order, const OrderHead& head) {
+    order.setDetail(Detail::KundenNr, head.lng_KundenID);
+    order.lng_KundenID = head.lng_KundenID;
+    order.ChooseKurier(head.lng_KurierID, modVerwaltungKuriere::GetKurierKurzzeichen(head.lng_KurierID));
+    order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(head.lng_KundenID));
 }
 
 void ShowHead(WorkingOrder& order, const OrderHead& head) {

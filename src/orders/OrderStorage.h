@@ -56,8 +56,10 @@ struct OrderHead {
 };
 
 std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr);
-/// Dates, times, conditions and totals into the cells, a missing date or time as the empty cell; keys, number
-/// and customer are the caller's.
+/// Customer with address, and courier: keys and cells. Who has gone since shows empty.
+void ShowPeople(WorkingOrder& order, const OrderHead& head);
+/// Dates, times, conditions and totals into the cells, a missing date or time as the empty cell; the number
+/// is the caller's.
 void ShowHead(WorkingOrder& order, const OrderHead& head);
 /// Each line into the row that its number tells, with the names of today. A line whose product or extra has
 /// gone is called "gelöscht" and keeps its amounts.

@@ -1,8 +1,6 @@
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
-#include "masterdata/modVerwaltungKunden.h"
-#include "masterdata/modVerwaltungKuriere.h"
 #include "orders/OrderStorage.h"
 #include "orders/modBestellNummern.h"
 #include "store/StoreGlobals.h"
@@ -150,11 +148,7 @@ void LoadBestellung(WorkingOrder& order, qint64 trxNr) {
             order.setDetail(Detail::KundenNr, u"gelöscht");
             order.setDetail(Detail::Kurier, u"gelöscht");
         } else {
-            order.setDetail(Detail::KundenNr, head->lng_KundenID);
-            order.lng_KundenID = head->lng_KundenID;
-            order.ChooseKurier(head->lng_KurierID,
-                               modVerwaltungKuriere::GetKurierKurzzeichen(head->lng_KurierID));
-            order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(head->lng_KundenID));
+            orders::ShowPeople(order, *head);
             buttons.cmdVerwaltungSave = buttons.cmdVerwaltungDelete = true;
         }
         orders::ShowHead(order, *head);

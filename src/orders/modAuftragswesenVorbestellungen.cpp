@@ -1,8 +1,6 @@
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
-#include "masterdata/modVerwaltungKunden.h"
-#include "masterdata/modVerwaltungKuriere.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -20,14 +18,6 @@ constexpr double kRoundingError = 1e-9;
 const QString kListe = QStringLiteral("SELECT lng_TrxNr, txt_LieferDatum, time_Lieferzeit, lng_KundenID FROM "
                                       "tbl_Auftragswesen_Vorbestellungen_Master");
 
-void showHead(WorkingOrder& order, const orders::OrderHead& head) {
-    order.setDetail(Detail::KundenNr, head.lng_KundenID);
-    order.lng_KundenID = head.lng_KundenID;
-    order.ChooseKurier(head.lng_KurierID, modVerwaltungKuriere::GetKurierKurzzeichen(head.lng_KurierID));
-    order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(head.lng_KundenID));
-    orders::ShowHead(order, head);
-}
-
 } // namespace
 
 qint64 SaveVorbestellung(const WorkingOrder& order) {
@@ -37,8 +27,10 @@ qint64 SaveVorbestellung(const WorkingOrder& order) {
 void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
     order.ClearBestellungMaske();
     const auto head = orders::ReadHead(orders::PreOrders(), trxNr);
-    if (head)
-        showHead(order, *head);
+    if (head) {
+        orders::ShowPeople(order, *head);
+        orders::ShowHead(order, *head);
+    }
     orders::LoadLines(order, orders::PreOrders(), trxNr);
     orders::OrderButtons buttons = order.buttons();
     buttons.cmdPrint = head.has_value();

@@ -12,6 +12,8 @@ QString AnruferListe() {
 }
 
 void MarkCallReceived(const common::Value& lng_Datum) {
+    if (!lng_Datum.isNumeric())
+        return;
     store::WriteRecordset call(
         RsMain,
         u"SELECT lng_Datum, flag_Kunde FROM tbl_Verwaltung_AnruferListe WHERE lng_Datum = "_s +

@@ -10,7 +10,8 @@ namespace modVerwaltungAnruferListe {
 
 /// Query of the list, newest first: lng_ID, txt_Telefon, txt_Zeit, txt_Datum, lng_Datum, flag_Kunde.
 QString AnruferListe();
-/// Marks the call of that instant as received. Of two calls in one instant only the first is marked.
+/// Marks the call of that instant as received. Of two calls in one instant only the first is marked. A row
+/// without a readable instant is nobody's call to mark.
 void MarkCallReceived(const common::Value& lng_Datum);
 void DeleteAnruferListe();
 

@@ -129,12 +129,15 @@ TEST_F(CallerListTest, EveryNumberClosesTheListAndOnlyANumberGoesOn) {
         EXPECT_EQ(navigation.openedNumber, opened);
         EXPECT_EQ(received(), u"1"_s) << number.toStdString();
     }
-    // A row from elsewhere without an instant is nobody's call to mark, and closes the list all the same.
-    ConnMain.Execute(u"UPDATE tbl_Verwaltung_AnruferListe SET lng_Datum = NULL, flag_Kunde = False"_s);
-    open();
-    doubleClick(0);
-    EXPECT_TRUE(screen->isHidden());
-    EXPECT_EQ(received(), u"0"_s);
+    // A row from elsewhere without a readable instant closes the list all the same.
+    for (const char16_t* instant : {u"NULL", u"'kaputt'"}) {
+        ConnMain.Execute(u"UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = False, lng_Datum = "_s +
+                         QString::fromUtf16(instant));
+        open();
+        doubleClick(0);
+        EXPECT_TRUE(screen->isHidden());
+        EXPECT_EQ(received(), u"0"_s);
+    }
     EXPECT_TRUE(dialogs.said.isEmpty());
 }
 

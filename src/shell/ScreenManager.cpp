@@ -9,6 +9,8 @@ ScreenManager::ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QOb
     QObject(parent), m_room(room), m_registry(registry) {
     // A screen of fixed size stays what it is above a maximised one.
     m_room.setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    // A screen that closes leads back to where the user came from.
+    m_room.setActivationOrder(QMdiArea::ActivationHistoryOrder);
 }
 
 void ScreenManager::show(const QString& screen) {

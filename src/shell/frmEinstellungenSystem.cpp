@@ -214,6 +214,8 @@ void frmEinstellungenSystem::restrictEditierung() {
 }
 
 void frmEinstellungenSystem::cmdPreview_Click() {
-    const modEinstellungenSystem::SampleOrder sample;
+    // As they are typed: they are taken over only when the screen closes.
+    const modEinstellungenSystem::SampleOrder sample(m_ui->txt_Werbetext->toPlainText(),
+                                                     m_ui->txt_VATNummer->text());
     modAuftragswesenBestellschein::PreviewVorlage(m_services.reports, m_services.printers);
 }

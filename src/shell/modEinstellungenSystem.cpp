@@ -98,7 +98,7 @@ SampleSums writeSampleLines() {
     return sums;
 }
 
-void writeSampleHead(const SampleSums& sums) {
+void writeSampleHead(const SampleSums& sums, const QString& werbetext, const QString& vatNummer) {
     const WriteRecordset head(RsPrint, u"ZusatzInfo"_s, ConnPrint);
     const QString today = common::formatDate(common::clock::now(), u"DD/MM/YYYY");
     head->AddNew();
@@ -110,13 +110,13 @@ void writeSampleHead(const SampleSums& sums) {
         {u"Datum", today},
         {u"Bestellzeit", u"18:30"_s},
         {u"Lieferzeit", u"19:15"_s},
-        {u"MWSt-Nr", SysVATNummer},
+        {u"MWSt-Nr", vatNummer},
         {u"Konditionen", u"Bar"_s},
         {u"Lieferung", today},
         {u"TotalRabatt", amount(0)},
         {u"TotalPreis", amount(sums.total)},
         {u"MWST-Satz", u"-"_s},
-        {u"Werbung", SysWerbetext},
+        {u"Werbung", werbetext},
         {u"MWStSatz1", amount(SysMWStSatz1)},
         {u"MWStBetrag1", amount(sums.vat1)},
         {u"MWStSatz2", amount(SysMWStSatz3)},
@@ -152,12 +152,12 @@ int FiktiverTagStunde() {
     return std::clamp(int(SysFiktiverTag * 24.0 + kRoundingOfProduct), 0, 23);
 }
 
-SampleOrder::SampleOrder() {
+SampleOrder::SampleOrder(const QString& werbetext, const QString& vatNummer) {
     if (hasPrintedOrder())
         return;
     store::Transaction together(ConnPrint);
     ConnPrint.Execute(u"DELETE * FROM BestellReport"_s);
-    writeSampleHead(writeSampleLines());
+    writeSampleHead(writeSampleLines(), werbetext, vatNummer);
     together.commit();
     m_filled = true;
 }

@@ -15,7 +15,7 @@ int FiktiverTagStunde();
 /// the first order was printed, and empties them again at its end. Tables that hold an order are not touched.
 class SampleOrder {
   public:
-    SampleOrder();
+    SampleOrder(const QString& werbetext, const QString& vatNummer);
     ~SampleOrder();
     SampleOrder(const SampleOrder&) = delete;
     SampleOrder& operator=(const SampleOrder&) = delete;

@@ -164,6 +164,9 @@ TEST_F(FirstSteps, LeadFromAnEmptyInstallationToAPrintedOrder) {
     settings();
     catalogue();
     customer();
+    // A look at another screen leads back to the order, though the customers are still open.
+    choose(u"mnVerwaltungKurier"_s, u"frmVerwaltungKuriere"_s);
+    close();
 
     ASSERT_EQ(frontName(), u"frmAuftragswesenAuftragserfassung"_s);
     EXPECT_EQ(find<platform::ui::DataGrid>(u"ProdukteGrid"_s)->rowCount(), 1)

@@ -292,15 +292,18 @@ TEST_F(SettingsScreenTest, PreviewsTheTemplateOfTheMomentOverASampleOrTheLastOrd
     const auto rows = [](const QString& table) {
         return TestFirm::value(u"SELECT Count(*) AS N FROM "_s + table, ConnPrint).toInt();
     };
-    QString total;
+    QString total, werbetext;
     reports.onPrint = [&] {
         total = TestFirm::value(u"SELECT TotalPreis FROM ZusatzInfo"_s, ConnPrint);
+        werbetext = TestFirm::value(u"SELECT Werbung FROM ZusatzInfo"_s, ConnPrint);
         EXPECT_GT(rows(u"BestellReport"_s), 0);
     };
     open();
     put(u"combo_DruckVorlage"_s, u"Vorlage Nr. 4"_s);
     EXPECT_EQ(SysVorlageBestellung, 3); // at once
+    put(u"txt_Werbetext"_s, u"Neu"_s);
     click(u"cmdPreview"_s);
+    EXPECT_EQ(werbetext, u"Neu"_s) << "as typed, before it is taken over";
     ASSERT_EQ(reports.runs.size(), 1);
     EXPECT_TRUE(reports.runs.last().file.endsWith(u"\\Reports\\rep_report4.rpt"_s));
     EXPECT_EQ(reports.runs.last().destination, int(platform::ReportControl::kToWindow));

@@ -21,6 +21,11 @@ frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& ser
     MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmEinstellungenBenutzer>()) {
     m_ui->setupUi(this);
     setUpForm({m_ui->txt_PWD, m_ui->txt_PWDConfirm, m_ui->cmdSave}, {9000, 7800});
+    // What only tells does not look as if it could be typed into.
+    QPalette told;
+    told.setColor(QPalette::Base, Qt::transparent);
+    for (QLineEdit* name : {m_ui->txt_Administrator_Username, m_ui->txt_Username})
+        name->setPalette(told);
     m_ui->txt_Administrator_Username->setText(shell::OwnerAccount::read(store::appPath()).name());
     fillPermissions();
     m_ui->check_AnmeldungUser->setChecked(SysAnmeldungBenutzer != 0);
@@ -54,6 +59,7 @@ void frmEinstellungenBenutzer::CleanMask() {
     for (QLineEdit* field : {m_ui->txt_Username, m_ui->txt_PWD, m_ui->txt_PWDConfirm})
         field->clear();
     tickPermissions([](int) { return false; });
+    m_ui->list_UserPermission->setCurrentRow(-1);
     m_ui->cmdNewUser->setEnabled(true);
     m_ui->cmdNewUser->setFocus();
     enableMask(false);

@@ -27,8 +27,8 @@ void frmArtikel::setUpArtikel(QCheckBox& internet, int positions, const QString&
         m_columns.push_back(column);
     takeControls();
     fillLists(positions);
-    connectGuarded(m_sortGruppe, &QComboBox::currentIndexChanged, this, [this] { narrowList(); });
-    connectGuarded(m_sortStatus, &QCheckBox::toggled, this, [this] { narrowList(); });
+    connectGuarded(m_sortGruppe, &QComboBox::currentIndexChanged, this, [this] { FormatGrid(); });
+    connectGuarded(m_sortStatus, &QCheckBox::toggled, this, [this] { FormatGrid(); });
     // What leaves the offer leaves the web as well; the reverse does not hold.
     connectGuarded(m_status, &QCheckBox::clicked, this, [this](bool inactive) {
         if (inactive)
@@ -61,13 +61,6 @@ void frmArtikel::FormatGrid() {
 QString frmArtikel::listFilter() const {
     return u"flag_Status = %1 AND lng_Gruppe = %2"_s.arg(int(m_sortStatus->isChecked()))
         .arg(m_sortGruppe->currentText());
-}
-
-void frmArtikel::narrowList() {
-    if (!dataControl().isOpen())
-        FormatGrid();
-    else if (const QString filter = listFilter(); !filter.isEmpty())
-        dataControl().Filter(filter);
 }
 
 void frmArtikel::cleanArtikel() {

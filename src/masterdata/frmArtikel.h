@@ -7,8 +7,7 @@ class QComboBox;
 class frmGruppenPreise;
 
 /// The form of products and extras: the mask keeps packaging, position, flags and ten prices beside the
-/// screen's own fields, the list shows one price group and one status at a time. The query is run once; what
-/// is chosen beside the list narrows the rows that it delivered.
+/// screen's own fields, the list shows one price group and one status at a time.
 class frmArtikel : public platform::ui::MasterDataForm {
     Q_OBJECT
   public:
@@ -26,8 +25,6 @@ class frmArtikel : public platform::ui::MasterDataForm {
 
     /// What the list shows of its rows; "" for nothing yet.
     virtual QString listFilter() const;
-    /// Shows what is chosen beside the list.
-    void narrowList();
 
     /// The position stays.
     void cleanArtikel();

@@ -56,7 +56,7 @@ void frmProdukte::fillCategories() {
     }
     m_ui->combo_ProduktGruppe->setCurrentIndex(-1);
     connectGuarded(m_ui->combo_Sort_Kategorie, &QComboBox::currentIndexChanged, this,
-                   [this] { narrowList(); });
+                   [this] { FormatGrid(); });
 }
 
 void frmProdukte::fillExtras() {

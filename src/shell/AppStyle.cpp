@@ -20,6 +20,18 @@ class QuietStyle : public QProxyStyle {
     }
 };
 
+/// The texts of the toolkit's own dialogs as they are spelled in Switzerland.
+class SwissTranslator : public QTranslator {
+  public:
+    using QTranslator::QTranslator;
+
+    QString translate(const char* context, const char* source, const char* disambiguation,
+                      int n) const override {
+        return QTranslator::translate(context, source, disambiguation, n)
+            .replace(QChar(u'ß'), QStringLiteral("ss"));
+    }
+};
+
 QFont applicationFont() {
     // Families whose figures all have one width, so that amounts stand in columns.
     for (const char* family : {"Segoe UI", "Noto Sans", "Liberation Sans", "DejaVu Sans"})
@@ -33,7 +45,7 @@ QFont applicationFont() {
 void applyStyle(QApplication& application) {
     QApplication::setStyle(new QuietStyle);
     QApplication::setFont(applicationFont());
-    auto* german = new QTranslator(&application);
+    auto* german = new SwissTranslator(&application);
     if (german->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(german);
 }

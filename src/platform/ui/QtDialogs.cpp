@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -43,6 +44,17 @@ void addButtons(QMessageBox& box, int buttons) {
     nameButton(box, QMessageBox::Retry, "&Wiederholen");
 }
 
+/// The frame draws the title between buttons of its own, which the box does not know of. A text that needs
+/// more room than that has it already.
+void makeRoomForTitle(QMessageBox& box) {
+    constexpr int kFrame = 110;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int room = metrics.horizontalAdvance(box.windowTitle()) + kFrame;
+    auto* text = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (text && metrics.size(0, box.text()).width() < room)
+        text->setMinimumWidth(room);
+}
+
 int answerOf(int button) {
     switch (button) {
     case QMessageBox::Yes:
@@ -73,6 +85,7 @@ int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
     else if ((style & 0x0F) == kYesNo)
         box.setIcon(QMessageBox::Question);
     addButtons(box, style & 0x0F);
+    makeRoomForTitle(box);
     return answerOf(execModal(box));
 }
 

@@ -109,9 +109,10 @@ Recordset::Row& Recordset::rowAt(int position) {
     return row;
 }
 
-/// Rows that came since are left out, rows that are gone stand last.
+/// Rows that came since are left out, rows that are gone stand last. Of a whole table only the first rows are
+/// put in order.
 void Recordset::sortByStore(const QString& orderBy) {
-    if (m_total > int(m_order.size())) {
+    if (m_total > 0) {
         m_rows.clear();
         m_order.clear();
         m_keyOrder = orderBy;

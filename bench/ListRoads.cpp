@@ -83,9 +83,7 @@ ListRoads::ListRoads(RawStore& store, const Workload& work) :
     m_room.show();
     for (orders::WorkingOrder* order : {&m_preOrder, &m_kept, &m_unkept}) {
         order->SetUp();
-        OrderRoads::call(*order, work.callers.front().number);
-        for (size_t i = 0; i < kLines; ++i)
-            order->BestellungGrid.endEdit(int(i), Col::Kurzzeichen, work.codes.at(i).keyed);
+        OrderRoads::fill(*order, work);
     }
     paint();
 }

@@ -27,7 +27,8 @@ sqlite3* OpenInstallation::handle() {
 }
 
 OrderRoads::OrderRoads() {
-    m_order.SetUp();
+    for (orders::WorkingOrder* order : {&m_order, &m_booked})
+        order->SetUp();
 }
 
 void OrderRoads::call(orders::WorkingOrder& order, const QString& number) {
@@ -41,15 +42,20 @@ void OrderRoads::keyedCode(const QString& code) {
     m_order.BestellungGrid.endEdit(m_line++ % kLines, Col::Kurzzeichen, code);
 }
 
-void OrderRoads::prepare(const Workload& work) {
-    call(work.callers.front().number);
-    m_line = 0;
+void OrderRoads::fill(orders::WorkingOrder& order, const Workload& work) {
+    call(order, work.callers.front().number);
     for (size_t i = 0; i < kLines; ++i)
-        keyedCode(work.codes.at(i).keyed);
+        order.BestellungGrid.endEdit(int(i), Col::Kurzzeichen, work.codes.at(i).keyed);
+}
+
+void OrderRoads::prepare(const Workload& work) {
+    m_line = 0;
+    for (orders::WorkingOrder* order : {&m_order, &m_booked})
+        fill(*order, work);
 }
 
 void OrderRoads::book() {
-    modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs, m_services.navigation);
+    modAuftragswesenAuftragserfassung::SaveBestellung(m_booked, m_services.dialogs, m_services.navigation);
 }
 
 void OrderRoads::load(qint64 trxNr) {

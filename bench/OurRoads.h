@@ -28,9 +28,12 @@ class OrderRoads {
 
     void call(const QString& number) { call(m_order, number); }
 
+    /// Keys the codes into the first eight lines.
+    static void fill(orders::WorkingOrder& order, const Workload& work);
+
     /// Keys the code into one of the first eight lines.
     void keyedCode(const QString& code);
-    /// Takes a call and keys eight lines.
+    /// Takes a call and keys eight lines, as the order that is booked again and again.
     void prepare(const Workload& work);
     void book();
     void load(qint64 trxNr);
@@ -38,7 +41,7 @@ class OrderRoads {
 
   private:
     QuietServices m_services;
-    orders::WorkingOrder m_order;
+    orders::WorkingOrder m_order, m_booked;
     int m_line = 0;
 };
 

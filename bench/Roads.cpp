@@ -32,11 +32,11 @@ Roads::~Roads() {
     }
 }
 
-std::vector<Road> Roads::roads() {
-    std::vector<Road> all = compared();
-    for (const auto& more : {painted(), m_lists.roads()})
-        all.insert(all.end(), more.begin(), more.end());
-    return all;
+std::vector<std::vector<Road>> Roads::groups() {
+    std::vector<Road> order = compared();
+    const std::vector<Road> paintedToo = painted();
+    order.insert(order.end(), paintedToo.begin(), paintedToo.end());
+    return {order, m_lists.roads()};
 }
 
 std::vector<Road> Roads::compared() {

@@ -13,8 +13,9 @@ class Roads {
     /// Takes the orders back that were booked while measuring.
     ~Roads();
 
-    /// Those of the order that are painted, too, have no other side: painting belongs to no statement.
-    std::vector<Road> roads();
+    /// Those of the order, then all others, which would push the order's pages out of the caches. Those that
+    /// are painted only have no other side: painting belongs to no statement.
+    std::vector<std::vector<Road>> groups();
     /// The roads whose statements differ between the two sides, with the difference; empty when the
     /// comparison is fair.
     std::string differences();

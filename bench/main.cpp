@@ -44,13 +44,14 @@ Plan planOf(const QApplication& application) {
 
 std::vector<bench::Title> measureFirm(const bench::Firm& firm, const Plan& plan, bench::Figures& figures) {
     bench::Roads firmRoads(firm.folder, firm.copy);
-    std::vector<bench::Road> roads = firmRoads.roads();
-    std::erase_if(roads,
-                  [&](const bench::Road& road) { return road.name.find(plan.only) == std::string::npos; });
-    bench::measure(roads, plan.samples, figures);
     std::vector<bench::Title> titles;
-    for (const bench::Road& road : roads)
-        titles.push_back({road.name, road.aim, bool(road.raw)});
+    for (std::vector<bench::Road> roads : firmRoads.groups()) {
+        std::erase_if(
+            roads, [&](const bench::Road& road) { return road.name.find(plan.only) == std::string::npos; });
+        bench::measure(roads, plan.samples, figures);
+        for (const bench::Road& road : roads)
+            titles.push_back({road.name, road.aim, bool(road.raw)});
+    }
     return titles;
 }
 

@@ -1,5 +1,6 @@
 #include "orders/OrderDraft.h"
 #include "common/Guard.h"
+#include "masterdata/Artikel.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
 #include <QDir>
@@ -22,7 +23,6 @@ constexpr int kVersion = 1;
 constexpr int kPauseMilliseconds = 50;
 /// Many times the size of a full order.
 constexpr qint64 kLargest = 1'000'000;
-constexpr int kPriceGroups = 10;
 const QString kAside = u".defekt"_s;
 
 constexpr bool OrderButtons::*kButtons[] = {&OrderButtons::cmdKundeSchnellerfassung,
@@ -105,7 +105,7 @@ QJsonObject read(const QString& path, const WorkingOrder& order) {
     if (!file.exists())
         return {};
     const bool sound = file.open(QIODevice::ReadOnly) && file.size() <= kLargest;
-    const QJsonObject draft = sound ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    QJsonObject draft = sound ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
     if (isOrder(draft, order))
         return draft;
     file.close();
@@ -187,7 +187,7 @@ bool OrderDraft::restore(const QString& file, WorkingOrder& order) {
         return false;
     order.lng_KundenID = draft[u"kunde"_s].toInteger();
     order.lng_KurierID = draft[u"kurier"_s].toInteger();
-    order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, kPriceGroups);
+    order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
     for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
         rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());
     for (int row = 0; row < kOrderRows; ++row)

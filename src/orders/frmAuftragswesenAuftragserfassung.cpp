@@ -1,6 +1,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "masterdata/Artikel.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmPopUpMenu.h"
 #include "orders/modBestellNummern.h"
@@ -21,7 +22,6 @@ using platform::ui::CellPlace;
 namespace {
 
 constexpr int kQuantities = 100;
-constexpr int kPriceGroups = 10;
 
 } // namespace
 
@@ -154,7 +154,7 @@ void frmAuftragswesenAuftragserfassung::setUpFields() {
     for (int i = 1; i <= kQuantities; ++i)
         for (QComboBox* combo : {m_ui->combo_ProduktAnzahl, m_ui->combo_ExtraAnzahl})
             combo->addItem(QString::number(i));
-    for (int i = 1; i <= kPriceGroups; ++i)
+    for (int i = 1; i <= masterdata::kPriceGroups; ++i)
         m_ui->combo_PreisGruppe->addItem(tr("Gruppe %1").arg(i));
     connectGuarded(m_ui->combo_PreisGruppe, &QComboBox::currentIndexChanged, this,
                    [this](int) { combo_PreisGruppe_Click(); });

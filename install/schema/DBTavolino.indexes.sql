@@ -38,6 +38,10 @@ CREATE INDEX idx_Kunden_Strasse ON tbl_Verwaltung_Kunden (txt_Strasse);
 CREATE INDEX idx_Kunden_PLZ ON tbl_Verwaltung_Kunden (txt_PLZ);
 CREATE INDEX idx_Kunden_Ort ON tbl_Verwaltung_Kunden (txt_Ort);
 CREATE INDEX idx_Kunden_EMail ON tbl_Verwaltung_Kunden (txt_EMail);
+-- The orders of the customers' list that no search has an index for.
+CREATE INDEX idx_Kunden_Telefontext ON tbl_Verwaltung_Kunden (txt_Telefon);
+CREATE INDEX idx_Kunden_Nateltext ON tbl_Verwaltung_Kunden (txt_Natel);
+CREATE INDEX idx_Kunden_Erfasst ON tbl_Verwaltung_Kunden (date_Erfasst);
 
 CREATE INDEX idx_Kuriere_Kurzzeichen ON tbl_Verwaltung_Kuriere (txt_Kurzzeichen);
 CREATE INDEX idx_Kategorien_Gruppe ON tbl_Verwaltung_ProdukteKategorien (txt_ProduktGruppe);

@@ -6,13 +6,15 @@ using namespace Qt::StringLiterals;
 namespace masterdata {
 
 void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
-                    const std::function<QStringList(int row)>& values) {
+                    const std::function<QStringList(int row)>& values, const platform::Progress& progress) {
     store::Transaction together(ConnPrint);
     ConnPrint.Execute(u"DELETE * FROM "_s + table);
     const QString insert = u"INSERT INTO "_s + table + u'(' + columns + u") VALUES("_s;
     const int count = rows.RecordCount();
-    for (int row = 0; row < count; ++row)
+    for (int row = 0; row < count; ++row) {
         ConnPrint.Execute(insert + values(row).join(u',') + u')');
+        progress(row + 1, count);
+    }
     together.commit();
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/Progress.h"
 #include "store/Recordset.h"
 #include <QStringList>
 #include <functional>
@@ -6,9 +7,10 @@
 namespace masterdata {
 
 /// Empties a table of the print database and adds a row for each row of a list, in one transaction. `columns`
-/// are the table's columns, divided by commas; `values` gives the literals of a row, counted from 0.
+/// are the table's columns, divided by commas; `values` gives the literals of a row, counted from 0. Given
+/// up, the table stays as it was.
 void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
-                    const std::function<QStringList(int row)>& values);
+                    const std::function<QStringList(int row)>& values, const platform::Progress& progress);
 
 /// A number as literal, null as Null.
 QString sqlNumber(const common::Value& number);

@@ -1,7 +1,6 @@
 #include "masterdata/frmProdukte.h"
 #include "common/Guard.h"
 #include "platform/ui/FieldHelpers.h"
-#include "platform/ui/ListPrinting.h"
 #include "ui_frmProdukte.h"
 
 using namespace Qt::StringLiterals;
@@ -22,8 +21,8 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
               {20025, 8550});
     platform::ui::selectAllOnFocus(*m_ui->txt_Beschreibung);
     connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
-        platform::ui::printList(this->services(), u"rep_Produkte.rpt"_s, tr("Produktliste"), [this] {
-            FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText());
+        printRows(u"rep_Produkte.rpt"_s, tr("Produktliste"), [this](const platform::Progress& progress) {
+            FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText(), progress);
         });
     });
     setUpPictures();

@@ -2,7 +2,6 @@
 #include "common/Guard.h"
 #include "masterdata/modProdukteExtras.h"
 #include "platform/ui/FieldHelpers.h"
-#include "platform/ui/ListPrinting.h"
 #include "ui_frmProdukteExtras.h"
 
 using namespace Qt::StringLiterals;
@@ -17,8 +16,10 @@ frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget
                preise().txt_Preis(1)},
               {14400, 7500});
     connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
-        platform::ui::printList(this->services(), u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras"),
-                                [this] { FillArtikelZusatzStamm(dataControl().Recordset()); });
+        printRows(u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras"),
+                  [this](const platform::Progress& progress) {
+                      FillArtikelZusatzStamm(dataControl().Recordset(), progress);
+                  });
     });
     FormatGrid();
 }

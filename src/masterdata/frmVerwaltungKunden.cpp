@@ -4,7 +4,6 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
 #include "platform/ui/FieldHelpers.h"
-#include "platform/ui/ListPrinting.h"
 #include "ui_frmVerwaltungKunden.h"
 
 using namespace modVerwaltungKunden;
@@ -75,11 +74,13 @@ void frmVerwaltungKunden::setUpButtons() {
     onClick(m_ui->cmdSearchPhoneBook, [this] { cmdSearchPhoneBook_Click(); });
     onClick(m_ui->cmdAuftragserfassung, [this] { cmdAuftragserfassung_Click(); });
     onClick(m_ui->DruckerCommand, [this] {
-        platform::ui::printList(services(), u"rep_Kundenliste.rpt"_s, tr("Kundenliste"),
-                                [this] { FillKundenStamm(dataControl().Recordset()); });
+        printRows(u"rep_Kundenliste.rpt"_s, tr("Kundenliste"), [this](const platform::Progress& progress) {
+            FillKundenStamm(dataControl().Recordset(), progress);
+        });
     });
-    onClick(m_ui->cmdNext, [this] { moveTo(position() + 1); });
-    onClick(m_ui->cmdPrevious, [this] { moveTo(position() - 1); });
+    // As long as no row was chosen the first one is the present one.
+    onClick(m_ui->cmdNext, [this] { moveTo(qMax(m_ui->ClientGrid->row(), 0) + 1); });
+    onClick(m_ui->cmdPrevious, [this] { moveTo(m_ui->ClientGrid->row() - 1); });
 }
 
 void frmVerwaltungKunden::showQuery(const QString& query) {
@@ -94,10 +95,10 @@ void frmVerwaltungKunden::FormatGrid() {
                        {tr("Vorname"), 1200},
                        {tr("Strasse"), 1500},
                        {{}, 0},
-                       {tr("PLZ"), 750, Qt::AlignHCenter},
+                       {tr("PLZ"), 500, Qt::AlignHCenter, {}, u"00000"_s},
                        {tr("Ort"), 1500},
-                       {tr("Telefon"), 1500, Qt::AlignRight},
-                       {tr("Natel"), 1500, Qt::AlignRight},
+                       {tr("Telefon"), 1100, Qt::AlignRight, {}, u"0000000000"_s},
+                       {tr("Natel"), 1100, Qt::AlignRight, {}, u"0000000000"_s},
                        {{}, 0},
                        {tr("Erfasst"), 1650, Qt::AlignHCenter}});
     m_ui->ClientGrid->setRow(0);
@@ -122,20 +123,11 @@ void frmVerwaltungKunden::openCustomer(qint64 customerId) {
     loadRecord(customerId);
 }
 
-void frmVerwaltungKunden::chooseRow(int row) {
-    dataControl().Recordset().SetAbsolutePosition(row + 1);
-    MasterDataForm::chooseRow(row);
-}
-
-int frmVerwaltungKunden::position() {
-    return dataControl().isOpen() ? dataControl().Recordset().AbsolutePosition() : 0;
-}
-
-void frmVerwaltungKunden::moveTo(int position) {
-    if (position < 1 || position > dataControl().rowCount())
+void frmVerwaltungKunden::moveTo(int row) {
+    if (row < 0 || row >= m_ui->ClientGrid->rowCount())
         return;
-    m_ui->ClientGrid->setRow(position - 1);
-    chooseRow(position - 1);
+    m_ui->ClientGrid->setRow(row);
+    chooseRow(row);
 }
 
 bool frmVerwaltungKunden::showRecord(qint64 key) {

@@ -33,7 +33,6 @@ class frmVerwaltungKunden : public platform::ui::MasterDataForm, public masterda
     void openCustomer(qint64 customerId) override;
 
   protected:
-    void chooseRow(int row) override;
     bool showRecord(qint64 key) override;
     bool checkInput() override;
     void saveRecord() override;
@@ -47,9 +46,8 @@ class frmVerwaltungKunden : public platform::ui::MasterDataForm, public masterda
     void setUpFields();
     void setUpButtons();
     void showQuery(const QString& query);
-    /// Moves to a row of the list, counted from 1, where there is one.
-    void moveTo(int position);
-    int position();
+    /// Moves to a row of the list, counted from 0, where there is one.
+    void moveTo(int row);
     modVerwaltungKunden::Kunde mask() const;
     bool numberGiven();
     bool numberValid(const QLineEdit& field) const;

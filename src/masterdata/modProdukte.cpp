@@ -104,12 +104,13 @@ QString ProdukteListe() {
            u"view_Verwaltung_Produkte ORDER BY lng_Reihenfolge"_s;
 }
 
-void FillArtikelStamm(store::Recordset& rows, const QString& kategorie) {
+void FillArtikelStamm(store::Recordset& rows, const QString& kategorie, const platform::Progress& progress) {
     using store::sqlText;
     masterdata::fillPrintTable(
         u"ArtikelStamm"_s,
         u"Kurzzeichen,Produkt,ProduktGruppe,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s,
-        rows, [&](int row) {
+        rows,
+        [&](int row) {
             const auto value = [&](int column) { return rows.valueAt(row, column); };
             return QStringList{sqlText(value(2).toText()),
                                sqlText(value(3).toText()),
@@ -122,7 +123,8 @@ void FillArtikelStamm(store::Recordset& rows, const QString& kategorie) {
                                masterdata::printedStatus(value(11)),
                                masterdata::sqlNumber(value(6)),
                                masterdata::printedInternet(value(10))};
-        });
+        },
+        progress);
 }
 
 std::vector<store::Eintrag> Kategorien() {

@@ -1,6 +1,7 @@
 #pragma once
 #include "masterdata/Artikel.h"
 #include "masterdata/ProductPictures.h"
+#include "platform/Progress.h"
 #include "store/Lookups.h"
 #include "store/Recordset.h"
 #include <QList>
@@ -29,7 +30,7 @@ struct Produkt {
 /// Query of the list: one row a product and price group.
 QString ProdukteListe();
 /// Puts the rows of that query into the print table, under the name of the category that the list shows.
-void FillArtikelStamm(store::Recordset& rows, const QString& kategorie);
+void FillArtikelStamm(store::Recordset& rows, const QString& kategorie, const platform::Progress& progress);
 /// Categories in their order.
 std::vector<store::Eintrag> Kategorien();
 /// Active extras in their order.

@@ -38,7 +38,7 @@ QString ExtrasListe() {
            u"lng_Reihenfolge"_s;
 }
 
-void FillArtikelZusatzStamm(store::Recordset& rows) {
+void FillArtikelZusatzStamm(store::Recordset& rows, const platform::Progress& progress) {
     using store::sqlText;
     masterdata::fillPrintTable(
         u"ArtikelZusatzStamm"_s,
@@ -50,7 +50,8 @@ void FillArtikelZusatzStamm(store::Recordset& rows) {
                                masterdata::sqlNumber(value(5)),      masterdata::sqlNumber(value(6)),
                                masterdata::printedStatus(value(9)),  masterdata::sqlNumber(value(4)),
                                masterdata::printedInternet(value(8))};
-        });
+        },
+        progress);
 }
 
 std::optional<Extra> LoadExtra(qint64 key) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "masterdata/Artikel.h"
+#include "platform/Progress.h"
 #include "store/Recordset.h"
 #include <QString>
 #include <optional>
@@ -15,7 +16,7 @@ struct Extra {
 /// Query of the list: one row an extra and price group.
 QString ExtrasListe();
 /// Puts the rows of that query into the print table.
-void FillArtikelZusatzStamm(store::Recordset& rows);
+void FillArtikelZusatzStamm(store::Recordset& rows, const platform::Progress& progress);
 
 /// Nothing for a missing row.
 std::optional<Extra> LoadExtra(qint64 key);

@@ -198,16 +198,17 @@ void DeleteKunde(qint64 key) {
     store::deleteRow(kTable, key);
 }
 
-void FillKundenStamm(store::Recordset& rows) {
-    masterdata::fillPrintTable(u"KundenStamm"_s,
-                               u"KundenNummer,KundenNr,Anrede,Namen,Vorname,Strasse,Plz,Ort,Telefon,Natel"_s,
-                               rows, [&](int row) {
-                                   const QString number = masterdata::sqlNumber(rows.valueAt(row, 0));
-                                   QStringList values{number, number};
-                                   for (const int column : {1, 2, 3, 4, 6, 7, 8, 9})
-                                       values << store::sqlText(rows.valueAt(row, column).toText());
-                                   return values;
-                               });
+void FillKundenStamm(store::Recordset& rows, const platform::Progress& progress) {
+    masterdata::fillPrintTable(
+        u"KundenStamm"_s, u"KundenNummer,KundenNr,Anrede,Namen,Vorname,Strasse,Plz,Ort,Telefon,Natel"_s, rows,
+        [&](int row) {
+            const QString number = masterdata::sqlNumber(rows.valueAt(row, 0));
+            QStringList values{number, number};
+            for (const int column : {1, 2, 3, 4, 6, 7, 8, 9})
+                values << store::sqlText(rows.valueAt(row, column).toText());
+            return values;
+        },
+        progress);
 }
 
 } // namespace modVerwaltungKunden

@@ -1,5 +1,6 @@
 #pragma once
 #include "common/Value.h"
+#include "platform/Progress.h"
 #include "store/Recordset.h"
 #include <QString>
 #include <optional>
@@ -37,7 +38,7 @@ qint64 SaveKunde(const Kunde& kunde, qint64 key);
 bool CanDeleteKunde(qint64 key);
 void DeleteKunde(qint64 key);
 /// Puts the rows of a list query into the customer list's table of the print database.
-void FillKundenStamm(store::Recordset& rows);
+void FillKundenStamm(store::Recordset& rows, const platform::Progress& progress);
 
 qint64 GetTotalKunden();
 /// By the numeric twins of telephone and mobile number, so a leading zero does not count.

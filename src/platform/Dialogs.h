@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/Progress.h"
 #include "platform/ReportControl.h"
 #include <QString>
 #include <QStringList>
@@ -40,6 +41,10 @@ class Dialogs {
     /// Path of an existing file that the user picks; "" when cancelled. `filter` as in "Images (*.gif
     /// *.jpg)".
     virtual QString OpenFile(const QString& title, const QString& filter) = 0;
+
+    /// Shows how far long work is, from the moment that it takes noticeably long until the last copy of the
+    /// result goes. The screens keep painting meanwhile, the user can only give the work up.
+    virtual Progress ShowProgress(const QString& /*text*/) { return unwatched; }
 };
 
 } // namespace platform

@@ -55,6 +55,18 @@ QString refusalOfLastJob() {
     return QString::fromUtf8(cupsLastErrorString());
 }
 
+void withdrawLastJob(const QString& printer) {
+    const QByteArray name = printer.toUtf8();
+    cups_job_t* jobs = nullptr;
+    const int count = cupsGetJobs2(CUPS_HTTP_DEFAULT, &jobs, name.constData(), 1, CUPS_WHICHJOBS_ACTIVE);
+    int newest = 0;
+    for (int i = 0; i < count; ++i)
+        newest = qMax(newest, jobs[i].id);
+    if (newest > 0)
+        cupsCancelJob2(CUPS_HTTP_DEFAULT, name.constData(), newest, 0);
+    cupsFreeJobs(qMax(count, 0), jobs);
+}
+
 QString printerPort(const QString& name) {
     const Queue queue(name);
     return queue ? QString::fromUtf8(queue.option("device-uri")) : QString();
@@ -68,6 +80,9 @@ PrinterState printerState(const QString&) {
 
 QString refusalOfLastJob() {
     return {};
+}
+
+void withdrawLastJob(const QString&) {
 }
 
 QString printerPort(const QString&) {

@@ -13,6 +13,9 @@ PrinterState printerState(const QString& name);
 /// asked right after the hand-over.
 QString refusalOfLastJob();
 
+/// Takes the queue's newest unfinished job of this user back.
+void withdrawLastJob(const QString& printer);
+
 /// The place a queue prints to, as the print service names it; empty when unknown.
 QString printerPort(const QString& name);
 

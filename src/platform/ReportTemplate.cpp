@@ -2,9 +2,11 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/RunTimeError.h"
+#include "store/StoreGlobals.h"
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSettings>
 #include <algorithm>
 #include <kainjow/mustache.hpp>
 
@@ -17,6 +19,11 @@ namespace {
 
 const QSizeF kA4(210, 297);
 const QSizeF kA5(148, 210);
+
+/// Up to here a list is laid out with its report: all on one page, as an order nearly always is.
+constexpr size_t kShortList = 25;
+/// Stands for the rows of a long list; no text of a file has it.
+constexpr QChar kRowsMark(0xFDD0);
 
 QString breakLines(QString text) {
     text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
@@ -51,16 +58,30 @@ mustache::data valueOf(const QString& text) {
     return text.isEmpty() ? mustache::data(false) : mustache::data(text.toStdString());
 }
 
-mustache::object objectOf(const ReportData::Row& row) {
-    mustache::object object;
-    for (const auto& [column, text] : row) {
-        object[column.toStdString()] = valueOf(text);
-        object[(column + u'?').toStdString()] = mustache::data(!isEmptyOrZero(text));
-        object[(column + u":betrag"_s).toStdString()] = valueOf(asAmount(text));
-        object[(column + u":kurz"_s).toStdString()] = valueOf(withoutTrailingZeros(text));
+/// Makes the rows into what the tags ask for, in no more forms than the text of the report uses.
+class Rows {
+  public:
+    explicit Rows(const QString& text) :
+        m_truth(text.contains(u'?')), m_amount(text.contains(u":betrag"_s)),
+        m_brief(text.contains(u":kurz"_s)) {}
+
+    mustache::object object(const ReportData::Row& row) const {
+        mustache::object object;
+        for (const auto& [column, text] : row) {
+            object[column.toStdString()] = valueOf(text);
+            if (m_truth)
+                object[(column + u'?').toStdString()] = mustache::data(!isEmptyOrZero(text));
+            if (m_amount)
+                object[(column + u":betrag"_s).toStdString()] = valueOf(asAmount(text));
+            if (m_brief)
+                object[(column + u":kurz"_s).toStdString()] = valueOf(withoutTrailingZeros(text));
+        }
+        return object;
     }
-    return object;
-}
+
+  private:
+    bool m_truth, m_amount, m_brief;
+};
 
 ReportData::Row firstValues(const std::vector<ReportData::Row>& rows) {
     ReportData::Row first;
@@ -75,16 +96,55 @@ ReportData::Row firstValues(const std::vector<ReportData::Row>& rows) {
     return first;
 }
 
-mustache::data contextOf(const ReportData& data) {
+/// What the tags of the text stand for. Of the table that goes its own way only whether it has rows.
+mustache::data contextOf(const ReportData& data, const QString& text, const QString& apart) {
+    const Rows objects(text);
     mustache::object context;
     for (const auto& [table, rows] : data.tables) {
         mustache::list list;
-        for (const auto& row : rows)
-            list.emplace_back(objectOf(row));
-        context[table.toStdString()] = mustache::data(list);
-        context[(table + u":erste"_s).toStdString()] = mustache::data(objectOf(firstValues(rows)));
+        if (table != apart)
+            for (const auto& row : rows)
+                list.emplace_back(objects.object(row));
+        context[table.toStdString()] = table == apart ? mustache::data(true) : mustache::data(list);
+        if (const QString first = table + u":erste"_s; text.contains(first))
+            context[first.toStdString()] = mustache::data(objects.object(firstValues(rows)));
     }
     return mustache::data(context);
+}
+
+/// Where the rows of a long list stand in a report's text.
+struct LongList {
+    QString table{}, row{};
+    qsizetype start = 0, length = 0;
+};
+
+LongList longListOf(const QString& text, const ReportData& data) {
+    static const QRegularExpression section(
+        u"\\{\\{#\\s*([^{}]+?)\\s*\\}\\}\\s*(<tr.*?</tr>)\\s*\\{\\{/\\s*\\1\\s*\\}\\}"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    for (auto match = section.globalMatch(text); match.hasNext();) {
+        const auto found = match.next();
+        const auto rows = data.tables.find(found.captured(1));
+        const bool inTable = QStringView(text).left(found.capturedStart()).trimmed().endsWith(u"</thead>"_s);
+        const bool plain =
+            !found.captured(2).contains(u"<table"_s) && !found.captured(2).contains(u":erste"_s);
+        if (rows != data.tables.end() && rows->second.size() > kShortList && inTable && plain)
+            return {found.captured(1), found.captured(2), found.capturedStart(), found.capturedLength()};
+    }
+    return {};
+}
+
+std::vector<QByteArray> filledRows(const QString& text, const std::vector<ReportData::Row>& rows,
+                                   const Progress& progress) {
+    mustache::mustache tags(text.toStdString());
+    tags.set_custom_escape(escaped);
+    const Rows objects(text);
+    std::vector<QByteArray> result;
+    for (const auto& row : rows) {
+        result.push_back(QByteArray::fromStdString(tags.render(mustache::data(objects.object(row)))));
+        progress(qint64(result.size()), qint64(rows.size()));
+    }
+    return result;
 }
 
 QString filled(const QString& text, const mustache::data& context) {
@@ -93,11 +153,19 @@ QString filled(const QString& text, const mustache::data& context) {
     return QString::fromStdString(tags.render(context));
 }
 
+/// The firm's name as tavolino.ini tells it.
+QString firmName() {
+    const QSettings file(store::appPath() + u"/tavolino.ini"_s, QSettings::IniFormat);
+    // A comma outside quotes divides a list.
+    return file.value(u"Firma/Name"_s).toStringList().join(u", "_s);
+}
+
 /// Head and foot are drawn as plain text: no escaping, one line.
 QString filledLine(const QString& text, const mustache::data& context) {
     mustache::mustache tags(text.toStdString());
     tags.set_custom_escape([](const std::string& value) { return value; });
     return QString::fromStdString(tags.render(context))
+        .replace(u"{Firma}"_s, firmName())
         .replace(u"{Heute}"_s, common::formatDate(common::clock::now(), u"DD/MM/YYYY"))
         .simplified();
 }
@@ -128,6 +196,16 @@ QSizeF paperOf(const QString& name) {
 }
 
 } // namespace
+
+QString FilledReport::part(size_t first, size_t count) const {
+    const qsizetype mark = html.indexOf(kRowsMark);
+    const qsizetype table = html.lastIndexOf(u"<table"_s, mark, Qt::CaseInsensitive);
+    const qsizetype body = html.indexOf(u'>', html.indexOf(u"<body"_s, 0, Qt::CaseInsensitive)) + 1;
+    QString text = first == 0 ? html.left(mark) : html.left(body) + html.mid(table, mark - table);
+    for (size_t row = first; row < first + count; ++row)
+        text += QString::fromUtf8(rows[row]);
+    return text + (first + count == rows.size() ? html.mid(mark + 1) : u"</table>"_s);
+}
 
 void ReportPage::setLandscape(bool landscape) {
     if (!isRoll() && landscape != isLandscape())
@@ -192,9 +270,16 @@ QStringList ReportTemplate::sections() const {
     return names;
 }
 
-FilledReport ReportTemplate::fill(const ReportData& data) const {
-    const mustache::data context = contextOf(data);
-    FilledReport report{m_title, filled(m_text, context), m_page};
+FilledReport ReportTemplate::fill(const ReportData& data, const Progress& progress) const {
+    const LongList list = m_page.isRoll() ? LongList() : longListOf(m_text, data);
+    QString text = m_text;
+    std::vector<QByteArray> rows;
+    if (!list.table.isEmpty()) {
+        rows = filledRows(list.row, data.tables.at(list.table), progress);
+        text.replace(list.start, list.length, kRowsMark);
+    }
+    const mustache::data context = contextOf(data, m_text, list.table);
+    FilledReport report{m_title, filled(text, context), m_page, std::move(rows)};
     report.page.header = filledLine(m_page.header, context);
     report.page.footer = filledLine(m_page.footer, context);
     return report;

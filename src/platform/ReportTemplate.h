@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/Progress.h"
+#include <QByteArray>
 #include <QMarginsF>
 #include <QSizeF>
 #include <QString>
@@ -22,7 +24,8 @@ struct ReportPage {
     QSizeF size;
     QMarginsF margins;
     /// One line above and below the text on every page, left, middle and right divided by "|". "{Seite}" and
-    /// "{Seiten}" stand for the number of the page and of all pages, "{Heute}" for the date.
+    /// "{Seiten}" stand for the number of the page and of all pages, "{Heute}" for the date, "{Firma}" for
+    /// the firm's name.
     QString header;
     QString footer;
 
@@ -39,6 +42,12 @@ struct FilledReport {
     QString title;
     QString html;
     ReportPage page;
+    /// The rows of a list that is too long to be laid out at once; html has a mark in their place.
+    std::vector<QByteArray> rows{};
+
+    /// The report with these rows of its long list alone: what stands before the list comes with the first
+    /// row, what stands behind it with the last one, the list's head each time.
+    QString part(size_t first, size_t count) const;
 };
 
 /// A report file: HTML with mustache tags, which the owner may change with a text editor.
@@ -65,7 +74,8 @@ class ReportTemplate {
 
     /// The names of all sections; the print tables are among them.
     QStringList sections() const;
-    FilledReport fill(const ReportData& data) const;
+    /// A list of many rows in a table with <thead> comes as rows of their own, unless the paper is a roll.
+    FilledReport fill(const ReportData& data, const Progress& progress = unwatched) const;
 
   private:
     void readHead();
@@ -79,6 +89,7 @@ class ReportTemplate {
 };
 
 /// Reads those of the named tables that the print database has. Throws what the store throws.
-ReportData readPrintTables(const QString& dataFile, const QStringList& names);
+ReportData readPrintTables(const QString& dataFile, const QStringList& names,
+                           const Progress& progress = unwatched);
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "shell/AppStyle.h"
 #include <QFontDatabase>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QProxyStyle>
 #include <QTranslator>
@@ -45,6 +46,8 @@ QFont applicationFont() {
 void applyStyle(QApplication& application) {
     QApplication::setStyle(new QuietStyle);
     QApplication::setFont(applicationFont());
+    // Windows of their own, such as a preview, bear it as well.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/tavolino.svg")));
     auto* german = new SwissTranslator(&application);
     if (german->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(german);

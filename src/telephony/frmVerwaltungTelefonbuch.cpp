@@ -4,11 +4,12 @@
 #include "ui_frmVerwaltungTelefonbuch.h"
 
 using common::connectGuarded;
+using namespace Qt::StringLiterals;
 
 frmVerwaltungTelefonbuch::frmVerwaltungTelefonbuch(QWidget* parent) :
     QDialog(parent), m_ui(std::make_unique<Ui::frmVerwaltungTelefonbuch>()) {
     m_ui->setupUi(this);
-    setFixedSize(900, 480);
+    setFixedSize(760, 480);
     DataControl.setConnection(ConnPhone);
     m_ui->grid_PhoneBook->setDataControl(DataControl);
     connectGuarded(m_ui->grid_PhoneBook, &platform::ui::DataGrid::rowActivated, this,
@@ -28,14 +29,15 @@ int frmVerwaltungTelefonbuch::search(const QString& sql) {
 }
 
 void frmVerwaltungTelefonbuch::FormatGrid() {
-    m_ui->grid_PhoneBook->formatColumns({{tr("Name"), 2250},
-                                         {tr("Vorname"), 1650},
+    const auto number = u"0000000000"_s;
+    m_ui->grid_PhoneBook->formatColumns({{tr("Name"), 1500},
+                                         {tr("Vorname"), 1200},
                                          {tr("Strasse"), 1500},
-                                         {tr("PLZ"), 750},
-                                         {tr("Ort"), 1800},
-                                         {tr("Kanton"), 900},
-                                         {tr("Telefon"), 1650},
-                                         {tr("Mobile"), 1650}});
+                                         {tr("PLZ"), 500, Qt::AlignLeft, {}, u"00000"_s},
+                                         {tr("Ort"), 1350},
+                                         {tr("Kanton"), 700},
+                                         {tr("Telefon"), 1100, Qt::AlignLeft, {}, number},
+                                         {tr("Mobile"), 1100, Qt::AlignLeft, {}, number}});
     m_ui->grid_PhoneBook->stretchColumn(2);
     m_ui->grid_PhoneBook->setRow(0);
     m_ui->grid_PhoneBook->setFocus();

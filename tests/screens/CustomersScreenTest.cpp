@@ -88,6 +88,7 @@ TEST_F(CustomersScreenTest, OpensWithAllCustomersByName) {
     EXPECT_EQ(chosen(u"combo_Sorting"), u"Name"_s);
     EXPECT_FALSE(find<QPushButton>(u"cmdDelete")->isEnabled());
     EXPECT_EQ(screen.minimumSize(), screen.maximumSize());
+    expectReachable();
 }
 
 TEST_F(CustomersScreenTest, AddsACustomerByKeyboardAlone) {

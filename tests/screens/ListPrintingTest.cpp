@@ -46,6 +46,10 @@ using ExtrasListTest = test::MasterDataTest<frmProdukteExtras>;
 } // namespace
 
 TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
+    QFile settings(firm.folder() + u"/tavolino.ini"_s);
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write("[Firma]\nName=Pizzeria Müller & Söhne, Zürich\n");
+    settings.close();
     printers.current = {u"Kasse"_s, u"PS"_s, u"socket"_s};
     dialogs.chosenPrinter = platform::PrinterChoice{{u"Büro"_s, {}, {}}, platform::ReportControl::kLandscape};
     ConnMain.Execute(
@@ -70,24 +74,39 @@ TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
     for (int row = 0; row < grid()->rowCount(); ++row)
         EXPECT_TRUE(text.contains(grid()->text(row, 3))) << grid()->text(row, 3).toStdString();
     EXPECT_TRUE(text.contains(u"1'234.50"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"Pizzeria Müller & Söhne, Zürich"_s));
     EXPECT_TRUE(text.contains(u"15/05/2026"_s));
     EXPECT_TRUE(text.contains(u"Seite 1 von 1"_s));
 
     dialogs.cancelPrinter = true;
     click(u"DruckerCommand");
     EXPECT_EQ(reports.runs.size(), 1);
+
+    // Given up, nothing is printed and the table keeps the last list.
+    dialogs.giveUp = true;
+    choose(u"combo_Sort_Kategorie", u"Getränke"_s);
+    click(u"DruckerCommand");
+    EXPECT_EQ(dialogs.primed.size(), 2);
+    EXPECT_EQ(TestFirm::value(u"SELECT ProduktGruppe FROM ArtikelStamm"_s, ConnPrint), u"Pizza"_s);
 }
 
 TEST_F(ProductListTest, ALongListBearsItsHeadingsOnEveryPage) {
-    for (int i = 0; i < 150; ++i)
+    // So long that it is laid out in pieces; with a name that runs over several pages.
+    constexpr int kRows = 900;
+    store::Transaction together(ConnPrint);
+    for (int i = 0; i < kRows; ++i)
         ConnPrint.Execute(
-            u"INSERT INTO ArtikelStamm(Kurzzeichen, Produkt, Preis) VALUES('k%1', 'Nr. %1', %1)"_s.arg(i));
+            u"INSERT INTO ArtikelStamm(Kurzzeichen, Produkt, Preis) VALUES('k%1', 'Nr. %1 %2', %1)"_s.arg(
+                QString::number(i), i == 260 ? QString(30000, u'x') : QString()));
+    together.commit();
     const QString text = test::pdfText(pdfOf(u"rep_Produkte.rpt"_s, folder));
     const auto pages = text.count(u'\f');
     EXPECT_GT(pages, 1);
     EXPECT_EQ(text.count(u"Stückelung"_s), pages);
     EXPECT_TRUE(text.contains(u"Seite %1 von %1"_s.arg(pages)));
-    EXPECT_EQ(text.count(u"Nr. "_s), 150);
+    EXPECT_EQ(text.count(u"Nr. "_s), kRows);
+    EXPECT_GE(text.count(u'x'), 30000);
+    EXPECT_EQ(text.count(u"Produktliste"_s), pages + 1) << "the title on the first page and all heads";
 }
 
 TEST_F(ProductListTest, ThePreviewSavesAPdf) {

@@ -53,6 +53,13 @@ QString TestDialogs::OpenFile(const QString&, const QString&) {
     return m_files.dequeue();
 }
 
+platform::Progress TestDialogs::ShowProgress(const QString&) {
+    return [this](qint64, qint64) {
+        if (giveUp)
+            throw platform::GivenUp();
+    };
+}
+
 std::optional<platform::PrinterChoice> TestDialogs::ChoosePrinter(const platform::PrinterChoice& current) {
     primed.append(current);
     if (cancelPrinter)

@@ -26,6 +26,8 @@ class TestDialogs : public platform::Dialogs {
     /// Gives `savePath`.
     QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
     QString OpenFile(const QString& title, const QString& filter) override;
+    /// Gives long work up at its first word while `giveUp` is set.
+    platform::Progress ShowProgress(const QString& text) override;
 
     /// Queues the answer of the next unanswered message box; `before` runs while the box stands open.
     void answer(int boxAnswer, std::function<void()> before = {});
@@ -42,6 +44,7 @@ class TestDialogs : public platform::Dialogs {
     QList<platform::PrinterChoice> primed; ///< what the printer dialogs opened with
     std::optional<platform::PrinterChoice> chosenPrinter;
     bool cancelPrinter = false;
+    bool giveUp = false;
     QStringList suggested; ///< file names that were suggested for saving
     QString savePath;
 

@@ -50,8 +50,10 @@ void DataGrid::applyColumns() {
         setColumnHidden(i, width == 0);
         horizontalHeader()->setSectionResizeMode(i, i == m_stretched ? QHeaderView::Stretch
                                                                      : QHeaderView::Interactive);
+        constexpr int kCellMargins = 8;
+        const int text = fontMetrics().horizontalAdvance(columns[size_t(i)].widest) + kCellMargins;
         if (width > 0)
-            setColumnWidth(i, qMax(width, horizontalHeader()->sectionSizeHint(i)));
+            setColumnWidth(i, std::max({width, text, horizontalHeader()->sectionSizeHint(i)}));
     }
 }
 

@@ -8,12 +8,13 @@
 namespace platform::ui {
 
 /// How a column of a list shows itself. Width 0 hides the column, which rides along unseen. A column is never
-/// narrower than its heading.
+/// narrower than its heading and its widest usual text.
 struct DataColumn {
     QString heading;
     int twips = 0;
     Qt::Alignment alignment = Qt::AlignLeft;
     QString format{}; ///< see formatField
+    QString widest{};
 
     friend bool operator==(const DataColumn&, const DataColumn&) = default;
 };

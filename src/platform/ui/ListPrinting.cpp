@@ -12,8 +12,8 @@ constexpr int kPauseAfterFilling = 1000;
 } // namespace
 
 void printList(const Services& services, const QString& reportFile, const QString& title,
-               const std::function<void()>& fillPrintTable) {
-    fillPrintTable();
+               const std::function<void(const Progress&)>& fillPrintTable) try {
+    fillPrintTable(services.dialogs.ShowProgress(title));
     waitMilliseconds(kPauseAfterFilling);
     const auto choice =
         services.dialogs.ChoosePrinter({services.printers.defaultPrinter(), ReportControl::kPortrait});
@@ -30,6 +30,10 @@ void printList(const Services& services, const QString& reportFile, const QStrin
     report.windowState = ReportControl::kMaximized;
     report.WindowTitle = title;
     report.PrintReport();
+
+} catch (const GivenUp&) {
+
+    // Nothing was chosen or shown yet.
 }
 
 } // namespace platform::ui

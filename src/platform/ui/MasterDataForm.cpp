@@ -2,6 +2,7 @@
 #include "common/Guard.h"
 #include "platform/ui/FieldHelpers.h"
 #include "platform/ui/GridColors.h"
+#include "platform/ui/ListPrinting.h"
 #include "platform/ui/SheetExport.h"
 #include "store/StoreGlobals.h"
 #include <QAbstractButton>
@@ -79,6 +80,14 @@ void MasterDataForm::goToRow(qint64 key) {
     for (int row = 0; row < m_grid->rowCount(); ++row)
         if (keyOfRow(row) == key)
             return m_grid->setRow(row);
+}
+
+void MasterDataForm::printRows(const QString& reportFile, const QString& title,
+                               const std::function<void(const Progress&)>& fillPrintTable) {
+    printList(m_services, reportFile, title, [&](const Progress& progress) {
+        fillPrintTable(progress);
+        m_grid->setRow(0);
+    });
 }
 
 void MasterDataForm::CleanMask() {

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/Dialogs.h"
+#include "platform/Progress.h"
 #include "platform/Services.h"
 #include "platform/ui/DataControl.h"
 #include "platform/ui/DataGrid.h"
@@ -57,6 +58,9 @@ class MasterDataForm : public QWidget {
     void showRows(const QString& query, const std::vector<DataColumn>& columns, const QString& filter = {});
     /// Makes the row of that key the list's current one, where it is in the list.
     void goToRow(qint64 key);
+    /// Prints the list (see printList); it stands at its first row afterwards.
+    void printRows(const QString& reportFile, const QString& title,
+                   const std::function<void(const Progress&)>& fillPrintTable);
 
     // What a screen fills in
 

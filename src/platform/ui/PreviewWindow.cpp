@@ -3,12 +3,14 @@
 #include "common/RunTimeError.h"
 #include "platform/ui/ReportPrinting.h"
 #include <QAction>
+#include <QFile>
 #include <QGraphicsView>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPrintPreviewWidget>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -32,11 +34,10 @@ PreviewWindow::PreviewWindow(ReportDocument report, QString printerName, Dialogs
     setCentralWidget(m_preview);
     addActions();
     common::connectGuarded(m_preview, &QPrintPreviewWidget::paintRequested, this,
-                           [this](QPrinter* device) { m_report.print(*device); });
+                           [this](QPrinter* device) { paint(*device); });
     common::connectGuarded(m_preview, &QPrintPreviewWidget::previewChanged, this, [this] { showPosition(); });
     // Scrolling to another page is told by the scroll bar only.
-    const QScrollBar* bar = m_preview->findChild<QGraphicsView*>()->verticalScrollBar();
-    common::connectGuarded(bar, &QScrollBar::valueChanged, this, [this] { showPosition(); });
+    common::connectGuarded(scrollBar(), &QScrollBar::valueChanged, this, [this] { showPosition(); });
     startSize();
     m_preview->setFocus();
 }
@@ -90,6 +91,30 @@ void PreviewWindow::startSize() {
         fitWidth();
 }
 
+QScrollBar* PreviewWindow::scrollBar() const {
+    return m_preview->findChild<QGraphicsView*>()->verticalScrollBar();
+}
+
+void PreviewWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    showTop();
+}
+
+/// Fitting to the width, which follows a new size, leaves the view somewhat below the page's head.
+void PreviewWindow::showTop() {
+    if (m_preview->currentPage() <= 1)
+        QTimer::singleShot(0, this, [this] { scrollBar()->setValue(scrollBar()->minimum()); });
+}
+
+void PreviewWindow::paint(QPrinter& device) {
+    showTop();
+    try {
+        m_report.print(device, m_dialogs.ShowProgress(tr("Die Seiten werden aufgebaut …")));
+    } catch (const GivenUp&) {
+        close();
+    }
+}
+
 void PreviewWindow::printReport() {
     printOn(m_printerName, m_report, m_dialogs);
 }
@@ -100,7 +125,9 @@ void PreviewWindow::savePdf() {
     if (path.isEmpty())
         return;
     try {
-        saveAsPdf(m_report, path);
+        saveAsPdf(m_report, path, m_dialogs.ShowProgress(tr("Die Datei wird geschrieben …")));
+    } catch (const GivenUp&) {
+        QFile::remove(path);
     } catch (const common::RunTimeError& error) {
         m_dialogs.MsgBox(error.sentence(), kOk + kStop, title);
     }

@@ -7,6 +7,7 @@
 class QAction;
 class QLabel;
 class QPrintPreviewWidget;
+class QScrollBar;
 class QToolBar;
 
 namespace platform {
@@ -23,11 +24,17 @@ class PreviewWindow : public QMainWindow {
 
     QPrintPreviewWidget* preview() const { return m_preview; }
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void addActions();
     QAction* addAction(const char* name, const QString& text, const QList<QKeySequence>& keys,
                        void (PreviewWindow::*slot)());
     void startSize();
+    QScrollBar* scrollBar() const;
+    void showTop();
+    void paint(QPrinter& device);
     void printReport();
     void savePdf();
     void zoomIn();

@@ -2,13 +2,16 @@
 #include "common/Guard.h"
 #include "platform/PrinterState.h"
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QStandardPaths>
 
@@ -70,6 +73,19 @@ int answerOf(int button) {
     }
 }
 
+/// Asks for the printer and its paper only: which pages, how many and into which file is decided in the
+/// preview that follows.
+void askForPrinterOnly(QPrintDialog& dialog) {
+    dialog.setOptions(QPrintDialog::PrintShowPageSize);
+    const auto* box = dialog.findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : box->buttons()) {
+        const auto role = box->buttonRole(button);
+        button->setVisible(role == QDialogButtonBox::AcceptRole || role == QDialogButtonBox::RejectRole);
+        if (role == QDialogButtonBox::AcceptRole)
+            button->setText(tr("OK"));
+    }
+}
+
 } // namespace
 
 int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
@@ -113,6 +129,7 @@ std::optional<PrinterChoice> QtDialogs::ChoosePrinter(const PrinterChoice& curre
                                                                                 : QPageLayout::Portrait);
     QPrintDialog dialog(&printer, QApplication::activeWindow());
     dialog.setWindowTitle(tr("Drucker"));
+    askForPrinterOnly(dialog);
     if (execModal(dialog) != QDialog::Accepted)
         return {};
     const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
@@ -131,6 +148,29 @@ QString QtDialogs::SaveFile(const QString& title, const QString& name, const QSt
     dialog.setDefaultSuffix(suffix);
     dialog.selectFile(name + QLatin1Char('.') + suffix);
     return execModal(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+Progress QtDialogs::ShowProgress(const QString& text) {
+    constexpr int kSteps = 1000;
+    const auto box =
+        std::make_shared<QProgressDialog>(text, tr("Abbrechen"), 0, kSteps, QApplication::activeWindow());
+    box->setWindowTitle(QStringLiteral("Tavolino"));
+    box->setWindowModality(Qt::ApplicationModal);
+    box->setMinimumDuration(500);
+    box->setAutoClose(false);
+    box->setAutoReset(false);
+    QElapsedTimer sincePainted;
+    sincePainted.start();
+    return [box, sincePainted](qint64 done, qint64 total) mutable {
+        constexpr int kBetweenPaintings = 40;
+        if (sincePainted.elapsed() < kBetweenPaintings)
+            return;
+        const common::NestedEventLoop loop;
+        box->setValue(total > 0 ? int(done * kSteps / total) : 0);
+        sincePainted.restart();
+        if (box->wasCanceled())
+            throw GivenUp();
+    };
 }
 
 int execModal(QDialog& dialog) {

@@ -12,6 +12,7 @@ class QtDialogs : public Dialogs {
     std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice& current) override;
     QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
     QString OpenFile(const QString& title, const QString& filter) override;
+    Progress ShowProgress(const QString& text) override;
 };
 
 /// Runs a modal dialog; what its event loop starts is guarded by itself.

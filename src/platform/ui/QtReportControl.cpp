@@ -9,7 +9,9 @@ namespace platform {
 
 void QtReportControl::PrintReport() {
     try {
-        run(fill());
+        run(fill(m_dialogs.ShowProgress(u"Der Bericht wird erstellt …"_s)));
+    } catch (const GivenUp&) {
+        return;
     } catch (const common::RunTimeError& error) {
         tell(error.sentence());
     } catch (const std::exception& error) {
@@ -22,9 +24,9 @@ void QtReportControl::tell(const QString& failure) {
                      WindowTitle.isEmpty() ? u"Bericht"_s : WindowTitle);
 }
 
-FilledReport QtReportControl::fill() const {
+FilledReport QtReportControl::fill(const Progress& progress) const {
     const ReportTemplate report(ReportFileName);
-    FilledReport filled = report.fill(readPrintTables(DataFile, report.sections()));
+    FilledReport filled = report.fill(readPrintTables(DataFile, report.sections(), progress), progress);
     if (!WindowTitle.isEmpty())
         filled.title = WindowTitle;
     if (orientation != kAsDesigned)

@@ -15,7 +15,7 @@ class QtReportControl : public ReportControl {
     void PrintReport() override;
 
   private:
-    FilledReport fill() const;
+    FilledReport fill(const Progress& progress) const;
     void run(FilledReport report);
     void tell(const QString& failure);
 

@@ -2,6 +2,12 @@
 #include "platform/ui/FieldFormat.h"
 
 namespace platform::ui {
+namespace {
+
+/// A tip is one line, as long as its text.
+constexpr qsizetype kLongestTip = 150;
+
+} // namespace
 
 RecordsetModel::RecordsetModel(QObject* parent) : QAbstractTableModel(parent) {
 }
@@ -45,8 +51,10 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const {
 
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     const DataColumn& column = m_columns.at(size_t(index.column()));
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole)
         return formatField(value(index.row(), index.column()), column.format);
+    if (role == Qt::ToolTipRole)
+        return formatField(value(index.row(), index.column()), column.format).left(kLongestTip);
     if (role == Qt::TextAlignmentRole)
         return int(column.alignment | Qt::AlignVCenter);
     return {};

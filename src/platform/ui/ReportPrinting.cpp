@@ -29,14 +29,20 @@ QString obstacle(const QString& name) {
 }
 
 /// Hands the job over; the reason when that fails, else empty.
-QString handOver(const QString& name, const ReportDocument& report) {
+QString handOver(const QString& name, const ReportDocument& report, const Progress& progress) {
     QPrinter printer(QPrinterInfo::printerInfo(name), QPrinter::HighResolution);
     // For a name that it does not know, QPrinter takes the default printer without a word.
     if (printer.printerName() != name)
         return u"Der Drucker \"%1\" ist nicht vorhanden."_s.arg(name);
     report.setUp(printer);
-    if (!report.print(printer))
-        return u"Der Drucker \"%1\" hat den Druck abgebrochen."_s.arg(name);
+    try {
+        if (!report.print(printer, progress))
+            return u"Der Drucker \"%1\" hat den Druck abgebrochen."_s.arg(name);
+    } catch (const GivenUp&) {
+        // The printing engine hands over what has been drawn, whatever ends it.
+        withdrawLastJob(name);
+        throw;
+    }
     if (const QString refusal = refusalOfLastJob(); !refusal.isEmpty())
         return u"Der Drucker \"%1\" hat den Druck nicht angenommen (%2)."_s.arg(name, refusal);
     return {};
@@ -45,11 +51,11 @@ QString handOver(const QString& name, const ReportDocument& report) {
 } // namespace
 
 bool printOn(const QString& printerName, const ReportDocument& report, Dialogs& dialogs,
-             const QString& consolation) {
+             const QString& consolation) try {
     for (;;) {
         QString failure = obstacle(printerName);
         if (failure.isEmpty())
-            failure = handOver(printerName, report);
+            failure = handOver(printerName, report, dialogs.ShowProgress(u"Der Bericht wird gedruckt …"_s));
         if (failure.isEmpty())
             return true;
         QStringList text{failure, consolation, u"Soll der Druck wiederholt werden?"_s};
@@ -57,6 +63,10 @@ bool printOn(const QString& printerName, const ReportDocument& report, Dialogs& 
         if (dialogs.MsgBox(text.join(u"\n\n"_s), kRetryCancel + kStop, report.title()) != kAnswerRetry)
             return false;
     }
+
+} catch (const GivenUp&) {
+
+    return false;
 }
 
 } // namespace platform

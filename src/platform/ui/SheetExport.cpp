@@ -29,8 +29,9 @@ class Sheet {
     }
 
     ~Sheet() {
+        // Closing would write the file.
         if (m_book)
-            workbook_close(m_book);
+            lxw_workbook_free(m_book);
     }
 
     Sheet(const Sheet&) = delete;
@@ -39,28 +40,35 @@ class Sheet {
     /// The file is written here and not earlier.
     void close() { check(workbook_close(std::exchange(m_book, nullptr))); }
 
-    void addColumn(lxw_col_t column, const DataColumn& form, const DataGrid& grid, int source) {
+    /// Heading and form of a column; its cells follow row by row.
+    void addColumn(const DataColumn& form) {
         constexpr double kPixelsOfADigit = 7;
-        lxw_format* heading = formatOf(form, false);
+        const auto column = lxw_col_t(m_forms.size());
+        lxw_format* heading = formatOf(form, {});
         format_set_bold(heading);
         format_set_bottom(heading, LXW_BORDER_THIN);
-        lxw_format* cells = formatOf(form, true);
+        // A date is a number to a sheet: without a form it would show as one.
+        const QString ofDates = form.format.isEmpty() ? u"dd/mm/yyyy"_s : form.format;
+        m_forms.push_back({formatOf(form, form.format), formatOf(form, ofDates)});
         worksheet_set_column(m_sheet, column, column, twipsToPixels(form.twips) / kPixelsOfADigit, nullptr);
         check(worksheet_write_string(m_sheet, 0, column, form.heading.toUtf8().constData(), heading));
-        for (int row = 0; row < grid.rowCount(); ++row)
-            check(write(lxw_row_t(row + 1), column, grid.value(row, source), cells));
+    }
+
+    void addCell(int row, size_t column, const common::Value& value) {
+        check(write(lxw_row_t(row + 1), lxw_col_t(column), value,
+                    value.isDate() ? m_forms[column].second : m_forms[column].first));
     }
 
   private:
     /// The lists' number and date forms are the sheets' own.
-    lxw_format* formatOf(const DataColumn& form, bool ofCells) {
+    lxw_format* formatOf(const DataColumn& form, const QString& number) {
         lxw_format* format = workbook_add_format(m_book);
         if (form.alignment & Qt::AlignRight)
             format_set_align(format, LXW_ALIGN_RIGHT);
         else if (form.alignment & Qt::AlignHCenter)
             format_set_align(format, LXW_ALIGN_CENTER);
-        if (ofCells && !form.format.isEmpty())
-            format_set_num_format(format, form.format.toUtf8().constData());
+        if (!number.isEmpty())
+            format_set_num_format(format, number.toUtf8().constData());
         return format;
     }
 
@@ -90,6 +98,7 @@ class Sheet {
     QString m_path;
     lxw_workbook* m_book;
     lxw_worksheet* m_sheet = nullptr;
+    std::vector<std::pair<lxw_format*, lxw_format*>> m_forms; ///< of cells, and of those with a date
 };
 
 void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
@@ -98,7 +107,9 @@ void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
     if (path.isEmpty())
         return;
     try {
-        saveAsXlsx(grid, path);
+        saveAsXlsx(grid, path, dialogs.ShowProgress(DataGrid::tr("Die Tabelle wird geschrieben …")));
+    } catch (const GivenUp&) {
+        return;
     } catch (const common::RunTimeError& error) {
         dialogs.MsgBox(error.sentence(), kOk + kStop, title);
     }
@@ -106,12 +117,20 @@ void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
 
 } // namespace
 
-void saveAsXlsx(const DataGrid& grid, const QString& path) {
+void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress) {
     Sheet sheet(path);
-    lxw_col_t column = 0;
-    for (int source = 0; source < int(grid.columns().size()); ++source)
-        if (!grid.isColumnHidden(source))
-            sheet.addColumn(column++, grid.columns()[size_t(source)], grid, source);
+    std::vector<int> shown;
+    for (int column = 0; column < int(grid.columns().size()); ++column) {
+        if (grid.isColumnHidden(column))
+            continue;
+        shown.push_back(column);
+        sheet.addColumn(grid.columns()[size_t(column)]);
+    }
+    for (int row = 0; row < grid.rowCount(); ++row) {
+        for (size_t column = 0; column < shown.size(); ++column)
+            sheet.addCell(row, column, grid.value(row, shown[column]));
+        progress(row + 1, grid.rowCount());
+    }
     sheet.close();
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/Progress.h"
 #include <QString>
 
 namespace platform {
@@ -12,7 +13,7 @@ class DataGrid;
 /// Writes the list as a spreadsheet (.xlsx): headings, order and choice of rows, alignment and formats as
 /// shown, without the hidden columns; numbers and dates stay such. Throws common::RunTimeError when the file
 /// cannot be written.
-void saveAsXlsx(const DataGrid& grid, const QString& path);
+void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress = unwatched);
 
 /// Puts the export into the list's context menu; `name` is the file name that is suggested. Failures are told
 /// to the user. `dialogs` must outlive the list.

@@ -1,0 +1,17 @@
+#pragma once
+#include <QtGlobal>
+#include <functional>
+
+namespace platform {
+
+/// Thrown out of long work that the user has given up. Whoever showed the progress catches it.
+struct GivenUp {};
+
+/// Told by long work how far it is, as often as it likes. Throws GivenUp.
+using Progress = std::function<void(qint64 done, qint64 total)>;
+
+/// For work that nobody watches.
+inline void unwatched(qint64 /*done*/, qint64 /*total*/) {
+}
+
+} // namespace platform

@@ -59,8 +59,13 @@ void frmProdukte::fillCategories() {
 }
 
 void frmProdukte::fillExtras() {
+    std::vector<store::Eintrag> extras = AktiveExtras();
+    m_ui->list_Extras->clearSelection();
+    if (extras == m_extras)
+        return;
+    m_extras = std::move(extras);
     m_ui->list_Extras->clear();
-    for (const store::Eintrag& extra : AktiveExtras()) {
+    for (const store::Eintrag& extra : m_extras) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
         item->setToolTip(extra.text);

@@ -39,4 +39,6 @@ class frmProdukte : public frmArtikel {
     modProdukte::Produkt maskContent() const;
 
     std::unique_ptr<Ui::frmProdukte> m_ui;
+    /// On offer in the list.
+    std::vector<store::Eintrag> m_extras;
 };

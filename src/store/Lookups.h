@@ -26,6 +26,8 @@ qint64 findDuplicate(const QString& table, const QString& column, const QString&
 struct Eintrag {
     qint64 lng_ID;
     QString text;
+
+    friend bool operator==(const Eintrag&, const Eintrag&) = default;
 };
 
 /// The rows of a query on a key and a text, as entries of a list.

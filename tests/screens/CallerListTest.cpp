@@ -57,7 +57,7 @@ class CallerListTest : public testing::Test {
     test::TestFirm firm;
     test::TestDialogs dialogs;
     test::TestNavigation navigation;
-    test::NoRegistry registry;
+    test::TestRegistry registry;
     test::TestReports reports;
     test::TestPrinters printers;
     std::unique_ptr<frmVerwaltungAnruferListe> screen;

@@ -1,5 +1,4 @@
 #pragma once
-#include "platform/RegistryStore.h"
 #include "platform/ui/DataGrid.h"
 #include "shell/MenuTree.h"
 #include "support/TestDialogs.h"
@@ -18,15 +17,6 @@
 #include <ostream>
 
 namespace test {
-
-class NoRegistry : public platform::RegistryStore {
-  public:
-    QString GetSetting(const QString&, const QString&, const QString&, const QString& fallback) override {
-        return fallback;
-    }
-
-    void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}
-};
 
 inline bool operator==(const TestDialogs::Said& a, const TestDialogs::Said& b) {
     return a.text == b.text && a.style == b.style && a.title == b.title;
@@ -226,7 +216,7 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     TestFirm firm;
     TestDialogs dialogs;
     TestNavigation navigation;
-    NoRegistry registry;
+    TestRegistry registry;
     TestReports reports;
     TestPrinters printers;
     Screen screen;

@@ -60,7 +60,7 @@ class PreOrderListTest : public testing::Test {
     TestFirm firm;
     test::TestDialogs dialogs;
     test::TestNavigation navigation;
-    test::FakeRegistry registry;
+    test::TestRegistry registry;
     test::TestReports reports;
     test::TestPrinters printers;
     orders::WorkingOrder order;

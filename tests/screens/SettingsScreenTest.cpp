@@ -87,7 +87,7 @@ class SettingsScreenTest : public testing::Test {
     TestFirm firm;
     test::TestDialogs dialogs;
     test::TestNavigation navigation;
-    test::NoRegistry registry;
+    test::TestRegistry registry;
     test::TestReports reports;
     test::TestPrinters printers;
     std::unique_ptr<frmEinstellungenSystem> screen;

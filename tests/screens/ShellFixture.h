@@ -1,31 +1,14 @@
 #pragma once
 #include "orders/OrderDesk.h"
-#include "platform/RegistryStore.h"
-#include "platform/ReportControl.h"
 #include "platform/TelephoneLine.h"
 #include "shell/Application.h"
 #include "tests/support/TestDialogs.h"
-#include <QHash>
+#include "tests/support/TestFirmServices.h"
 #include <QTemporaryDir>
 #include <QWidget>
 #include <gtest/gtest.h>
 
 namespace test {
-
-class FakeRegistry : public platform::RegistryStore {
-  public:
-    QString GetSetting(const QString& application, const QString& section, const QString& key,
-                       const QString& fallback) override {
-        return values.value(application + u'/' + section + u'/' + key, fallback);
-    }
-
-    void SaveSetting(const QString& application, const QString& section, const QString& key,
-                     const QString& value) override {
-        values.insert(application + u'/' + section + u'/' + key, value);
-    }
-
-    QHash<QString, QString> values;
-};
 
 /// A line that rings when the test says so.
 class FakeLine : public platform::BasicCAPI32 {
@@ -42,20 +25,6 @@ class FakeLine : public platform::BasicCAPI32 {
 
     std::function<void()> onStart;
     int stops = 0;
-};
-
-class FakeReports : public platform::ReportControl {
-  public:
-    void PrintReport() override {}
-};
-
-class FakePrinters : public platform::Printers {
-  public:
-    QList<platform::Printer> all() override { return {}; }
-
-    platform::Printer defaultPrinter() override { return {}; }
-
-    void setDefaultPrinter(const platform::Printer&) override {}
 };
 
 /// Stands for the order screen.
@@ -99,9 +68,9 @@ class ShellTest : public testing::Test {
 
     QTemporaryDir folder;
     TestDialogs dialogs;
-    FakeRegistry registry;
-    FakeReports reports;
-    FakePrinters printers;
+    TestRegistry registry;
+    TestReports reports;
+    TestPrinters printers;
     FakeLine line;
     frmMDI::Procedures procedures;
     /// Exit codes that the program asked for.

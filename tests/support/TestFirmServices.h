@@ -1,6 +1,8 @@
 #pragma once
 #include "platform/Navigation.h"
+#include "platform/RegistryStore.h"
 #include "platform/ReportControl.h"
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <functional>
@@ -70,6 +72,21 @@ class TestReports : public platform::ReportControl {
 
     QList<Run> runs;
     std::function<void()> onPrint;
+};
+
+class TestRegistry : public platform::RegistryStore {
+  public:
+    QString GetSetting(const QString& application, const QString& section, const QString& key,
+                       const QString& fallback) override {
+        return values.value(application + u'/' + section + u'/' + key, fallback);
+    }
+
+    void SaveSetting(const QString& application, const QString& section, const QString& key,
+                     const QString& value) override {
+        values.insert(application + u'/' + section + u'/' + key, value);
+    }
+
+    QHash<QString, QString> values;
 };
 
 } // namespace test

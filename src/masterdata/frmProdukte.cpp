@@ -68,7 +68,8 @@ void frmProdukte::fillExtras() {
     for (const store::Eintrag& extra : m_extras) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
-        item->setToolTip(extra.text);
+        item->setToolTip(platform::ui::toolTipOf(extra.text));
+        item->setSizeHint(m_ui->list_Extras->gridSize());
     }
 }
 

@@ -2,8 +2,10 @@
 #include "platform/ui/GridColors.h"
 #include "platform/ui/RecordsetModel.h"
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace platform::ui {
 
@@ -131,6 +133,17 @@ void DataGrid::focusInEvent(QFocusEvent* event) {
     // Whoever comes by keyboard sees where the arrows start; nothing counts as chosen by that.
     if (event->reason() != Qt::MouseFocusReason && row() < 0 && rowCount() > 0)
         setRow(0);
+}
+
+bool DataGrid::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const QModelIndex cell = indexAt(static_cast<QHelpEvent*>(event)->pos());
+        if (!cell.isValid() || sizeHintForIndex(cell).width() <= columnWidth(cell.column())) {
+            QToolTip::hideText();
+            return true;
+        }
+    }
+    return QTableView::viewportEvent(event);
 }
 
 void DataGrid::paintEvent(QPaintEvent* event) {

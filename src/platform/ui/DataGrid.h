@@ -69,6 +69,8 @@ class DataGrid : public QTableView {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    /// A cell that shows its whole text has no tool tip.
+    bool viewportEvent(QEvent* event) override;
 
   private:
     void applyColumns();

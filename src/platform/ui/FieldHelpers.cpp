@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QThread>
 #include <QTimer>
 
@@ -139,6 +140,17 @@ void chooseText(QComboBox& list, const QString& text) {
     if (!text.isEmpty() && list.findText(text) < 0)
         list.addItem(text);
     list.setCurrentIndex(text.isEmpty() ? 0 : list.findText(text));
+}
+
+QString toolTipOf(const QString& text) {
+    constexpr qsizetype kReadable = 400;
+    if (text.isEmpty())
+        return {};
+    static const QRegularExpression longWord(QStringLiteral("(\\S{40})"));
+    QString cut = text.size() > kReadable ? text.left(kReadable) + QChar(u'…') : text;
+    cut.replace(longWord, QStringLiteral("\\1\u200B"));
+    // Only marked-up text is broken into lines.
+    return QStringLiteral("<span>") + cut.toHtmlEscaped() + QStringLiteral("</span>");
 }
 
 void waitMilliseconds(int milliseconds) {

@@ -37,6 +37,10 @@ void fillNumbers(QComboBox& list, int first, int last);
 /// from elsewhere keeps it when it is saved.
 void chooseText(QComboBox& list, const QString& text);
 
+/// A stored text as a tool tip: as it stands, in lines, and no more of it than one reads. "" for an empty
+/// one.
+QString toolTipOf(const QString& text);
+
 /// Waits under the wait cursor, blocking: the pause that the system keeps after a write.
 void waitMilliseconds(int milliseconds);
 /// Switches the pauses off, for tests.

@@ -1,13 +1,8 @@
 #include "platform/ui/RecordsetModel.h"
 #include "platform/ui/FieldFormat.h"
+#include "platform/ui/FieldHelpers.h"
 
 namespace platform::ui {
-namespace {
-
-/// A tip is one line, as long as its text.
-constexpr qsizetype kLongestTip = 150;
-
-} // namespace
 
 RecordsetModel::RecordsetModel(QObject* parent) : QAbstractTableModel(parent) {
 }
@@ -54,7 +49,7 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return formatField(value(index.row(), index.column()), column.format);
     if (role == Qt::ToolTipRole)
-        return formatField(value(index.row(), index.column()), column.format).left(kLongestTip);
+        return toolTipOf(index.data().toString());
     if (role == Qt::TextAlignmentRole)
         return int(column.alignment | Qt::AlignVCenter);
     return {};

@@ -120,6 +120,7 @@ TEST_F(CategoriesScreenTest, BrowsesByArrowKeysAndEntersTheMaskByEnter) {
     EXPECT_EQ(focusName(), u"txt_Gruppe"_s);
     EXPECT_EQ(screen.key(), 1);
     click(u"cmdClean");
+    EXPECT_FALSE(grid()->selectionModel()->hasSelection());
     EXPECT_EQ(screen.key(), -1);
     EXPECT_TRUE(text(u"txt_Gruppe").isEmpty());
     EXPECT_TRUE(ticked(u"check_Internet"));

@@ -53,7 +53,11 @@ void MasterDataForm::setUpActs() {
         connectGuarded(findChild<QAbstractButton*>(QString::fromUtf16(name)), &QAbstractButton::clicked, this,
                        act);
     };
-    onClick(u"cmdClean", [this] { CleanMask(); });
+    onClick(u"cmdClean", [this] {
+        CleanMask();
+        // The row that the mask has let go of; the arrow keys go on from there.
+        m_grid->clearSelection();
+    });
     onClick(u"cmdSave", [this] { save(); });
     onClick(u"cmdDelete", [this] { remove(); });
     onClick(u"cmdClose", [this] { close(); });

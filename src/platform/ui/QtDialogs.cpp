@@ -156,6 +156,7 @@ Progress QtDialogs::ShowProgress(const QString& text) {
         std::make_shared<QProgressDialog>(text, tr("Abbrechen"), 0, kSteps, QApplication::activeWindow());
     box->setWindowTitle(QStringLiteral("Tavolino"));
     box->setWindowModality(Qt::ApplicationModal);
+    box->setMinimumWidth(360);
     box->setMinimumDuration(500);
     box->setAutoClose(false);
     box->setAutoReset(false);

@@ -9,7 +9,9 @@ namespace platform {
 
 void QtReportControl::PrintReport() {
     try {
-        run(fill(m_dialogs.ShowProgress(u"Der Bericht wird erstellt …"_s)));
+        // The progress goes before the preview shows its own.
+        FilledReport filled = fill(m_dialogs.ShowProgress(u"Der Bericht wird erstellt …"_s));
+        run(std::move(filled));
     } catch (const GivenUp&) {
         return;
     } catch (const common::RunTimeError& error) {

@@ -18,7 +18,7 @@ namespace {
 /// Rows that a page of a list may hold, as long as no page has shown it.
 constexpr size_t kFirstGuess = 60;
 /// Pages that are kept from counting them until they are drawn.
-constexpr size_t kKeptPieces = 100;
+constexpr size_t kKeptPieces = 250;
 
 double pixels(double millimetres, int resolution) {
     return millimetres * resolution / 25.4;

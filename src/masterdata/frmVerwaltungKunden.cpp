@@ -195,6 +195,11 @@ bool frmVerwaltungKunden::checkInput() {
 
 void frmVerwaltungKunden::saveRecord() {
     m_saved = SaveKunde(mask(), key());
+    showTotal();
+}
+
+void frmVerwaltungKunden::showTotal() {
+    services().navigation.showKundenTotal(GetTotalKunden());
 }
 
 void frmVerwaltungKunden::showSaved() {
@@ -212,6 +217,7 @@ bool frmVerwaltungKunden::mayDelete() {
 
 void frmVerwaltungKunden::deleteRecord() {
     DeleteKunde(key());
+    showTotal();
 }
 
 void frmVerwaltungKunden::showDeleted() {

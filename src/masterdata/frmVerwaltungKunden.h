@@ -46,6 +46,7 @@ class frmVerwaltungKunden : public platform::ui::MasterDataForm, public masterda
     void setUpFields();
     void setUpButtons();
     void showQuery(const QString& query);
+    void showTotal();
     /// Moves to a row of the list, counted from 0, where there is one.
     void moveTo(int row);
     modVerwaltungKunden::Kunde mask() const;

@@ -58,6 +58,7 @@ void frmAuftragswesenAuftragserfassung::cmd_ClientSave_Click() {
         {number, m_ui->txt_KundenName->text(), m_ui->txt_KundenVorname->text(),
          m_ui->txt_KundenZusatz->text(), m_ui->txt_KundenStrasse->text(), m_ui->txt_KundenPLZ->text(),
          m_ui->txt_KundenOrt->text()});
+    m_services.navigation.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_ui->box_SchnellerfassungKunde->hide();
     m_order.lng_KundenID = modVerwaltungKunden::FindKundeByTelefon(common::parseNumber(number).value_or(-1));
     m_order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(m_order.lng_KundenID));

@@ -28,6 +28,10 @@ class Navigation {
     virtual void showNextTrxNr(const QString& number) = 0;
     /// The number of waiting pre-orders, shown there too.
     virtual void showVorbestellungCount(qint64 count) = 0;
+
+    /// The number of customers, shown there too.
+    virtual void showKundenTotal(qint64 /*count*/) {}
+
     /// A call as if the line had delivered it: the order screen's simulation.
     virtual void incomingCall(const QString& GerufeneNr, const QString& AnrufNr,
                               const QString& AnrufFormat) = 0;

@@ -62,6 +62,11 @@ void ShellNavigation::showVorbestellungCount(qint64 count) {
         m_window->showVorbestellungCount(count);
 }
 
+void ShellNavigation::showKundenTotal(qint64 count) {
+    if (m_window)
+        m_window->showKundenTotal(count);
+}
+
 void ShellNavigation::incomingCall(const QString& GerufeneNr, const QString& AnrufNr,
                                    const QString& AnrufFormat) {
     if (m_window)

@@ -24,6 +24,7 @@ class ShellNavigation : public platform::Navigation {
     void showVorbestellungAlarm(qint64 trxNr) override;
     void showNextTrxNr(const QString& number) override;
     void showVorbestellungCount(qint64 count) override;
+    void showKundenTotal(qint64 count) override;
     void incomingCall(const QString& GerufeneNr, const QString& AnrufNr, const QString& AnrufFormat) override;
 
     void endProgram(int exitCode) override { m_end(exitCode); }

@@ -169,6 +169,7 @@ TEST_F(FirstSteps, LeadFromAnEmptyInstallationToAPrintedOrder) {
     close();
 
     ASSERT_EQ(frontName(), u"frmAuftragswesenAuftragserfassung"_s);
+    EXPECT_EQ(status(u"MDIKundenTotal"_s), u"2"_s);
     EXPECT_EQ(find<platform::ui::DataGrid>(u"ProdukteGrid"_s)->rowCount(), 1)
         << "the new catalogue on the open screen";
     press(Qt::Key_F5);

@@ -146,6 +146,9 @@ void WorkingOrder::RederiveLine(int row) {
 void WorkingOrder::CalculateTotalBestellung() {
     double total = 0, mwst1 = 0, mwst3 = 0, netto = 0;
     for (int row = 0; row < BestellungGrid.rows(); ++row) {
+        // Most of the hundred rows.
+        if (BestellungGrid.isUntouched(row))
+            continue;
         const double brutto =
             BestellungGrid.number(row, Col::Preis) - BestellungGrid.number(row, Col::Rabatt);
         const double ohne = BestellungGrid.number(row, Col::PreisOhneMWSt);

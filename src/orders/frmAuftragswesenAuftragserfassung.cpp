@@ -136,6 +136,8 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
     }
     connectGuarded(&m_order, &orders::WorkingOrder::ExtrasOffered, this,
                    [this](qint64 produktId) { FormatGridExtras(produktId); });
+    m_ui->ExtrasGrid->formatColumns({{}, {tr("Extra"), 1800}});
+    m_ui->ExtrasGrid->stretchColumn(1);
     FormatGridExtras(-1);
 }
 

@@ -65,8 +65,6 @@ void frmAuftragswesenAuftragserfassung::FormatGridProdukte() {
 void frmAuftragswesenAuftragserfassung::FormatGridExtras(qint64 produktId) {
     DataControlExtras.setRecordSource(modAuftragswesenAuftragserfassung::ExtrasSql(produktId));
     DataControlExtras.Refresh();
-    m_ui->ExtrasGrid->formatColumns({{}, {tr("Extra"), 1800}});
-    m_ui->ExtrasGrid->stretchColumn(1);
 }
 
 void frmAuftragswesenAuftragserfassung::ProdukteGrid_Pick(int row) {

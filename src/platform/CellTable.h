@@ -45,6 +45,10 @@ class CellTable : public QAbstractTableModel {
     void setCell(int row, int column, const common::Value& value);
     /// The row as it was before anything was put into it; the kinds of its cells stay.
     void clearRow(int row);
+
+    /// Whether nothing was put into the row since it was made or cleared.
+    bool isUntouched(int row) const { return m_rows.at(size_t(row)).untouched; }
+
     void setCaption(int column, const QString& caption);
     void setKind(int row, int column, CellKind kind);
     CellKind kind(int row, int column) const;

@@ -206,7 +206,7 @@ void CellGrid::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottom
                            const QList<int>& roles) {
     QTableView::dataChanged(topLeft, bottomRight, roles);
     // A row that has become blank, or is no longer, shows its other numbers differently.
-    if (BlankRow && topLeft.row() == bottomRight.row())
+    if (BlankRow && topLeft.row() == bottomRight.row() && !isColumnHidden(topLeft.column()))
         viewport()->update(0, rowViewportPosition(topLeft.row()), viewport()->width(),
                            rowHeight(topLeft.row()));
 }

@@ -86,6 +86,8 @@ TEST_F(ExtrasScreenTest, APriceRewritesItselfWhenItIsLeft) {
         press(Qt::Key_Tab);
         EXPECT_EQ(text(u"txt_Preis_3"), shown) << typed.toStdString();
     }
+    QTest::mouseDClick(find<QLineEdit>(u"txt_Preis_3"), Qt::LeftButton);
+    EXPECT_EQ(find<QLineEdit>(u"txt_Preis_3")->selectedText(), u"0.00"_s) << "not the part before the point";
 }
 
 TEST_F(ExtrasScreenTest, RefusesInTheGivenOrder) {

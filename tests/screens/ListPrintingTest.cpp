@@ -133,6 +133,8 @@ TEST_F(ProductListTest, ThePreviewSavesAPdf) {
     EXPECT_TRUE(dialogs.last().text.contains(u"lässt sich nicht schreiben"_s));
     dialogs.savePath = folder.filePath(u"Kunden.pdf"_s);
     save->trigger();
+    save->trigger(); // replaced
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"Kunden.pdf"_s});
     EXPECT_EQ(dialogs.suggested.last(), u"Kundenliste.pdf"_s);
     const QString text = test::pdfText(dialogs.savePath);
     EXPECT_TRUE(text.contains(u"Meier"_s));

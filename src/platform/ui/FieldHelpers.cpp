@@ -112,6 +112,10 @@ void digitsOnly(QLineEdit& field, Paste paste) {
 
 void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule) {
     new Filter(field, [&field, rule = std::move(rule)](QEvent& event) {
+        if (event.type() == QEvent::MouseButtonDblClick) {
+            field.selectAll();
+            return true;
+        }
         if (event.type() != QEvent::FocusOut)
             return false;
         // A menu over the field and a message box are no leaving.

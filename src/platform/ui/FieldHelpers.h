@@ -23,7 +23,8 @@ enum class Paste { Digits, AsItIs };
 /// Typing lets digits through and the keys that edit. Texts set by the program are not touched.
 void digitsOnly(QLineEdit& field, Paste paste = Paste::Digits);
 
-/// When the focus leaves the field its text becomes what `rule` makes of it.
+/// When the focus leaves the field its text becomes what `rule` makes of it. A double click takes the whole
+/// text, not the part of a number before its point.
 void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule);
 
 /// Takes the double and then the single quotes out of the field: what is stored from it may later stand in a

@@ -3,7 +3,6 @@
 #include "common/RunTimeError.h"
 #include "platform/ui/ReportPrinting.h"
 #include <QAction>
-#include <QFile>
 #include <QGraphicsView>
 #include <QGuiApplication>
 #include <QLabel>
@@ -127,7 +126,7 @@ void PreviewWindow::savePdf() {
     try {
         saveAsPdf(m_report, path, m_dialogs.ShowProgress(tr("Die Datei wird geschrieben …")));
     } catch (const GivenUp&) {
-        QFile::remove(path);
+        return;
     } catch (const common::RunTimeError& error) {
         m_dialogs.MsgBox(error.sentence(), kOk + kStop, title);
     }

@@ -1,9 +1,11 @@
 #include "platform/ui/ReportDocument.h"
 #include "common/RunTimeError.h"
 #include <QAbstractTextDocumentLayout>
+#include <QFile>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPrinter>
+#include <QScopeGuard>
 #include <QTextDocument>
 #include <QTextTable>
 #include <numeric>
@@ -235,11 +237,15 @@ void ReportDocument::drawLine(QPainter& painter, const QString& line, double mid
 }
 
 void saveAsPdf(const ReportDocument& report, const QString& path, const Progress& progress) {
+    // A file that is to be replaced stays until the new one is whole.
+    const QString part = path + u".teil"_s;
+    const auto dropPart = qScopeGuard([&part] { QFile::remove(part); });
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path);
+    printer.setOutputFileName(part);
     report.setUp(printer);
-    if (!report.print(printer, progress))
+    if (!report.print(printer, progress) || (QFile::exists(path) && !QFile::remove(path)) ||
+        !QFile::rename(part, path))
         throw common::RunTimeError(
             common::kPlatformFailure,
             u"Die Datei \"%1\" lässt sich nicht schreiben."_s.arg(QFileInfo(path).fileName()), path);

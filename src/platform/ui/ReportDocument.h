@@ -49,7 +49,8 @@ class ReportDocument {
     FilledReport m_report;
 };
 
-/// Writes the report as a PDF file. Throws common::RunTimeError when the file cannot be written.
+/// Writes the report as a PDF file; one of that name is replaced once the new one is whole. Throws
+/// common::RunTimeError when the file cannot be written.
 void saveAsPdf(const ReportDocument& report, const QString& path, const Progress& progress = unwatched);
 
 } // namespace platform

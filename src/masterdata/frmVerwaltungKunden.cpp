@@ -231,9 +231,9 @@ void frmVerwaltungKunden::cmdSearch_Click() {
 }
 
 void frmVerwaltungKunden::cmdSearchPhoneBook_Click() {
-    const QString telefon = m_ui->txt_Telefon->text().trimmed();
+    const QString telefon = m_ui->txt_Telefon->text();
     const auto entry = m_phoneBook.SearchPhoneBook(
-        {telefon.isEmpty() ? m_ui->txt_Natel->text().trimmed() : telefon, m_ui->txt_Name->text(),
+        {telefon.trimmed().isEmpty() ? m_ui->txt_Natel->text() : telefon, m_ui->txt_Name->text(),
          m_ui->txt_Strasse->text(), m_ui->txt_PLZ->text(), m_ui->txt_Ort->text()});
     if (!entry)
         return;

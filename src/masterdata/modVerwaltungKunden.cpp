@@ -38,8 +38,9 @@ QString listQuery(const QString& rest) {
 class Conditions {
   public:
     void text(const char16_t* column, const char16_t* sign, const QString& value) {
-        if (const QString text = value.trimmed(); !text.isEmpty())
-            add(column, sign, store::sqlText(text));
+        // Blanks around a text are searched for as they were typed.
+        if (!value.trimmed().isEmpty())
+            add(column, sign, store::sqlText(value));
     }
 
     void number(const char16_t* column, const QString& value) {

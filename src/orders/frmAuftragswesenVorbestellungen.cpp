@@ -69,8 +69,7 @@ void frmAuftragswesenVorbestellungen::FormatGrid() {
     m_ui->VorbestellungGrid->stretchColumn(kLieferDatum);
 }
 
-void frmAuftragswesenVorbestellungen::showRows(const QString& query, bool byDay) {
-    m_byDay = byDay;
+void frmAuftragswesenVorbestellungen::showRows(const QString& query) {
     DataControl.setRecordSource(query);
     DataControl.Refresh();
     FormatGrid();
@@ -78,7 +77,7 @@ void frmAuftragswesenVorbestellungen::showRows(const QString& query, bool byDay)
 
 void frmAuftragswesenVorbestellungen::cmdLoad_Click() {
     if (const auto day = common::parseDate(m_ui->combo_AuftragsDatum->currentText()))
-        showRows(ListeAmTag(qint64(std::floor(*day))), true);
+        showRows(ListeAmTag(qint64(std::floor(*day))));
 }
 
 void frmAuftragswesenVorbestellungen::cmdShowAll_Click() {
@@ -95,8 +94,9 @@ void frmAuftragswesenVorbestellungen::ShowVorbestellung(qint64 trxNr) {
 std::optional<qint64> frmAuftragswesenVorbestellungen::chosen() const {
     const platform::ui::DataGrid& grid = *m_ui->VorbestellungGrid;
     const qint64 trxNr = grid.value(grid.row(), kTrxNr).toLong();
-    const bool dated = common::isDate(grid.text(grid.row(), kLieferDatum));
-    return grid.row() >= 0 && trxNr > 0 && (dated || !m_byDay) ? std::optional(trxNr) : std::nullopt;
+    if (grid.row() < 0 || !common::isDate(grid.text(grid.row(), kLieferDatum)) || trxNr <= 0)
+        return std::nullopt;
+    return trxNr;
 }
 
 void frmAuftragswesenVorbestellungen::cmdDelete_Click() {

@@ -24,17 +24,15 @@ class frmAuftragswesenVorbestellungen : public QWidget, public orders::PreOrderL
   private:
     void fillDates();
     void setUpControls();
-    void showRows(const QString& query, bool byDay = false);
+    void showRows(const QString& query);
     void cmdLoad_Click();
     void cmdShowAll_Click();
     void cmdDelete_Click();
     void VorbestellungGrid_DblClick();
-    /// Number of the current row; nothing without one. In the list of a day also nothing when its delivery
-    /// date is none; where a row does not stand by its date, a damaged pre-order can be opened and deleted.
+    /// Number of the current row; nothing without one, or when its delivery date is none.
     std::optional<qint64> chosen() const;
 
     std::unique_ptr<Ui::frmAuftragswesenVorbestellungen> m_ui;
     platform::Services m_services;
     platform::ui::DataControl DataControl;
-    bool m_byDay = true;
 };

@@ -180,18 +180,7 @@ void frmEinstellungenSystem::addSystem() {
     addWord(*m_ui->combo_Currency, SysCurrency);
     addWord(*m_ui->combo_Language, SysSprache);
     addFlag(*m_ui->check_EditierungBestellungen, SysEditierungBestellungen);
-    addAnmeldung();
-}
-
-void frmEinstellungenSystem::addAnmeldung() {
-    // The users' screen has the same switch and keeps it at once: only what was changed here is taken over.
-    QCheckBox& box = *m_ui->check_AnmeldungUser;
-    const bool before = SysAnmeldungBenutzer != 0;
-    add([&box, before] { box.setChecked(before); },
-        [&box, before] {
-            if (box.isChecked() != before)
-                SysAnmeldungBenutzer = box.isChecked();
-        });
+    addFlag(*m_ui->check_AnmeldungUser, SysAnmeldungBenutzer);
 }
 
 void frmEinstellungenSystem::addTrxNr() {

@@ -47,7 +47,6 @@ class frmEinstellungenSystem : public QWidget {
     void addTimes();
     void addPreOrders();
     void addSystem();
-    void addAnmeldung();
     void addFiktiverTag();
     void addTrxNr();
     void restrictEditierung();

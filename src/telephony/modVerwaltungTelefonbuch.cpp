@@ -26,11 +26,11 @@ QString FindPhoneBookEntrySql(const QString& number) {
 QString SearchPhoneBookSql(const PhoneBookQuery& fields) {
     QStringList conditions;
     const auto like = [&](const QString& column, const QString& value) {
-        if (const QString text = value.trimmed(); !text.isEmpty())
-            conditions << column + u" LIKE "_s + store::sqlText(text);
+        if (!value.trimmed().isEmpty())
+            conditions << column + u" LIKE "_s + store::sqlText(value);
     };
-    if (const QString number = fields.number.trimmed(); !number.isEmpty())
-        conditions << numberCondition(number);
+    if (!fields.number.trimmed().isEmpty())
+        conditions << numberCondition(fields.number);
     like(u"txt_Name"_s, fields.name);
     like(u"txt_Strasse"_s, fields.street);
     like(u"txt_PLZ"_s, fields.postcode);

@@ -209,7 +209,8 @@ TEST_F(CustomersScreenTest, SearchesByTheFieldsOfTheMask) {
 
     const Case cases[] = {{u"txt_Name", u"meier"_s, u"1"_s},
                           {u"txt_Name", u"%e%"_s, u"1 4"_s},
-                          {u"txt_Name", u" o'neill "_s, u"4"_s},
+                          {u"txt_Name", u"o'neill"_s, u"4"_s},
+                          {u"txt_Name", u" o'neill"_s, {}},
                           {u"txt_Name", u"O'%"_s, u"4"_s},
                           {u"txt_Name", u"' OR '1'='1"_s, {}},
                           {u"txt_Firma", u"%"_s, u"1"_s},

@@ -53,31 +53,6 @@ class InstalledFirm : public testing::TestWithParam<bool> {
 const QString kHeads = u"tbl_Auftragswesen_Bestellungen_Master"_s;
 const QString kLines = u"tbl_Auftragswesen_Bestellungen_Details"_s;
 
-TEST_P(InstalledFirm, hasTheSizeThatWasAskedFor) {
-    const bool large = GetParam();
-    EXPECT_EQ(count(u"tbl_Verwaltung_ProdukteKategorien"_s), large ? 20 : 8);
-    EXPECT_EQ(count(u"tbl_Verwaltung_Produkte"_s), large ? 2000 : 80);
-    EXPECT_EQ(count(u"view_Verwaltung_Produkte WHERE lng_Gruppe BETWEEN 1 AND 10"_s), large ? 20'000 : 800);
-    EXPECT_EQ(count(u"tbl_Verwaltung_ProdukteExtras"_s), large ? 100 : 20);
-    EXPECT_EQ(count(u"view_Verwaltung_ProdukteExtras"_s), large ? 1000 : 200);
-    EXPECT_EQ(count(u"tbl_Verwaltung_Kuriere"_s), large ? 20 : 6);
-    EXPECT_EQ(count(u"tbl_Verwaltung_Kunden"_s), large ? 200 : 400);
-    EXPECT_EQ(count(u"tbl_PhoneBook"_s, ConnPhone), large ? 1000 : 3000);
-    if (large) {
-        EXPECT_EQ(count(kHeads), 1000);
-        EXPECT_EQ(count(kLines), 5000);
-    } else {
-        EXPECT_EQ(count(u"(SELECT DISTINCT lng_BestellDatum FROM "_s + kHeads +
-                        u" WHERE lng_BestellDatum BETWEEN %1 AND %2)"_s.arg(kToday - 90).arg(kToday - 1)),
-                  90);
-        EXPECT_EQ(count(u"(SELECT lng_BestellDatum FROM "_s + kHeads +
-                        u" GROUP BY lng_BestellDatum HAVING Count(*) < 20 OR Count(*) > 60)"_s),
-                  0);
-        EXPECT_GT(count(kHeads + u" WHERE lng_KundenID = -1"_s), 0);
-    }
-    EXPECT_EQ(count(kHeads + u" WHERE lng_BestellDatum >= "_s + QString::number(kToday)), 0);
-}
-
 /// Rows that point to nothing, and numbers that nobody can be called by twice.
 TEST_P(InstalledFirm, keepsItsRelations) {
     const QString missing[] = {
@@ -188,36 +163,5 @@ TEST_P(InstalledFirm, booksEveryOrderByTheRules) {
 
 INSTANTIATE_TEST_SUITE_P(DemoAndLarge, InstalledFirm, testing::Values(false, true),
                          [](const auto& firm) { return firm.param ? "Large" : "Demo"; });
-
-TEST(InstallDemo, theSameDayGivesTheSameFirm) {
-    QByteArray first;
-    for (int run = 0; run < 2; ++run) {
-        const QTemporaryDir folder;
-        install::InstallOptions options;
-        options.demo = true;
-        common::clock::set(kToday);
-        install::installDatabases(folder.path(), options);
-        common::clock::release();
-        store::setAppPath(folder.path());
-        store::Connection connection;
-        connection.Open(store::mainConnectionString());
-        QByteArray rows;
-        for (const char16_t* table : {u"tbl_Auftragswesen_Bestellungen_Details", u"tbl_Verwaltung_Kunden"}) {
-            store::Recordset walk;
-            walk.Open(u"SELECT * FROM "_s + QString::fromUtf16(table), connection, store::adOpenForwardOnly,
-                      store::adLockReadOnly);
-            const int columns = int(walk.Columns().size());
-            for (; !walk.Eof(); walk.MoveNext()) {
-                for (int column = 0; column < columns; ++column)
-                    rows += walk.Fields(walk.Columns()[size_t(column)].name).text().toUtf8() + ';';
-            }
-        }
-        if (run == 0)
-            first = rows;
-        else
-            EXPECT_EQ(rows, first);
-    }
-    EXPECT_FALSE(first.isEmpty());
-}
 
 } // namespace

@@ -45,7 +45,8 @@ class Engine {
                           const std::vector<common::Value>& values) = 0;
     virtual void update(const QString& table, qint64 rowKey, const std::vector<Column>& columns,
                         const std::vector<common::Value>& values) = 0;
-    /// The key that the next row of the table gets, reserved for the caller.
+    /// A key for a new row of a table with a counter, reserved for the caller: nobody else gets it, in this
+    /// process or another, whether the row is ever written or not.
     virtual qint64 newKey(const QString& table) = 0;
     virtual void begin() = 0;
     virtual void commit() = 0;

@@ -292,15 +292,26 @@ void SqliteEngine::update(const QString& table, qint64 rowKey, const std::vector
 }
 
 qint64 SqliteEngine::newKey(const QString& table) {
-    const QString sql = u"SELECT max(coalesce((SELECT seq FROM sqlite_sequence WHERE name = ?), 0), "
-                        u"coalesce((SELECT max(rowid) FROM %1), 0)) + 1"_s.arg(quotedName(table));
+    const std::string name = table.toStdString();
     try {
-        SQLite::Statement statement(*m_database, sql.toStdString());
-        statement.bind(1, table.toStdString());
-        statement.executeStep();
-        return statement.getColumn(0).getInt64();
+        SQLite::Statement start(
+            *m_database, "INSERT INTO sqlite_sequence (name, seq) SELECT t.name, 0 FROM sqlite_schema AS t "
+                         "WHERE lower(t.name) = lower(?1) AND NOT EXISTS "
+                         "(SELECT 1 FROM sqlite_sequence WHERE lower(name) = lower(?1))");
+        start.bind(1, name);
+        start.exec();
+        // Written down, so that neither a row of somebody else nor another process gets it.
+        SQLite::Statement reserve(*m_database, "UPDATE sqlite_sequence SET seq = max(seq, ?) + 1 "
+                                               "WHERE lower(name) = lower(?) RETURNING seq");
+        qint64& reserved = m_reserved[table.toLower()];
+        reserve.bind(1, int64_t(reserved));
+        reserve.bind(2, name);
+        reserve.executeStep();
+        reserved = reserve.getColumn(0).getInt64();
+        reserve.executeStep();
+        return reserved;
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, sql);
+        throwStoreError(error, u"new key of "_s + table);
     }
 }
 

@@ -90,6 +90,8 @@ class SqliteEngine : public Engine {
     std::vector<std::unique_ptr<Writer>> m_writers;
     QSet<QString> m_yesNo;
     QHash<QString, std::vector<Column>> m_columns;
+    /// The last key reserved of each table: one that a roll-back took back is not given again.
+    QHash<QString, qint64> m_reserved;
 };
 
 } // namespace store

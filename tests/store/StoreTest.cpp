@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -247,6 +248,37 @@ TEST_F(StoreTest, AddsChangesAndReadsBackByName) {
               }),
               common::kTypeMismatch);
     EXPECT_FALSE(recordset.IsOpen());
+}
+
+TEST_F(StoreTest, AKeyIsGivenOnce) {
+    add(u"Eins"_s);
+    Connection station;
+    station.Open(text(u"geheim"_s));
+    Recordset other, ofStation;
+    QSet<qint64> keys;
+    const auto reserve = [&](Recordset& rows, Connection& by) {
+        const WriteRecordset row(rows, u"TBL_Dinge"_s, by);
+        row->AddNew();
+        keys.insert(row->Fields(u"lng_ID").toLong());
+        EXPECT_EQ(row->Fields(u"lng_ID").toLong(), *std::max_element(keys.begin(), keys.end()));
+    };
+    const WriteRecordset rows(recordset, u"tbl_Dinge"_s, connection);
+    rows->AddNew();
+    keys.insert(rows->Fields(u"lng_ID").toLong());
+    reserve(other, connection);
+    reserve(ofStation, station);
+    {
+        const store::Transaction rolledBack(connection);
+        reserve(other, connection);
+    }
+    reserve(other, connection);
+    EXPECT_EQ(keys, QSet<qint64>({2, 3, 4, 5, 6}));
+    // Who asks for no key gets none of those either.
+    connection.Execute(u"INSERT INTO tbl_Dinge (txt_Name) VALUES ('Sieben')"_s);
+    EXPECT_EQ(rows->Fields(u"lng_ID").toLong(), 2);
+    rows->Update();
+    rows->Close();
+    EXPECT_EQ(names(u"WHERE lng_ID = 7"_s), QStringList{u"Sieben"_s});
 }
 
 TEST_F(StoreTest, TransactionLeftByAnErrorIsRolledBack) {

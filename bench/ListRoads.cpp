@@ -1,8 +1,8 @@
 #include "ListRoads.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
-#include "platform/ui/DataGrid.h"
-#include "platform/ui/FieldHelpers.h"
-#include "platform/ui/MasterDataForm.h"
+#include "platform/form/DataGrid.h"
+#include "platform/form/FieldHelpers.h"
+#include "platform/form/MasterDataForm.h"
 #include "shell/Screens.h"
 #include <QAbstractButton>
 #include <QComboBox>
@@ -16,8 +16,8 @@ namespace bench {
 
 using namespace Qt::StringLiterals;
 using orders::Col;
-using platform::ui::DataGrid;
-using platform::ui::MasterDataForm;
+using platform::DataGrid;
+using platform::MasterDataForm;
 
 namespace {
 
@@ -77,7 +77,7 @@ std::function<void(size_t)> click(const QWidget& screen, const QString& button) 
 
 ListRoads::ListRoads(RawStore& store, const Workload& work) :
     m_store(store), m_work(work), m_draft(m_kept, QDir::tempPath() + u"/tavolino-bench.entwurf"_s) {
-    platform::ui::setWaiting(false);
+    platform::setWaiting(false);
     shell::registerScreens(m_registry, m_services.services(), m_phoneBook);
     m_room.resize(1366, 768);
     m_room.show();

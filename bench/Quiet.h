@@ -2,8 +2,8 @@
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
-#include "platform/ReportControl.h"
 #include "platform/Services.h"
+#include "platform/report/ReportControl.h"
 #include "telephony/PhoneBook.h"
 
 /// Services that do nothing, so that only the road itself is measured.
@@ -22,25 +22,9 @@ class QuietNavigation : public platform::Navigation {
   public:
     bool hasScreen(const QString&) const override { return true; }
 
-    void showScreen(const QString&, bool) override {}
+    QObject* showScreen(const QString&) override { return nullptr; }
 
-    void openOrderForNumber(const QString&) override {}
-
-    void openCustomer(qint64) override {}
-
-    void openBooking(qint64) override {}
-
-    void openVorbestellung(qint64) override {}
-
-    void showVorbestellung(qint64) override {}
-
-    void showVorbestellungAlarm(qint64) override {}
-
-    void showNextTrxNr(const QString&) override {}
-
-    void showVorbestellungCount(qint64) override {}
-
-    void incomingCall(const QString&, const QString&, const QString&) override {}
+    QObject* mainWindow() const override { return nullptr; }
 
     void endProgram(int) override { qFatal("The program was to end."); }
 };

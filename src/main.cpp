@@ -1,8 +1,8 @@
+#include "platform/IniRegistryStore.h"
+#include "platform/QtDialogs.h"
 #include "platform/line/LineFactory.h"
-#include "platform/ui/CupsPrinters.h"
-#include "platform/ui/IniRegistryStore.h"
-#include "platform/ui/QtDialogs.h"
-#include "platform/ui/QtReportControl.h"
+#include "platform/report/CupsPrinters.h"
+#include "platform/report/QtReportControl.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
@@ -11,8 +11,8 @@
 int main(int argc, char** argv) {
     shell::GuardedApplication qt(argc, argv);
     shell::applyStyle(qt);
-    platform::ui::QtDialogs dialogs;
-    platform::ui::IniRegistryStore registry;
+    platform::QtDialogs dialogs;
+    platform::IniRegistryStore registry;
     platform::QtReportControl reports(dialogs);
     platform::CupsPrinters printers;
     const QString folder = QCoreApplication::applicationDirPath();

@@ -6,12 +6,12 @@
 // Usage: tavolino-demo <installation> [--screens]. Ends with 0 when the slip was printed. With --screens it
 // also takes a screenshot of each screen, for the manual.
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "platform/IniRegistryStore.h"
+#include "platform/QtDialogs.h"
+#include "platform/form/DataGrid.h"
 #include "platform/line/LineFactory.h"
-#include "platform/ui/CupsPrinters.h"
-#include "platform/ui/DataGrid.h"
-#include "platform/ui/IniRegistryStore.h"
-#include "platform/ui/QtDialogs.h"
-#include "platform/ui/QtReportControl.h"
+#include "platform/report/CupsPrinters.h"
+#include "platform/report/QtReportControl.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "store/StoreGlobals.h"
@@ -223,8 +223,8 @@ int main(int argc, char** argv) {
     settings.monitor = {u"127.0.0.1"_s, router.port()};
     const std::unique_ptr<platform::BasicCAPI32> line = platform::createLine(settings);
 
-    platform::ui::QtDialogs dialogs;
-    platform::ui::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
+    platform::QtDialogs dialogs;
+    platform::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
     platform::QtReportControl reports(dialogs);
     platform::CupsPrinters printers;
     shell::Application application({installation, dialogs, registry, reports, printers, line.get(),

@@ -6,9 +6,9 @@
 namespace common {
 
 /// Who started a piece of work. An error in a user's own action ends the program after the error box; an
-/// error in a server's answer, a call or a timer tick shows the box once, is logged and rolled back, and the
-/// program goes on.
-enum class Origin { User, Background };
+/// error in a timer tick, a call or a server's answer shows the box once and is logged, and the program goes
+/// on.
+enum class Origin { User, Timer, Call, Answer };
 
 /// Runs `action`; an exception out of it goes to the installed handler and never further, since an exception
 /// must not travel through Qt's own frames (it leaves editors stuck and leaks). Nested calls: only the
@@ -38,8 +38,8 @@ void handleError(Origin origin, std::exception_ptr error);
 /// Connects a signal to a handler that runs guarded. Every connection from a control, a timer, a call line or
 /// a server goes through here.
 template <typename Sender, typename Signal, typename Action>
-QMetaObject::Connection connectGuarded(const Sender* sender, Signal signal, const QObject* context,
-                                       Action action, Origin origin = Origin::User) {
+QMetaObject::Connection connectGuarded(Origin origin, const Sender* sender, Signal signal,
+                                       const QObject* context, Action action) {
     if constexpr (std::is_invocable_v<Action>) {
         return QObject::connect(sender, signal, context, [action, origin] { guarded(origin, action); });
     } else {

@@ -1,15 +1,16 @@
 #include "masterdata/frmArtikel.h"
 #include "common/Guard.h"
 #include "masterdata/frmGruppenPreise.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
 #include <QCheckBox>
 #include <QComboBox>
 
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
-using platform::ui::chooseText;
-using platform::ui::DataColumn;
-using platform::ui::fillNumbers;
+using common::Origin;
+using platform::chooseText;
+using platform::DataColumn;
+using platform::fillNumbers;
 
 void frmArtikel::setUpArtikel(QCheckBox& internet, int positions, const QString& listQuery,
                               std::vector<DataColumn> ownColumns) {
@@ -27,10 +28,11 @@ void frmArtikel::setUpArtikel(QCheckBox& internet, int positions, const QString&
         m_columns.push_back(column);
     takeControls();
     fillLists(positions);
-    connectGuarded(m_sortGruppe, &QComboBox::currentIndexChanged, this, [this] { FormatGrid(); });
-    connectGuarded(m_sortStatus, &QCheckBox::toggled, this, [this] { FormatGrid(); });
+    connectGuarded(Origin::User, m_sortGruppe, &QComboBox::currentIndexChanged, this,
+                   [this] { FormatGrid(); });
+    connectGuarded(Origin::User, m_sortStatus, &QCheckBox::toggled, this, [this] { FormatGrid(); });
     // What leaves the offer leaves the web as well; the reverse does not hold.
-    connectGuarded(m_status, &QCheckBox::clicked, this, [this](bool inactive) {
+    connectGuarded(Origin::User, m_status, &QCheckBox::clicked, this, [this](bool inactive) {
         if (inactive)
             m_internet->setChecked(false);
     });

@@ -1,6 +1,6 @@
 #pragma once
 #include "masterdata/Artikel.h"
-#include "platform/ui/MasterDataForm.h"
+#include "platform/form/MasterDataForm.h"
 
 class QCheckBox;
 class QComboBox;
@@ -8,7 +8,7 @@ class frmGruppenPreise;
 
 /// The form of products and extras: the mask keeps packaging, position, flags and ten prices beside the
 /// screen's own fields, the list shows one price group and one status at a time.
-class frmArtikel : public platform::ui::MasterDataForm {
+class frmArtikel : public platform::MasterDataForm {
     Q_OBJECT
   public:
     /// Runs the query; does nothing as long as listFilter() chooses nothing.
@@ -21,7 +21,7 @@ class frmArtikel : public platform::ui::MasterDataForm {
     /// `internet` is the check box of flag_Internet; positions go from 1 to `positions`. The columns of the
     /// list are the screen's own and, behind them, those that both lists have.
     void setUpArtikel(QCheckBox& internet, int positions, const QString& listQuery,
-                      std::vector<platform::ui::DataColumn> ownColumns);
+                      std::vector<platform::DataColumn> ownColumns);
 
     /// What the list shows of its rows; "" for nothing yet.
     virtual QString listFilter() const;
@@ -40,7 +40,7 @@ class frmArtikel : public platform::ui::MasterDataForm {
     void fillLists(int positions);
 
     QString m_listQuery;
-    std::vector<platform::ui::DataColumn> m_columns;
+    std::vector<platform::DataColumn> m_columns;
     QComboBox* m_stueckelung = nullptr;
     QComboBox* m_einheit = nullptr;
     QComboBox* m_reihenfolge = nullptr;

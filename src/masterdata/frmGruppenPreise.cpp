@@ -1,6 +1,6 @@
 #include "masterdata/frmGruppenPreise.h"
 #include "common/Convert.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
 #include "store/SystemSettings.h"
 #include <QComboBox>
 #include <QGridLayout>
@@ -22,7 +22,7 @@ QString amountText(const QString& text) {
 template <typename Fields> void enterRing(const Fields& fields) {
     QList<QWidget*> ring(fields.begin(), fields.end());
     ring << ring.first();
-    platform::ui::enterChain(ring);
+    platform::enterChain(ring);
 }
 
 } // namespace
@@ -57,7 +57,7 @@ void frmGruppenPreise::addGroup(int gruppe, const QStringList& mwst) {
     price->setMinimumWidth(70);
     code->setAccessibleName(tr("MWSt %1").arg(name));
     code->addItems(mwst);
-    platform::ui::reformatOnLeave(*price, amountText);
+    platform::reformatOnLeave(*price, amountText);
     m_prices[size_t(gruppe - 1)] = price;
     m_codes[size_t(gruppe - 1)] = code;
 

@@ -1,16 +1,18 @@
 #include "masterdata/frmProdukte.h"
 #include "common/Guard.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmProdukte.h"
 
 using namespace Qt::StringLiterals;
 using namespace modProdukte;
 using common::connectGuarded;
+using common::Origin;
 using masterdata::PictureSize;
-using platform::ui::removeQuotes;
+using platform::removeQuotes;
 
 frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
-    frmArtikel(services, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
+    frmArtikel(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
     m_ui->setupUi(this);
     setUpArtikel(*m_ui->check_InternetPreise, 500, ProdukteListe(),
                  {{{}, 0}, {{}, 0}, {tr("Kurzzeichen"), 1500}, {tr("Produkt"), 2500}});
@@ -19,8 +21,8 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
     setUpForm({m_ui->combo_ProduktGruppe, m_ui->txt_Kurzzeichen, m_ui->txt_Produkt, m_ui->combo_Stückelung,
                m_ui->combo_Einheit, m_ui->combo_Reihenfolge, m_ui->txt_Beschreibung},
               {20025, 8550});
-    platform::ui::selectAllOnFocus(*m_ui->txt_Beschreibung);
-    connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
+    platform::selectAllOnFocus(*m_ui->txt_Beschreibung);
+    connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
         printRows(u"rep_Produkte.rpt"_s, tr("Produktliste"), [this](const platform::Progress& progress) {
             FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText(), progress);
         });
@@ -34,17 +36,17 @@ frmProdukte::~frmProdukte() = default;
 void frmProdukte::setUpPictures() {
     m_ui->imgDisplayBildKlein->setSize(PictureSize::Klein);
     m_ui->imgDisplayBildGross->setSize(PictureSize::Gross);
-    connectGuarded(m_ui->cmdHintergrundBildKlein, &QAbstractButton::clicked, this, [this] {
+    connectGuarded(Origin::User, m_ui->cmdHintergrundBildKlein, &QAbstractButton::clicked, this, [this] {
         choosePicture(*m_ui->imgDisplayBildKlein,
                       tr("Das Bild muss max. Höhe: 150 x Breite: 150 Pixel sein."));
     });
-    connectGuarded(m_ui->cmdHintergrundBildGross, &QAbstractButton::clicked, this, [this] {
+    connectGuarded(Origin::User, m_ui->cmdHintergrundBildGross, &QAbstractButton::clicked, this, [this] {
         choosePicture(*m_ui->imgDisplayBildGross,
                       tr("Das Bild muss max. Höhe: 900 x Breite: 900 Pixel sein."));
     });
-    connectGuarded(m_ui->cmdBildLöschenKlein, &QAbstractButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->cmdBildLöschenKlein, &QAbstractButton::clicked, this,
                    [this] { m_ui->imgDisplayBildKlein->remove(); });
-    connectGuarded(m_ui->cmdBildLöschenGross, &QAbstractButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->cmdBildLöschenGross, &QAbstractButton::clicked, this,
                    [this] { m_ui->imgDisplayBildGross->remove(); });
 }
 
@@ -54,7 +56,7 @@ void frmProdukte::fillCategories() {
         m_ui->combo_Sort_Kategorie->addItem(kategorie.text, kategorie.lng_ID);
     }
     m_ui->combo_ProduktGruppe->setCurrentIndex(-1);
-    connectGuarded(m_ui->combo_Sort_Kategorie, &QComboBox::currentIndexChanged, this,
+    connectGuarded(Origin::User, m_ui->combo_Sort_Kategorie, &QComboBox::currentIndexChanged, this,
                    [this] { FormatGrid(); });
 }
 
@@ -68,7 +70,7 @@ void frmProdukte::fillExtras() {
     for (const store::Eintrag& extra : m_extras) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
-        item->setToolTip(platform::ui::toolTipOf(extra.text));
+        item->setToolTip(platform::toolTipOf(extra.text));
         item->setSizeHint(m_ui->list_Extras->gridSize());
     }
 }

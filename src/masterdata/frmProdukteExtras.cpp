@@ -1,21 +1,23 @@
 #include "masterdata/frmProdukteExtras.h"
 #include "common/Guard.h"
 #include "masterdata/modProdukteExtras.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmProdukteExtras.h"
 
 using namespace Qt::StringLiterals;
 using namespace modProdukteExtras;
 using common::connectGuarded;
+using common::Origin;
 
 frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget* parent) :
-    frmArtikel(services, parent), m_ui(std::make_unique<Ui::frmProdukteExtras>()) {
+    frmArtikel(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukteExtras>()) {
     m_ui->setupUi(this);
     setUpArtikel(*m_ui->check_Internet, 250, ExtrasListe(), {{{}, 0}, {tr("Extras"), 2500}});
     setUpForm({m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge,
                preise().txt_Preis(1)},
               {14400, 7500});
-    connectGuarded(m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
+    connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
         printRows(u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras"),
                   [this](const platform::Progress& progress) {
                       FillArtikelZusatzStamm(dataControl().Recordset(), progress);
@@ -47,7 +49,7 @@ bool frmProdukteExtras::checkInput() {
         return refuse(tr("Bitte geben Sie eine Bezeichnung ein."), tr("Fehlerhafte Eingabe"));
     if (!pricesGiven())
         return false;
-    platform::ui::removeQuotes(*m_ui->txt_Extra);
+    platform::removeQuotes(*m_ui->txt_Extra);
     if (FindExtra(m_ui->txt_Extra->text(), key()) >= 0)
         return refuse(tr("Diese Bezeichnung existiert bereits."), tr("Ungültige Eingabe"),
                       platform::kInformation);

@@ -1,14 +1,15 @@
 #include "masterdata/frmProdukteKategorien.h"
 #include "masterdata/modProdukteKategorien.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmProdukteKategorien.h"
 
 using namespace modProdukteKategorien;
 
 frmProdukteKategorien::frmProdukteKategorien(const platform::Services& services, QWidget* parent) :
-    MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmProdukteKategorien>()) {
+    MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukteKategorien>()) {
     m_ui->setupUi(this);
-    platform::ui::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
+    platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
     setUpForm({m_ui->txt_Gruppe, m_ui->combo_Reihenfolge, m_ui->cmdSave}, {7000, 7000});
     FormatGrid();
 }
@@ -34,7 +35,7 @@ bool frmProdukteKategorien::showRecord(qint64 key) {
     if (!gruppe)
         return false;
     m_ui->txt_Gruppe->setText(gruppe->txt_ProduktGruppe);
-    platform::ui::chooseText(*m_ui->combo_Reihenfolge, QString::number(gruppe->lng_Reihenfolge));
+    platform::chooseText(*m_ui->combo_Reihenfolge, QString::number(gruppe->lng_Reihenfolge));
     m_ui->check_Internet->setChecked(gruppe->flag_Internet);
     return true;
 }
@@ -42,7 +43,7 @@ bool frmProdukteKategorien::showRecord(qint64 key) {
 bool frmProdukteKategorien::checkInput() {
     if (!filled(*m_ui->txt_Gruppe))
         return refuse(tr("Bitte geben Sie eine Gruppe ein."), tr("Fehlerhafte Eingabe"));
-    platform::ui::removeQuotes(*m_ui->txt_Gruppe);
+    platform::removeQuotes(*m_ui->txt_Gruppe);
     if (FindProduktGruppe(m_ui->txt_Gruppe->text(), key()) >= 0)
         return refuse(tr("Diese Gruppe existiert bereits."), tr("Fehlende Eingabe"), platform::kYesNo);
     return true;

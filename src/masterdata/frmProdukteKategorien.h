@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ui/MasterDataForm.h"
+#include "platform/form/MasterDataForm.h"
 #include <memory>
 
 namespace Ui {
@@ -7,7 +7,7 @@ class frmProdukteKategorien;
 }
 
 /// Keeps the categories under which products are filed.
-class frmProdukteKategorien : public platform::ui::MasterDataForm {
+class frmProdukteKategorien : public platform::MasterDataForm {
     Q_OBJECT
     Q_PROPERTY(qint64 ProduktGruppeID READ key)
   public:

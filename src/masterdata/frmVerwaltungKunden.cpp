@@ -1,14 +1,18 @@
 #include "masterdata/frmVerwaltungKunden.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "desks/MainDesks.h"
+#include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmVerwaltungKunden.h"
 
 using namespace modVerwaltungKunden;
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
+using common::Origin;
 
 namespace {
 
@@ -33,7 +37,7 @@ constexpr Order kOrders[] = {{QT_TRANSLATE_NOOP("frmVerwaltungKunden", "Kunden-I
 
 frmVerwaltungKunden::frmVerwaltungKunden(const platform::Services& services, telephony::PhoneBook& phoneBook,
                                          QWidget* parent) :
-    MasterDataForm(services, parent),
+    MasterDataForm(services, ConnMain, parent),
     m_ui(std::make_unique<Ui::frmVerwaltungKunden>()), m_phoneBook(phoneBook) {
     m_ui->setupUi(this);
     setUpLists();
@@ -55,19 +59,19 @@ void frmVerwaltungKunden::setUpLists() {
         m_ui->combo_Etage->addItem(tr("%1. Stock").arg(floor));
     for (const Order& order : kOrders)
         m_ui->combo_Sorting->addItem(tr(order.text));
-    connectGuarded(m_ui->combo_Sorting, &QComboBox::activated, this,
+    connectGuarded(Origin::User, m_ui->combo_Sorting, &QComboBox::activated, this,
                    [this](int index) { combo_Sorting_Click(index); });
 }
 
 void frmVerwaltungKunden::setUpFields() {
     for (QLineEdit* field : {m_ui->txt_PLZ, m_ui->txt_Telefon, m_ui->txt_Natel})
-        platform::ui::digitsOnly(*field, platform::ui::Paste::AsItIs);
-    platform::ui::selectAllOnFocus(*m_ui->txt_Zusatzinfo);
+        platform::digitsOnly(*field, platform::Paste::AsItIs);
+    platform::selectAllOnFocus(*m_ui->txt_Zusatzinfo);
 }
 
 void frmVerwaltungKunden::setUpButtons() {
     const auto onClick = [this](QPushButton* button, auto action) {
-        connectGuarded(button, &QPushButton::clicked, this, action);
+        connectGuarded(Origin::User, button, &QPushButton::clicked, this, action);
     };
     onClick(m_ui->cmdAllClients, [this] { showQuery(AlleKunden()); });
     onClick(m_ui->cmdSearch, [this] { cmdSearch_Click(); });
@@ -139,7 +143,7 @@ bool frmVerwaltungKunden::showRecord(qint64 key) {
     m_ui->txt_Name->setText(kunde->txt_Name);
     m_ui->txt_Vorname->setText(kunde->txt_Vorname);
     m_ui->txt_Strasse->setText(kunde->txt_Strasse);
-    platform::ui::chooseText(*m_ui->combo_Etage, kunde->txt_Etage);
+    platform::chooseText(*m_ui->combo_Etage, kunde->txt_Etage);
     m_ui->txt_PLZ->setText(kunde->txt_PLZ);
     m_ui->txt_Ort->setText(kunde->txt_Ort);
     m_ui->txt_Telefon->setText(kunde->txt_Telefon);
@@ -199,7 +203,8 @@ void frmVerwaltungKunden::saveRecord() {
 }
 
 void frmVerwaltungKunden::showTotal() {
-    services().navigation.showKundenTotal(GetTotalKunden());
+    if (auto* box = platform::mainDesk<desks::StatusBox>(services().navigation))
+        box->showKundenTotal(GetTotalKunden());
 }
 
 void frmVerwaltungKunden::showSaved() {
@@ -247,10 +252,9 @@ void frmVerwaltungKunden::cmdSearchPhoneBook_Click() {
 }
 
 void frmVerwaltungKunden::cmdAuftragserfassung_Click() {
-    if (key() > 0)
-        services().navigation.openOrderForNumber(GetKundeTelefon(key()));
-    else
-        services().navigation.showScreen(u"frmAuftragswesenAuftragserfassung"_s);
+    auto* orders = platform::showDesk<desks::OrderDesk>(services().navigation);
+    if (orders && key() > 0)
+        orders->searchNumber(GetKundeTelefon(key()));
 }
 
 void frmVerwaltungKunden::combo_Sorting_Click(int index) {

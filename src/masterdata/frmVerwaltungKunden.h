@@ -1,6 +1,6 @@
 #pragma once
-#include "masterdata/CustomerDesk.h"
-#include "platform/ui/MasterDataForm.h"
+#include "desks/CustomerDesk.h"
+#include "platform/form/MasterDataForm.h"
 #include "telephony/PhoneBook.h"
 #include <memory>
 
@@ -17,7 +17,7 @@ class frmVerwaltungKunden;
 /// Departs from the form: the list holds the result of a search, after a save the saved customer alone; there
 /// is no duplicate test, since two customers may share a number; quotes stay; cleaning the mask leaves the
 /// focus where it is.
-class frmVerwaltungKunden : public platform::ui::MasterDataForm, public masterdata::CustomerDesk {
+class frmVerwaltungKunden : public platform::MasterDataForm, public desks::CustomerDesk {
     Q_OBJECT
     Q_PROPERTY(qint64 ClientID READ key)
   public:

@@ -1,14 +1,15 @@
 #include "masterdata/frmVerwaltungKuriere.h"
 #include "masterdata/modVerwaltungKuriere.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmVerwaltungKuriere.h"
 
 using namespace modVerwaltungKuriere;
 
 frmVerwaltungKuriere::frmVerwaltungKuriere(const platform::Services& services, QWidget* parent) :
-    MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmVerwaltungKuriere>()) {
+    MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmVerwaltungKuriere>()) {
     m_ui->setupUi(this);
-    platform::ui::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
+    platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
     setUpForm({m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge, m_ui->cmdSave},
               {7000, 7000});
     FormatGrid();
@@ -40,7 +41,7 @@ bool frmVerwaltungKuriere::showRecord(qint64 key) {
         return false;
     m_ui->txt_Kurzzeichen->setText(kurier->txt_Kurzzeichen);
     m_ui->txt_Bezeichnung->setText(kurier->txt_Bezeichnung);
-    platform::ui::chooseText(*m_ui->combo_Reihenfolge, QString::number(kurier->lng_Reihenfolge));
+    platform::chooseText(*m_ui->combo_Reihenfolge, QString::number(kurier->lng_Reihenfolge));
     return true;
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ui/MasterDataForm.h"
+#include "platform/form/MasterDataForm.h"
 #include <memory>
 
 namespace Ui {
@@ -10,7 +10,7 @@ class frmVerwaltungKuriere;
 ///
 /// Departs from the form: choosing a row does not clean the mask first, quotes stay, the duplicate test comes
 /// before the second mandatory field, and deleting asks nothing.
-class frmVerwaltungKuriere : public platform::ui::MasterDataForm {
+class frmVerwaltungKuriere : public platform::MasterDataForm {
     Q_OBJECT
     Q_PROPERTY(qint64 KurierID READ key)
   public:

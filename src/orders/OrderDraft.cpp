@@ -134,8 +134,7 @@ OrderDraft::OrderDraft(WorkingOrder& order, QString file, QObject* parent) :
     QObject(parent), m_order(order), m_file(std::move(file)) {
     m_timer.setSingleShot(true);
     m_timer.setInterval(kPauseMilliseconds);
-    common::connectGuarded(
-        &m_timer, &QTimer::timeout, this, [this] { write(); }, common::Origin::Background);
+    common::connectGuarded(common::Origin::Timer, &m_timer, &QTimer::timeout, this, [this] { write(); });
     for (const platform::CellTable* table : {&order.BestellungDetailsGrid, &order.BestellungGrid}) {
         connect(table, &QAbstractItemModel::dataChanged, this, [this] { schedule(); });
         connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { schedule(); });

@@ -1,6 +1,6 @@
 #pragma once
 #include "orders/OrderCells.h"
-#include "platform/CellTable.h"
+#include "platform/form/CellTable.h"
 #include <QObject>
 #include <QString>
 

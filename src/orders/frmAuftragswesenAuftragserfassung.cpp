@@ -7,8 +7,8 @@
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
-#include "platform/ui/CompactTabStyle.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/CompactTabStyle.h"
+#include "platform/form/FieldHelpers.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
@@ -16,8 +16,9 @@
 
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
+using common::Origin;
 using orders::Col;
-using platform::ui::CellPlace;
+using platform::CellPlace;
 
 namespace {
 
@@ -39,7 +40,7 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     setUpFields();
     setUpButtons();
     setUpShortcuts();
-    m_ui->TabStripArtikel->setStyle(new platform::ui::CompactTabStyle(m_ui->TabStripArtikel));
+    m_ui->TabStripArtikel->setStyle(new platform::CompactTabStyle(m_ui->TabStripArtikel));
     combo_PreisGruppe_Click();
     showAddress();
     m_ui->box_SchnellerfassungKunde->hide();
@@ -67,7 +68,7 @@ void frmAuftragswesenAuftragserfassung::setUpGrids() {
     details->horizontalHeader()->hide();
     details->horizontalHeader()->setStretchLastSection(true);
     details->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    connectGuarded(details, &platform::ui::CellGrid::cellContextMenu, this,
+    connectGuarded(Origin::User, details, &platform::CellGrid::cellContextMenu, this,
                    [this](int row, int column, const QPoint& pos) { detailsMenu(row, column, pos); });
     auto* totals = m_ui->BestellungTotalGrid;
     totals->setTable(m_order.BestellungTotalGrid);
@@ -101,7 +102,7 @@ void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
     for (const auto& [column, width] : twips)
         lines->setColumnTwips(column, width);
     lines->horizontalHeader()->setSectionResizeMode(Col::Bezeichnung, QHeaderView::Stretch);
-    connectGuarded(lines, &platform::ui::CellGrid::cellContextMenu, this,
+    connectGuarded(Origin::User, lines, &platform::CellGrid::cellContextMenu, this,
                    [this](int row, int, const QPoint& pos) { linesMenu(row, pos); });
     QFont larger = lines->font();
     larger.setPointSizeF(larger.pointSizeF() + 1);
@@ -112,8 +113,8 @@ void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
 
 void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
     struct Pick {
-        platform::ui::DataGrid* grid;
-        platform::ui::DataControl* control;
+        platform::DataGrid* grid;
+        platform::DataControl* control;
         const char16_t* empty;
         void (frmAuftragswesenAuftragserfassung::*pick)(int);
     };
@@ -126,15 +127,15 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
         p.control->setConnection(ConnMain);
         p.grid->setDataControl(*p.control);
         p.grid->setEmptyText(QString::fromUtf16(p.empty));
-        connectGuarded(p.grid, &platform::ui::DataGrid::rowClicked, this,
+        connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowClicked, this,
                        [this, p](int row) { (this->*p.pick)(row); });
         // A double click has picked by its first click already.
-        connectGuarded(p.grid, &platform::ui::DataGrid::rowActivated, this, [this, p](int row) {
+        connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowActivated, this, [this, p](int row) {
             if (QGuiApplication::mouseButtons() == Qt::NoButton)
                 (this->*p.pick)(row);
         });
     }
-    connectGuarded(&m_order, &orders::WorkingOrder::ExtrasOffered, this,
+    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::ExtrasOffered, this,
                    [this](qint64 produktId) { FormatGridExtras(produktId); });
     m_ui->ExtrasGrid->formatColumns({{}, {tr("Extra"), 1800}});
     m_ui->ExtrasGrid->stretchColumn(1);
@@ -143,34 +144,37 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
 
 void frmAuftragswesenAuftragserfassung::setUpFields() {
     for (QLineEdit* field : findChildren<QLineEdit*>())
-        platform::ui::selectAllOnFocus(*field);
-    platform::ui::digitsOnly(*m_ui->txt_SucheTelefonNummer);
-    platform::ui::digitsOnly(*m_ui->txt_AuftragsNr);
-    platform::ui::enterChain({m_ui->txt_KundenName, m_ui->txt_KundenVorname, m_ui->txt_KundenStrasse,
-                              m_ui->txt_KundenPLZ, m_ui->txt_KundenOrt, m_ui->txt_KundenZusatz,
-                              m_ui->cmd_ClientSave});
-    connectGuarded(m_ui->txt_SucheTelefonNummer, &QLineEdit::returnPressed, this,
+        platform::selectAllOnFocus(*field);
+    platform::digitsOnly(*m_ui->txt_SucheTelefonNummer);
+    platform::digitsOnly(*m_ui->txt_AuftragsNr);
+    platform::enterChain({m_ui->txt_KundenName, m_ui->txt_KundenVorname, m_ui->txt_KundenStrasse,
+                          m_ui->txt_KundenPLZ, m_ui->txt_KundenOrt, m_ui->txt_KundenZusatz,
+                          m_ui->cmd_ClientSave});
+    connectGuarded(Origin::User, m_ui->txt_SucheTelefonNummer, &QLineEdit::returnPressed, this,
                    [this] { txt_SucheTelefonNummer_KeyPress(13); });
-    connectGuarded(m_ui->txt_AuftragsNr, &QLineEdit::returnPressed, this,
+    connectGuarded(Origin::User, m_ui->txt_AuftragsNr, &QLineEdit::returnPressed, this,
                    [this] { cmdVerwaltungLoad_Click(); });
     for (int i = 1; i <= kQuantities; ++i)
         for (QComboBox* combo : {m_ui->combo_ProduktAnzahl, m_ui->combo_ExtraAnzahl})
             combo->addItem(QString::number(i));
     for (int i = 1; i <= masterdata::kPriceGroups; ++i)
         m_ui->combo_PreisGruppe->addItem(tr("Gruppe %1").arg(i));
-    connectGuarded(m_ui->combo_PreisGruppe, &QComboBox::currentIndexChanged, this,
+    connectGuarded(Origin::User, m_ui->combo_PreisGruppe, &QComboBox::currentIndexChanged, this,
                    [this](int) { combo_PreisGruppe_Click(); });
-    connectGuarded(m_ui->TabStripArtikel, &QTabBar::currentChanged, this,
+    connectGuarded(Origin::User, m_ui->TabStripArtikel, &QTabBar::currentChanged, this,
                    [this](int) { TabStripArtikel_Click(); });
-    connectGuarded(&m_order, &orders::WorkingOrder::KundenAdresseChanged, this, [this] { showAddress(); });
-    connectGuarded(&m_order, &orders::WorkingOrder::ButtonsChanged, this, [this] { showButtons(); });
-    connectGuarded(&m_order, &orders::WorkingOrder::Cleared, this,
+    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::KundenAdresseChanged, this,
+                   [this] { showAddress(); });
+    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::ButtonsChanged, this,
+                   [this] { showButtons(); });
+    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::Cleared, this,
                    [this] { m_ui->box_SchnellerfassungKunde->hide(); });
 }
 
 void frmAuftragswesenAuftragserfassung::onClick(QAbstractButton* button,
                                                 void (frmAuftragswesenAuftragserfassung::*handler)()) {
-    connectGuarded(button, &QAbstractButton::clicked, this, [this, handler](bool) { (this->*handler)(); });
+    connectGuarded(Origin::User, button, &QAbstractButton::clicked, this,
+                   [this, handler](bool) { (this->*handler)(); });
 }
 
 void frmAuftragswesenAuftragserfassung::setUpButtons() {
@@ -189,7 +193,7 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
     onClick(m_ui->cmdVerwaltungDelete, &Screen::cmdVerwaltungDelete_Click);
     onClick(m_ui->cmdNextTrx, &Screen::cmdNextTrx_Click);
     onClick(m_ui->cmdPreviousTrx, &Screen::cmdPreviousTrx_Click);
-    connectGuarded(m_ui->cmdClose, &QAbstractButton::clicked, this, [this](bool) {
+    connectGuarded(Origin::User, m_ui->cmdClose, &QAbstractButton::clicked, this, [this](bool) {
         (parentWidget() && qobject_cast<QMdiSubWindow*>(parentWidget()) ? parentWidget() : this)->close();
     });
     const std::pair<QPushButton*, double> rates[] = {{m_ui->cmdMWStSatz0, SysMWStSatz2},
@@ -197,7 +201,7 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
                                                      {m_ui->cmdMWStSatz3, SysMWStSatz3}};
     for (const auto& [button, rate] : rates) {
         button->setText(u'&' + orders::RateCaption(rate));
-        connectGuarded(button, &QAbstractButton::clicked, this,
+        connectGuarded(Origin::User, button, &QAbstractButton::clicked, this,
                        [this, satz = rate](bool) { m_order.SetMWStSatzBestellung(satz); });
     }
     const std::tuple<QPushButton*, QComboBox*, int> steps[] = {
@@ -206,13 +210,13 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
         {m_ui->cmd_ExtraAnzahlPlus, m_ui->combo_ExtraAnzahl, 1},
         {m_ui->cmd_ExtraAnzahlMinus, m_ui->combo_ExtraAnzahl, -1}};
     for (const auto& [button, combo, step] : steps)
-        connectGuarded(button, &QAbstractButton::clicked, this,
+        connectGuarded(Origin::User, button, &QAbstractButton::clicked, this,
                        [this, box = combo, by = step](bool) { stepQuantity(box, by); });
-    connectGuarded(m_menus, &frmPopUpMenu::konditionenChosen, this,
+    connectGuarded(Origin::User, m_menus, &frmPopUpMenu::konditionenChosen, this,
                    [this](const QString& text) { m_order.ChooseKonditionen(text); });
-    connectGuarded(m_menus, &frmPopUpMenu::kurierChosen, this,
+    connectGuarded(Origin::User, m_menus, &frmPopUpMenu::kurierChosen, this,
                    [this](qint64 id, const QString& code) { m_order.ChooseKurier(id, code); });
-    connectGuarded(m_menus, &frmPopUpMenu::bestellungLoschenLoschen, this, [this] {
+    connectGuarded(Origin::User, m_menus, &frmPopUpMenu::bestellungLoschenLoschen, this, [this] {
         if (m_MenuZeile >= 0)
             m_order.BestellungGrid.requestDelete(m_MenuZeile);
     });
@@ -222,7 +226,7 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     const auto add = [this](const QKeySequence& keys, std::function<void()> action) {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connectGuarded(shortcut, &QShortcut::activated, this, std::move(action));
+        connectGuarded(Origin::User, shortcut, &QShortcut::activated, this, std::move(action));
     };
     const auto focus = [](QWidget* widget) {
         return [widget] { widget->setFocus(Qt::ShortcutFocusReason); };

@@ -1,11 +1,11 @@
 #pragma once
-#include "orders/OrderDesk.h"
+#include "desks/OrderDesk.h"
 #include "orders/OrderDraft.h"
 #include "orders/WorkingOrder.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "platform/Services.h"
-#include "platform/ui/CellGrid.h"
-#include "platform/ui/DataControl.h"
+#include "platform/form/CellGrid.h"
+#include "platform/form/DataControl.h"
 #include "telephony/PhoneBook.h"
 #include <QAbstractButton>
 #include <QWidget>
@@ -20,7 +20,7 @@ class frmAuftragswesenAuftragserfassung;
 /// The screen on which an order is taken: a view on the working order, with the catalogue beside it.
 /// Everything can be done by keyboard: F3 telephone number, F5 head, F6 lines, F7 products, F8 extras, F12
 /// book, Ctrl+1 to Ctrl+9 a category, Alt+Left and Alt+Right step through the orders.
-class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDesk {
+class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDesk {
     Q_OBJECT
   public:
     /// Reads the catalogue: the databases are open and the settings loaded. The services and the phone book
@@ -72,7 +72,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     void setUpShortcuts();
     void hideForbiddenButtons();
     void onClick(QAbstractButton* button, void (frmAuftragswesenAuftragserfassung::*handler)());
-    std::optional<platform::ui::CellPlace> nextLineCell(platform::ui::CellPlace from) const;
+    std::optional<platform::CellPlace> nextLineCell(platform::CellPlace from) const;
 
     // Customer
     void showAddress();
@@ -125,8 +125,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public orders::OrderDe
     orders::WorkingOrder m_order;
     frmPopUpMenu* m_menus;
     orders::OrderDraft m_draft;
-    platform::ui::DataControl DataControlProdukte;
-    platform::ui::DataControl DataControlExtras;
+    platform::DataControl DataControlProdukte;
+    platform::DataControl DataControlExtras;
     int m_MenuZeile = -1;
     QString m_shownAddress;
     int m_settling = 0;

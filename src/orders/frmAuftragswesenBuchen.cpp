@@ -29,7 +29,7 @@ void frmAuftragswesenAuftragserfassung::tell(const QString& text, const QString&
 
 /// What still stands in an open editor belongs to the order.
 void frmAuftragswesenAuftragserfassung::finishEdits() {
-    for (platform::ui::CellGrid* grid :
+    for (platform::CellGrid* grid :
          {m_ui->BestellungGrid, m_ui->BestellungDetailsGrid, m_ui->BestellungTotalGrid})
         grid->finishEdit();
     m_draft.flush();

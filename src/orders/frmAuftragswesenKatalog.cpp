@@ -40,7 +40,7 @@ void frmAuftragswesenAuftragserfassung::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (event->type() == QEvent::ParentChange && frame)
-        common::connectGuarded(frame, &QMdiSubWindow::aboutToActivate, this, [this] {
+        common::connectGuarded(common::Origin::User, frame, &QMdiSubWindow::aboutToActivate, this, [this] {
             if (std::exchange(m_wasInFront, true))
                 refreshCatalogue();
         });

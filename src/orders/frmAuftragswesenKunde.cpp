@@ -1,5 +1,7 @@
 // The customer's side of the order screen: search by number, quick capture, simulation of a call.
 #include "common/Convert.h"
+#include "desks/CustomerDesk.h"
+#include "desks/MainDesks.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/Dialogs.h"
@@ -58,7 +60,8 @@ void frmAuftragswesenAuftragserfassung::cmd_ClientSave_Click() {
         {number, m_ui->txt_KundenName->text(), m_ui->txt_KundenVorname->text(),
          m_ui->txt_KundenZusatz->text(), m_ui->txt_KundenStrasse->text(), m_ui->txt_KundenPLZ->text(),
          m_ui->txt_KundenOrt->text()});
-    m_services.navigation.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
+    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
+        box->showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_ui->box_SchnellerfassungKunde->hide();
     m_order.lng_KundenID = modVerwaltungKunden::FindKundeByTelefon(common::parseNumber(number).value_or(-1));
     m_order.ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(m_order.lng_KundenID));
@@ -78,10 +81,12 @@ void frmAuftragswesenAuftragserfassung::ClearMaskSchnellsuche() {
 }
 
 void frmAuftragswesenAuftragserfassung::cmdKundeEditierung_Click() {
-    m_services.navigation.openCustomer(m_order.lng_KundenID);
+    if (auto* customers = platform::showDesk<desks::CustomerDesk>(m_services.navigation))
+        customers->openCustomer(m_order.lng_KundenID);
 }
 
 void frmAuftragswesenAuftragserfassung::cmdSimulationISDNCall_Click() {
     const QString number = m_services.dialogs.InputBox(tr("Geben Sie eine Tel-Nummer ein"));
-    m_services.navigation.incomingCall(u"GerufeneNr"_s, number, u"AnrufFormat"_s);
+    if (auto* line = platform::mainDesk<desks::CallDesk>(m_services.navigation))
+        line->BasicCAPI32_IncomingCall(u"GerufeneNr"_s, number, u"AnrufFormat"_s);
 }

@@ -3,6 +3,7 @@
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "common/modFunctions.h"
+#include "desks/OrderDesk.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
@@ -13,6 +14,7 @@
 
 using namespace modAuftragswesenVorbestellungen;
 using common::connectGuarded;
+using common::Origin;
 
 namespace {
 
@@ -48,15 +50,16 @@ void frmAuftragswesenVorbestellungen::fillDates() {
 
 void frmAuftragswesenVorbestellungen::setUpControls() {
     const auto onClick = [this](QPushButton* button, void (frmAuftragswesenVorbestellungen::*handler)()) {
-        connectGuarded(button, &QPushButton::clicked, this, [this, handler](bool) { (this->*handler)(); });
+        connectGuarded(Origin::User, button, &QPushButton::clicked, this,
+                       [this, handler](bool) { (this->*handler)(); });
     };
     onClick(m_ui->cmdLoad, &frmAuftragswesenVorbestellungen::cmdLoad_Click);
     onClick(m_ui->cmdShowAll, &frmAuftragswesenVorbestellungen::cmdShowAll_Click);
     onClick(m_ui->cmdDelete, &frmAuftragswesenVorbestellungen::cmdDelete_Click);
-    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this](bool) { close(); });
-    connectGuarded(m_ui->combo_AuftragsDatum->lineEdit(), &QLineEdit::returnPressed, this,
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this](bool) { close(); });
+    connectGuarded(Origin::User, m_ui->combo_AuftragsDatum->lineEdit(), &QLineEdit::returnPressed, this,
                    [this] { cmdLoad_Click(); });
-    connectGuarded(m_ui->VorbestellungGrid, &platform::ui::DataGrid::rowActivated, this,
+    connectGuarded(Origin::User, m_ui->VorbestellungGrid, &platform::DataGrid::rowActivated, this,
                    [this](int) { VorbestellungGrid_DblClick(); });
 }
 
@@ -92,7 +95,7 @@ void frmAuftragswesenVorbestellungen::ShowVorbestellung(qint64 trxNr) {
 }
 
 std::optional<qint64> frmAuftragswesenVorbestellungen::chosen() const {
-    const platform::ui::DataGrid& grid = *m_ui->VorbestellungGrid;
+    const platform::DataGrid& grid = *m_ui->VorbestellungGrid;
     const qint64 trxNr = grid.value(grid.row(), kTrxNr).toLong();
     if (grid.row() < 0 || !common::isDate(grid.text(grid.row(), kLieferDatum)) || trxNr <= 0)
         return std::nullopt;
@@ -110,6 +113,9 @@ void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
 }
 
 void frmAuftragswesenVorbestellungen::VorbestellungGrid_DblClick() {
-    if (const auto trxNr = chosen())
-        m_services.navigation.openVorbestellung(*trxNr);
+    const auto trxNr = chosen();
+    if (!trxNr)
+        return;
+    if (auto* orders = platform::showDesk<desks::OrderDesk>(m_services.navigation))
+        orders->loadPreOrder(*trxNr);
 }

@@ -1,7 +1,7 @@
 #pragma once
-#include "orders/PreOrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include "platform/Services.h"
-#include "platform/ui/DataControl.h"
+#include "platform/form/DataControl.h"
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -11,7 +11,7 @@ class frmAuftragswesenVorbestellungen;
 }
 
 /// The list of pre-orders, by delivery day. Double click or Enter opens one on the order screen.
-class frmAuftragswesenVorbestellungen : public QWidget, public orders::PreOrderList {
+class frmAuftragswesenVorbestellungen : public QWidget, public desks::PreOrderList {
     Q_OBJECT
   public:
     /// Lists the pre-orders for today: the databases are open. The services outlive the screen.
@@ -34,5 +34,5 @@ class frmAuftragswesenVorbestellungen : public QWidget, public orders::PreOrderL
 
     std::unique_ptr<Ui::frmAuftragswesenVorbestellungen> m_ui;
     platform::Services m_services;
-    platform::ui::DataControl DataControl;
+    platform::DataControl DataControl;
 };

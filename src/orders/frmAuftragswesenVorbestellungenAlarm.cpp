@@ -8,6 +8,7 @@
 #include <QShortcut>
 
 using common::connectGuarded;
+using common::Origin;
 
 frmAuftragswesenVorbestellungenAlarm::frmAuftragswesenVorbestellungenAlarm(const platform::Services& services,
                                                                            QWidget* parent) :
@@ -23,13 +24,13 @@ frmAuftragswesenVorbestellungenAlarm::frmAuftragswesenVorbestellungenAlarm(const
     big.setPointSizeF(big.pointSizeF() * 1.6);
     big.setBold(true);
     m_ui->txt_AuftragsNr->setFont(big);
-    connectGuarded(m_ui->txt_AuftragsNr, &QPushButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->txt_AuftragsNr, &QPushButton::clicked, this,
                    [this](bool) { txt_AuftragsNr_Click(); });
-    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this](bool) { close(); });
-    connectGuarded(new QShortcut(QKeySequence(Qt::Key_F10), this), &QShortcut::activated, this,
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this](bool) { close(); });
+    connectGuarded(Origin::User, new QShortcut(QKeySequence(Qt::Key_F10), this), &QShortcut::activated, this,
                    [this] { txt_AuftragsNr_Click(); });
-    connectGuarded(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F10), this), &QShortcut::activated, this,
-                   [this] { close(); });
+    connectGuarded(Origin::User, new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F10), this),
+                   &QShortcut::activated, this, [this] { close(); });
 }
 
 frmAuftragswesenVorbestellungenAlarm::~frmAuftragswesenVorbestellungenAlarm() = default;
@@ -45,8 +46,10 @@ void frmAuftragswesenVorbestellungenAlarm::setFaellig(qint64 trxNr) {
 void frmAuftragswesenVorbestellungenAlarm::txt_AuftragsNr_Click() {
     const auto number = common::parseNumber(m_ui->txt_AuftragsNr->text());
     close();
-    if (number)
-        m_services.navigation.showVorbestellung(qint64(*number));
+    if (!number)
+        return;
+    if (auto* list = platform::showDesk<desks::PreOrderList>(m_services.navigation))
+        list->ShowVorbestellung(qint64(*number));
 }
 
 void frmAuftragswesenVorbestellungenAlarm::mousePressEvent(QMouseEvent* event) {

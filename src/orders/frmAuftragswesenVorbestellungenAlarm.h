@@ -1,5 +1,5 @@
 #pragma once
-#include "orders/PreOrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include "platform/Services.h"
 #include <QFrame>
 #include <memory>
@@ -11,7 +11,7 @@ class frmAuftragswesenVorbestellungenAlarm;
 /// Tells of a due pre-order without taking the keys: it is a part of the window that it stands in, its
 /// buttons take no focus by the mouse and have no mnemonics, since those would take the order screen's. F10
 /// goes to the pre-order, Ctrl+F10 closes. It can be dragged out of the way.
-class frmAuftragswesenVorbestellungenAlarm : public QFrame, public orders::PreOrderAlarm {
+class frmAuftragswesenVorbestellungenAlarm : public QFrame, public desks::PreOrderAlarm {
     Q_OBJECT
   public:
     /// The services outlive the screen.

@@ -38,7 +38,7 @@ frmPopUpMenu::frmPopUpMenu(QWidget* parent) :
     addKonditionen();
     QAction* remove = mnBestellungLoschen.addAction(tr("Löschen"));
     remove->setObjectName(u"mnBestellungLoschenLoschen"_s);
-    common::connectGuarded(remove, &QAction::triggered, this,
+    common::connectGuarded(common::Origin::User, remove, &QAction::triggered, this,
                            [this](bool) { Q_EMIT bestellungLoschenLoschen(); });
 }
 
@@ -47,7 +47,7 @@ void frmPopUpMenu::addKonditionen() {
         QAction* action = mnKonditionen.addAction(QString::fromUtf16(entry.caption));
         action->setObjectName(QString::fromLatin1(entry.name));
         const QString text = QString::fromUtf16(entry.text);
-        common::connectGuarded(action, &QAction::triggered, this,
+        common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
                                [this, text](bool) { Q_EMIT konditionenChosen(text); });
     }
 }
@@ -59,7 +59,7 @@ void frmPopUpMenu::FillKurierMenuOnce() {
         // A "&" in a code is a character, no mnemonic.
         QAction* action = mnKurier.addAction(QString(kurier.text).replace(u'&', u"&&"_s));
         action->setObjectName(u"mnKurierName"_s);
-        common::connectGuarded(action, &QAction::triggered, this,
+        common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
                                [this, kurier](bool) { Q_EMIT kurierChosen(kurier.lng_ID, kurier.text); });
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 #include "orders/WorkingOrder.h"
-#include "platform/ReportControl.h"
+#include "platform/report/ReportControl.h"
 
 /// The order slip.
 namespace modAuftragswesenBestellschein {

@@ -1,6 +1,8 @@
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "desks/MainDesks.h"
+#include "desks/PreOrderDesk.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -74,7 +76,8 @@ void UpdateVorbestellungCount(platform::Navigation& navigation) {
             ConnMain);
         count = rows->Fields(u"TotalVorbestellungen").toLong();
     }
-    navigation.showVorbestellungCount(count);
+    if (auto* box = platform::mainDesk<desks::StatusBox>(navigation))
+        box->showVorbestellungCount(count);
 }
 
 std::optional<qint64> FindFaelligeVorbestellung() {
@@ -96,7 +99,8 @@ std::optional<qint64> FindFaelligeVorbestellung() {
 void CheckVorbestellungAlarm(platform::Navigation& navigation) {
     UpdateVorbestellungCount(navigation);
     if (const auto trxNr = FindFaelligeVorbestellung())
-        navigation.showVorbestellungAlarm(*trxNr);
+        if (auto* alarm = platform::showDesk<desks::PreOrderAlarm>(navigation))
+            alarm->setFaellig(*trxNr);
 }
 
 } // namespace modAuftragswesenVorbestellungen

@@ -1,4 +1,5 @@
 #include "orders/modBestellNummern.h"
+#include "desks/MainDesks.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 
@@ -34,7 +35,8 @@ std::optional<qint64> GetNextTrxNr(platform::Dialogs& dialogs, platform::Navigat
         navigation.endProgram();
         return std::nullopt;
     }
-    navigation.showNextTrxNr(QString::number(*next));
+    if (auto* box = platform::mainDesk<desks::StatusBox>(navigation))
+        box->showAuftragsNummer(QString::number(*next));
     return next;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/Progress.h"
-#include "platform/ReportControl.h"
+#include "platform/report/ReportControl.h"
 #include <QString>
 #include <QStringList>
 #include <optional>

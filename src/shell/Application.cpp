@@ -1,5 +1,5 @@
 #include "shell/Application.h"
-#include "platform/TelephoneLine.h"
+#include "platform/line/TelephoneLine.h"
 #include "shell/Screens.h"
 #include "shell/Startup.h"
 #include "store/StoreGlobals.h"

@@ -55,9 +55,9 @@ void ErrorReporter::report(common::Origin origin, std::exception_ptr error) {
 }
 
 void ErrorReporter::tell(common::Origin origin, const QString& sentence) {
-    if (m_telling || (origin == common::Origin::Background && m_told.contains(sentence)))
+    if (m_telling || (origin != common::Origin::User && m_told.contains(sentence)))
         return;
-    if (origin == common::Origin::Background)
+    if (origin != common::Origin::User)
         m_told.insert(sentence);
     const QScopedValueRollback telling(m_telling, true);
     m_dialogs.MsgBox(sentence, platform::kStop, QStringLiteral("Tavolino"));

@@ -110,7 +110,8 @@ QAction* MenuTree::addEntry(QMenu& menu, const MenuEntry& entry,
         return menu.addSeparator();
     QAction* action = menu.addAction(text(entry.caption));
     action->setShortcut(QKeySequence(QLatin1String(entry.shortcut), QKeySequence::PortableText));
-    common::connectGuarded(action, &QAction::triggered, this, [choose, &entry] { choose(entry); });
+    common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
+                           [choose, &entry] { choose(entry); });
     return action;
 }
 

@@ -1,6 +1,6 @@
 #include "shell/PhoneBookSearch.h"
 #include "platform/Dialogs.h"
-#include "platform/ui/QtDialogs.h"
+#include "platform/QtDialogs.h"
 #include "telephony/frmVerwaltungTelefonbuch.h"
 #include <QApplication>
 
@@ -25,7 +25,7 @@ std::optional<PhoneBookEntry> PhoneBookSearch::pick(const QString& sql) {
             frmVerwaltungTelefonbuch::tr("Unbekannte Telefon Nummer"));
         return std::nullopt;
     }
-    platform::ui::execModal(list);
+    platform::execModal(list);
     return list.PhoneBookSelected() ? std::optional(list.PhoneBookRow()) : std::nullopt;
 }
 

@@ -1,5 +1,5 @@
 #include "shell/ScreenManager.h"
-#include "platform/ui/QtDialogs.h"
+#include "platform/QtDialogs.h"
 #include <QEvent>
 #include <QMdiSubWindow>
 
@@ -13,24 +13,27 @@ ScreenManager::ScreenManager(QMdiArea& room, const ScreenRegistry& registry, QOb
     m_room.setActivationOrder(QMdiArea::ActivationHistoryOrder);
 }
 
-void ScreenManager::show(const QString& screen) {
+QWidget* ScreenManager::show(const QString& screen) {
     const ScreenEntry* entry = m_registry.find(screen);
     if (!entry || !mayShow(screen))
-        return;
+        return nullptr;
     if (entry->floating)
         return showFloating(screen, *entry);
     QMdiSubWindow* window = m_open.value(screen);
     if (!window) {
         if (entry->mayOpen && !entry->mayOpen())
-            return;
-        if (entry->modal)
-            return runModal(*entry);
+            return nullptr;
+        if (entry->modal) {
+            runModal(*entry);
+            return nullptr;
+        }
         window = create(screen, *entry);
     }
     if (window->isMinimized())
         window->showNormal();
     window->show();
     m_room.setActiveSubWindow(window);
+    return window->widget();
 }
 
 QWidget* ScreenManager::open(const QString& screen) const {
@@ -41,7 +44,7 @@ QWidget* ScreenManager::open(const QString& screen) const {
     return floating && !floating->isHidden() ? floating : nullptr;
 }
 
-void ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry) {
+QWidget* ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry) {
     // A window of its own would be given the keys by some window managers, whatever it asks for.
     QPointer<QWidget>& floating = m_floating[screen];
     if (!floating) {
@@ -54,6 +57,7 @@ void ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry
     }
     floating->show();
     floating->raise();
+    return floating;
 }
 
 void ScreenManager::centre(QWidget& floating) {
@@ -82,7 +86,7 @@ void ScreenManager::runModal(const ScreenEntry& entry) {
     const QScopedPointer<QWidget> screen(entry.create(m_room.window()));
     auto* dialog = qobject_cast<QDialog*>(screen.data());
     Q_ASSERT(dialog);
-    platform::ui::execModal(*dialog);
+    platform::execModal(*dialog);
 }
 
 QMdiSubWindow* ScreenManager::create(const QString& screen, const ScreenEntry& entry) {

@@ -19,8 +19,9 @@ class ScreenManager : public QObject {
     bool has(const QString& screen) const { return m_registry.has(screen); }
 
     /// Shows the screen, created now when it is not open, and brings it to the front: an entry whose screen
-    /// is covered by another one would look dead. A modal screen is over when this returns.
-    void show(const QString& screen);
+    /// is covered by another one would look dead. Null when it did not open, and for a modal screen, which is
+    /// over by then.
+    QWidget* show(const QString& screen);
     /// Closes the child window if it is open.
     void close(const QString& screen);
     /// Closes all child windows, without a question.
@@ -41,7 +42,7 @@ class ScreenManager : public QObject {
     void runModal(const ScreenEntry& entry);
     QMdiSubWindow* create(const QString& screen, const ScreenEntry& entry);
     void place(QMdiSubWindow& window, bool maximised);
-    void showFloating(const QString& screen, const ScreenEntry& entry);
+    QWidget* showFloating(const QString& screen, const ScreenEntry& entry);
     void centre(QWidget& floating);
 
     QMdiArea& m_room;

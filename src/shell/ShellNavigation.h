@@ -15,23 +15,12 @@ class ShellNavigation : public platform::Navigation {
     void setMainWindow(frmMDI* window) { m_window = window; }
 
     bool hasScreen(const QString& screen) const override;
-    void showScreen(const QString& screen, bool front) override;
-    void openOrderForNumber(const QString& number) override;
-    void openCustomer(qint64 customerId) override;
-    void openBooking(qint64 trxNr) override;
-    void openVorbestellung(qint64 trxNr) override;
-    void showVorbestellung(qint64 trxNr) override;
-    void showVorbestellungAlarm(qint64 trxNr) override;
-    void showNextTrxNr(const QString& number) override;
-    void showVorbestellungCount(qint64 count) override;
-    void showKundenTotal(qint64 count) override;
-    void incomingCall(const QString& GerufeneNr, const QString& AnrufNr, const QString& AnrufFormat) override;
+    QObject* showScreen(const QString& screen) override;
+    QObject* mainWindow() const override;
 
     void endProgram(int exitCode) override { m_end(exitCode); }
 
   private:
-    template <typename Desk> Desk* desk(const QString& screen);
-
     frmMDI* m_window = nullptr;
     std::function<void(int)> m_end;
 };

@@ -1,6 +1,6 @@
 #include "shell/Startup.h"
+#include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
-#include "orders/OrderDesk.h"
 #include "orders/OrderDraft.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
@@ -125,9 +125,7 @@ void Startup::offerDraft() {
     if (m_services.dialogs.MsgBox(question, platform::kYesNo, frmMDI::tr("Auftragserfassung")) !=
         platform::kAnswerYes)
         return orders::OrderDraft::decline(file);
-    const QString screen = u"frmAuftragswesenAuftragserfassung"_s;
-    m_window.screens().show(screen);
-    if (auto* desk = dynamic_cast<orders::OrderDesk*>(m_window.screens().open(screen)))
+    if (auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation))
         desk->restoreDraft();
 }
 

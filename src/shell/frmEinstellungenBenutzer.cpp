@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 using common::connectGuarded;
+using common::Origin;
 using namespace modEinstellungenBenutzer;
 
 namespace {
@@ -18,7 +19,7 @@ constexpr int kShortestName = 3;
 } // namespace
 
 frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& services, QWidget* parent) :
-    MasterDataForm(services, parent), m_ui(std::make_unique<Ui::frmEinstellungenBenutzer>()) {
+    MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmEinstellungenBenutzer>()) {
     m_ui->setupUi(this);
     setUpForm({m_ui->txt_PWD, m_ui->txt_PWDConfirm, m_ui->cmdSave}, {9000, 7800});
     // What only tells does not look as if it could be typed into.
@@ -29,11 +30,12 @@ frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& ser
     m_ui->txt_Administrator_Username->setText(shell::OwnerAccount::read(store::appPath()).name());
     fillPermissions();
     m_ui->check_AnmeldungUser->setChecked(SysAnmeldungBenutzer != 0);
-    connectGuarded(m_ui->cmdNewUser, &QPushButton::clicked, this, [this] { cmdNewUser_Click(); });
-    connectGuarded(m_ui->list_UserPermission, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-        list_UserPermission_Click(m_ui->list_UserPermission->row(item));
-    });
-    connectGuarded(m_ui->check_AnmeldungUser, &QCheckBox::clicked, this,
+    connectGuarded(Origin::User, m_ui->cmdNewUser, &QPushButton::clicked, this,
+                   [this] { cmdNewUser_Click(); });
+    connectGuarded(
+        Origin::User, m_ui->list_UserPermission, &QListWidget::itemChanged, this,
+        [this](QListWidgetItem* item) { list_UserPermission_Click(m_ui->list_UserPermission->row(item)); });
+    connectGuarded(Origin::User, m_ui->check_AnmeldungUser, &QCheckBox::clicked, this,
                    [this] { SaveAnmeldung(m_ui->check_AnmeldungUser->isChecked()); });
     FormatGrid();
     CleanMask();

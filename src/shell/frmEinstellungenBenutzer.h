@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ui/MasterDataForm.h"
+#include "platform/form/MasterDataForm.h"
 #include <memory>
 
 class QListWidgetItem;
@@ -9,7 +9,7 @@ class frmEinstellungenBenutzer;
 }
 
 /// Keeps the users and their rights.
-class frmEinstellungenBenutzer : public platform::ui::MasterDataForm {
+class frmEinstellungenBenutzer : public platform::MasterDataForm {
     Q_OBJECT
     Q_PROPERTY(qint64 BenutzerID READ key)
   public:

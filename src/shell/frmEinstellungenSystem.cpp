@@ -3,8 +3,8 @@
 #include "common/Guard.h"
 #include "orders/modAuftragswesenBestellschein.h"
 #include "orders/modBestellNummern.h"
-#include "platform/ReportControl.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
+#include "platform/report/ReportControl.h"
 #include "shell/modEinstellungenSystem.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -15,6 +15,7 @@
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
 using common::formatNumber;
+using common::Origin;
 
 namespace {
 
@@ -53,10 +54,11 @@ frmEinstellungenSystem::frmEinstellungenSystem(const platform::Services& service
     for (const Setting& setting : m_settings)
         setting.show();
     restrictEditierung();
-    connectGuarded(m_ui->combo_DruckVorlage, &QComboBox::currentIndexChanged, this,
+    connectGuarded(Origin::User, m_ui->combo_DruckVorlage, &QComboBox::currentIndexChanged, this,
                    [](int position) { SysVorlageBestellung = qint16(position); });
-    connectGuarded(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { cmdPreview_Click(); });
-    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
+    connectGuarded(Origin::User, m_ui->cmdPreview, &QPushButton::clicked, this,
+                   [this] { cmdPreview_Click(); });
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
     setFixedSize(sizeHint().expandedTo({620, 480}));
 }
 
@@ -85,8 +87,8 @@ void frmEinstellungenSystem::addText(QLineEdit& field, QString& global) {
 }
 
 void frmEinstellungenSystem::addRate(QLineEdit& field, double& global) {
-    platform::ui::selectAllOnFocus(field);
-    platform::ui::reformatOnLeave(field, [&global](const QString& text) { return judgedRate(text, global); });
+    platform::selectAllOnFocus(field);
+    platform::reformatOnLeave(field, [&global](const QString& text) { return judgedRate(text, global); });
     add([&field, &global] { field.setText(rateText(global)); },
         [&field, &global] {
             const double rate = common::parseNumber(judgedRate(field.text(), global)).value_or(global);
@@ -99,7 +101,7 @@ void frmEinstellungenSystem::addWord(QComboBox& list, QString& global) {
         [&list, &global] {
             list.setCurrentIndex(-1);
             if (!global.isEmpty())
-                platform::ui::chooseText(list, global);
+                platform::chooseText(list, global);
         },
         [&list, &global] { global = list.currentText(); });
 }
@@ -119,7 +121,7 @@ template <typename Number> void frmEinstellungenSystem::addFlag(QCheckBox& box, 
 
 template <typename Number>
 void frmEinstellungenSystem::addNumber(QComboBox& list, Number& global, const QString& form) {
-    add([&list, &global, form] { platform::ui::chooseText(list, formatNumber(global, form)); },
+    add([&list, &global, form] { platform::chooseText(list, formatNumber(global, form)); },
         [&list, &global] { global = Number(list.currentText().toInt()); });
 }
 
@@ -186,10 +188,9 @@ void frmEinstellungenSystem::addSystem() {
 void frmEinstellungenSystem::addTrxNr() {
     QLineEdit& field = *m_ui->txt_TrxNr;
     field.setMaxLength(int(std::numeric_limits<qint32>::digits10) + 1);
-    platform::ui::selectAllOnFocus(field);
-    platform::ui::digitsOnly(field);
-    platform::ui::reformatOnLeave(field,
-                                  [](const QString& text) { return QString::number(judgedTrxNr(text)); });
+    platform::selectAllOnFocus(field);
+    platform::digitsOnly(field);
+    platform::reformatOnLeave(field, [](const QString& text) { return QString::number(judgedTrxNr(text)); });
     add([&field] { field.setText(QString::number(SysInitTrxNr)); },
         [&field] { SysInitTrxNr = judgedTrxNr(field.text()); });
 }

@@ -99,7 +99,7 @@ void frmMDI::setUpToolBar() {
     // Unlike the menu entry it does not apply the rights itself: the log-in does that in any case.
     toolButton(m_ui->ToolBarAnmeldung, u"frmSystemAnmelden"_s);
     m_ui->ToolBarExit->installEventFilter(this);
-    connectGuarded(m_ui->ToolBarExit, &QToolButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->ToolBarExit, &QToolButton::clicked, this,
                    [this] { m_services.navigation.endProgram(); });
     for (QWidget* background : {static_cast<QWidget*>(m_ui->ToolBarBox), m_ui->MdiArea->viewport()})
         background->setMouseTracking(true);
@@ -107,7 +107,8 @@ void frmMDI::setUpToolBar() {
 
 void frmMDI::toolButton(QToolButton* button, const QString& screen) {
     button->setEnabled(m_screens->has(screen));
-    connectGuarded(button, &QToolButton::clicked, this, [this, screen] { m_screens->show(screen); });
+    connectGuarded(Origin::User, button, &QToolButton::clicked, this,
+                   [this, screen] { m_screens->show(screen); });
 }
 
 void frmMDI::setUpPanels() {
@@ -116,27 +117,28 @@ void frmMDI::setUpPanels() {
         u"QPushButton { background: #ffb300; color: black; border: 2px solid #8a5a00; "
         "border-radius: 6px; padding: 0 14px; }"_s);
     showWaitingCall(false, {});
-    connectGuarded(m_ui->ShowISDNNr, &QPushButton::clicked, this, [this] { ShowISDNNr_Click(); });
+    connectGuarded(Origin::User, m_ui->ShowISDNNr, &QPushButton::clicked, this,
+                   [this] { ShowISDNNr_Click(); });
     auto* take = new QShortcut(QKeySequence(Qt::Key_F9), this);
-    connectGuarded(take, &QShortcut::activated, this, [this] {
+    connectGuarded(Origin::User, take, &QShortcut::activated, this, [this] {
         if (callWaits())
             ShowISDNNr_Click();
     });
     m_ui->ShowTelefonListeCommand->hide();
     m_ui->ShowTelefonListeCommand->setEnabled(m_screens->has(u"frmVerwaltungAnruferListe"_s));
-    connectGuarded(m_ui->ShowTelefonListeCommand, &QPushButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->ShowTelefonListeCommand, &QPushButton::clicked, this,
                    [this] { openAnruferListe(); });
     m_ui->ShowInternetListeCommand->hide();
     m_ui->ShowInternetListeCommand->setEnabled(m_screens->has(u"frmInternetBestellungen"_s));
-    connectGuarded(m_ui->ShowInternetListeCommand, &QPushButton::clicked, this,
+    connectGuarded(Origin::User, m_ui->ShowInternetListeCommand, &QPushButton::clicked, this,
                    [this] { ShowInternetListeCommand_Click(); });
     m_ui->lbl_SoftwareUpdate->hide();
-    connectGuarded(m_ui->lbl_SoftwareUpdate, &QPushButton::clicked, this, [this] {
+    connectGuarded(Origin::User, m_ui->lbl_SoftwareUpdate, &QPushButton::clicked, this, [this] {
         m_procedures.showSoftwareUpdate();
         m_ui->lbl_SoftwareUpdate->hide();
     });
     m_ui->lbl_SystemMessage->hide();
-    connectGuarded(m_ui->lbl_SystemMessage, &QPushButton::clicked, this, [this] {
+    connectGuarded(Origin::User, m_ui->lbl_SystemMessage, &QPushButton::clicked, this, [this] {
         m_screens->show(u"frmSystemMessagesService"_s);
         m_ui->lbl_SystemMessage->hide();
     });
@@ -145,8 +147,7 @@ void frmMDI::setUpPanels() {
 void frmMDI::setUpTimers() {
     const auto every = [this](QTimer& timer, int milliseconds, void (frmMDI::*tick)()) {
         timer.setInterval(milliseconds);
-        connectGuarded(
-            &timer, &QTimer::timeout, this, [this, tick] { (this->*tick)(); }, Origin::Background);
+        connectGuarded(Origin::Timer, &timer, &QTimer::timeout, this, [this, tick] { (this->*tick)(); });
     };
     every(TimerBeep, 1000, &frmMDI::TimerBeep_Timer);
     every(VorbestellungTimer, 60000, &frmMDI::VorbestellungTimer_Timer);

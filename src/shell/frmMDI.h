@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/MainDesks.h"
 #include "platform/Services.h"
 #include "shell/ScreenManager.h"
 #include <QMainWindow>
@@ -23,7 +24,7 @@ struct MenuEntry;
 /// room for all other screens. Closing it in any way ends the program without a question.
 ///
 /// Its start-up sequence is shell::Startup.
-class frmMDI : public QMainWindow {
+class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDesk {
     Q_OBJECT
   public:
     /// What the panels lead to beyond screens. A panel or entry without its procedure stays disabled or does
@@ -49,9 +50,9 @@ class frmMDI : public QMainWindow {
     QAction* menuAction(const QString& name) const;
 
     // Status box
-    void showAuftragsNummer(const QString& number);
-    void showVorbestellungCount(qint64 count);
-    void showKundenTotal(qint64 count);
+    void showAuftragsNummer(const QString& number) override;
+    void showVorbestellungCount(qint64 count) override;
+    void showKundenTotal(qint64 count) override;
     void TimerZeit_Timer();
 
     // Calls
@@ -61,7 +62,7 @@ class frmMDI : public QMainWindow {
     /// A call came in: shows its number and records it. Touches no open screen, so that a call never disturbs
     /// an order that is being keyed.
     void BasicCAPI32_IncomingCall(const QString& GerufeneNr, const QString& AnrufNr,
-                                  const QString& AnrufFormat);
+                                  const QString& AnrufFormat) override;
     /// Takes the waiting call: marks it and hands the number to the order screen.
     void ShowISDNNr_Click();
     bool callWaits() const;

@@ -2,11 +2,11 @@
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
-#include "orders/OrderDesk.h"
+#include "desks/OrderDesk.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
-#include "platform/TelephoneLine.h"
+#include "platform/line/TelephoneLine.h"
 #include "shell/frmMDI.h"
 #include "store/SystemSettings.h"
 #include "telephony/modTelefonie.h"
@@ -16,20 +16,14 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-const QString kOrderScreen = u"frmAuftragswesenAuftragserfassung"_s;
-} // namespace
-
 void frmMDI::startTelephony(platform::BasicCAPI32* line) {
     try {
         if (!line)
             throw common::RunTimeError(common::kPlatformFailure, tr("Keine Telefonleitung eingerichtet."));
-        common::connectGuarded(
-            line, &platform::BasicCAPI32::IncomingCall, this,
-            [this](const QString& called, const QString& caller, const QString& format) {
-                BasicCAPI32_IncomingCall(called, caller, format);
-            },
-            common::Origin::Background);
+        common::connectGuarded(common::Origin::Call, line, &platform::BasicCAPI32::IncomingCall, this,
+                               [this](const QString& called, const QString& caller, const QString& format) {
+                                   BasicCAPI32_IncomingCall(called, caller, format);
+                               });
         line->IsAvailable();
         line->Start();
         m_ui->ShowTelefonListeCommand->show();
@@ -54,9 +48,9 @@ void frmMDI::ShowISDNNr_Click() {
     if (!common::isNumeric(number))
         return showWaitingCall(false, {});
     modTelefonie::MarkCallTaken(number);
-    m_screens->show(kOrderScreen);
+    auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation);
     showWaitingCall(false, {});
-    if (auto* desk = dynamic_cast<orders::OrderDesk*>(m_screens->open(kOrderScreen)))
+    if (desk)
         desk->takeCall(number);
 }
 

@@ -2,13 +2,14 @@
 #include "common/Guard.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
 #include "shell/frmMDI.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "ui_frmSystemAnmelden.h"
 #include <QScreen>
 
 using common::connectGuarded;
+using common::Origin;
 
 frmSystemAnmelden::frmSystemAnmelden(const platform::Services& services, frmMDI& window) :
     QDialog(&window), m_ui(std::make_unique<Ui::frmSystemAnmelden>()), m_services(services),
@@ -17,12 +18,14 @@ frmSystemAnmelden::frmSystemAnmelden(const platform::Services& services, frmMDI&
     setFixedSize(sizeHint().expandedTo({400, 160}));
     move(screen()->availableGeometry().center() - rect().center());
     for (QLineEdit* field : {m_ui->txt_Benutzernamen, m_ui->txt_Passwort})
-        platform::ui::selectAllOnFocus(*field);
-    platform::ui::enterChain({m_ui->txt_Benutzernamen, m_ui->txt_Passwort});
+        platform::selectAllOnFocus(*field);
+    platform::enterChain({m_ui->txt_Benutzernamen, m_ui->txt_Passwort});
     m_ui->txt_Benutzernamen->setFocus();
-    connectGuarded(m_ui->txt_Passwort, &QLineEdit::returnPressed, this, [this] { cmdAnmelden_Click(); });
-    connectGuarded(m_ui->cmdAnmelden, &QPushButton::clicked, this, [this] { cmdAnmelden_Click(); });
-    connectGuarded(m_ui->cmdEnd, &QPushButton::clicked, this, [this] { cmdEnd_Click(); });
+    connectGuarded(Origin::User, m_ui->txt_Passwort, &QLineEdit::returnPressed, this,
+                   [this] { cmdAnmelden_Click(); });
+    connectGuarded(Origin::User, m_ui->cmdAnmelden, &QPushButton::clicked, this,
+                   [this] { cmdAnmelden_Click(); });
+    connectGuarded(Origin::User, m_ui->cmdEnd, &QPushButton::clicked, this, [this] { cmdEnd_Click(); });
 }
 
 frmSystemAnmelden::~frmSystemAnmelden() = default;

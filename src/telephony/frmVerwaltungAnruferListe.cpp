@@ -1,15 +1,17 @@
 #include "telephony/frmVerwaltungAnruferListe.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "desks/OrderDesk.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
 #include "store/StoreGlobals.h"
 #include "telephony/modVerwaltungAnruferListe.h"
 #include "ui_frmVerwaltungAnruferListe.h"
 #include <QScreen>
 
 using common::connectGuarded;
+using common::Origin;
 using namespace modVerwaltungAnruferListe;
 
 namespace {
@@ -30,10 +32,10 @@ frmVerwaltungAnruferListe::frmVerwaltungAnruferListe(const platform::Services& s
     DataControl.setRecordSource(AnruferListe());
     m_ui->TelefonListeGrid->setDataControl(DataControl);
     m_ui->TelefonListeGrid->setEmptyText(tr("Keine Anrufe"));
-    connectGuarded(m_ui->TelefonListeGrid, &platform::ui::DataGrid::rowActivated, this,
+    connectGuarded(Origin::User, m_ui->TelefonListeGrid, &platform::DataGrid::rowActivated, this,
                    [this](int row) { SelectKundeVonAnruferListe(row); });
-    connectGuarded(m_ui->cmdDelete, &QPushButton::clicked, this, [this] { cmdDelete_Click(); });
-    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
+    connectGuarded(Origin::User, m_ui->cmdDelete, &QPushButton::clicked, this, [this] { cmdDelete_Click(); });
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
     FormatGrid();
 }
 
@@ -59,7 +61,8 @@ void frmVerwaltungAnruferListe::SelectKundeVonAnruferListe(int row) {
     MarkCallReceived(m_ui->TelefonListeGrid->value(row, kDatumLong));
     accept();
     if (common::isNumeric(number))
-        m_services.navigation.openOrderForNumber(number);
+        if (auto* orders = platform::showDesk<desks::OrderDesk>(m_services.navigation))
+            orders->searchNumber(number);
 }
 
 void frmVerwaltungAnruferListe::cmdDelete_Click() {
@@ -67,6 +70,6 @@ void frmVerwaltungAnruferListe::cmdDelete_Click() {
                                   tr("Liste Löschen")) != platform::kAnswerYes)
         return;
     DeleteAnruferListe();
-    platform::ui::waitMilliseconds(kPauseAfterWrite);
+    platform::waitMilliseconds(kPauseAfterWrite);
     FormatGrid();
 }

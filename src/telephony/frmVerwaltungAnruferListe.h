@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/Services.h"
-#include "platform/ui/DataControl.h"
+#include "platform/form/DataControl.h"
 #include <QDialog>
 #include <memory>
 
@@ -23,5 +23,5 @@ class frmVerwaltungAnruferListe : public QDialog {
 
     std::unique_ptr<Ui::frmVerwaltungAnruferListe> m_ui;
     platform::Services m_services;
-    platform::ui::DataControl DataControl;
+    platform::DataControl DataControl;
 };

@@ -4,6 +4,7 @@
 #include "ui_frmVerwaltungTelefonbuch.h"
 
 using common::connectGuarded;
+using common::Origin;
 using namespace Qt::StringLiterals;
 
 frmVerwaltungTelefonbuch::frmVerwaltungTelefonbuch(QWidget* parent) :
@@ -12,9 +13,9 @@ frmVerwaltungTelefonbuch::frmVerwaltungTelefonbuch(QWidget* parent) :
     setFixedSize(760, 480);
     DataControl.setConnection(ConnPhone);
     m_ui->grid_PhoneBook->setDataControl(DataControl);
-    connectGuarded(m_ui->grid_PhoneBook, &platform::ui::DataGrid::rowActivated, this,
+    connectGuarded(Origin::User, m_ui->grid_PhoneBook, &platform::DataGrid::rowActivated, this,
                    [this](int row) { CopyAdressFromPhoneBook(row); });
-    connectGuarded(m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
 }
 
 frmVerwaltungTelefonbuch::~frmVerwaltungTelefonbuch() = default;

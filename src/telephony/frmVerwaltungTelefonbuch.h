@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ui/DataControl.h"
+#include "platform/form/DataControl.h"
 #include "telephony/modVerwaltungTelefonbuch.h"
 #include <QDialog>
 #include <memory>
@@ -29,7 +29,7 @@ class frmVerwaltungTelefonbuch : public QDialog {
     void CopyAdressFromPhoneBook(int row);
 
     std::unique_ptr<Ui::frmVerwaltungTelefonbuch> m_ui;
-    platform::ui::DataControl DataControl;
+    platform::DataControl DataControl;
     modVerwaltungTelefonbuch::PhoneBookEntry m_row;
     bool m_selected = false;
 };

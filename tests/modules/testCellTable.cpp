@@ -1,5 +1,5 @@
 #include "common/RunTimeError.h"
-#include "platform/CellTable.h"
+#include "platform/form/CellTable.h"
 #include <gtest/gtest.h>
 
 using common::Value;

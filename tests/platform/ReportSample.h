@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ReportTemplate.h"
+#include "platform/report/ReportTemplate.h"
 #include <QString>
 
 namespace test {

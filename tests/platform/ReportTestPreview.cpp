@@ -1,4 +1,4 @@
-#include "platform/ui/PreviewWindow.h"
+#include "platform/report/PreviewWindow.h"
 #include "tests/platform/ReportSample.h"
 #include "tests/support/TestDialogs.h"
 #include <QAction>

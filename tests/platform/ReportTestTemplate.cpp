@@ -1,5 +1,5 @@
 #include "common/RunTimeError.h"
-#include "platform/ReportTemplate.h"
+#include "platform/report/ReportTemplate.h"
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "common/Clock.h"
 #include "orders/OrderDraft.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
-#include "platform/ui/DataGrid.h"
+#include "platform/form/DataGrid.h"
 #include "program/Booker.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
@@ -127,7 +127,7 @@ TEST_F(Evening, CallsPreOrdersAlarmAndUsers) {
     // Anna's call is found in the list: for tonight, in three hours.
     TestFirm::setTime(18, 5);
     inDialog([this](QWidget& list) {
-        auto* calls = list.findChild<platform::ui::DataGrid*>();
+        auto* calls = list.findChild<platform::DataGrid*>();
         ASSERT_EQ(calls->rowCount(), 3);
         int row = 0;
         while (calls->text(row, 1) != u"0791234567"_s)

@@ -1,7 +1,7 @@
 // An owner's first evening: from an empty installation through the screens to the first printed order, with
 // the wrong turns that suggest themselves.
-#include "platform/ui/DataGrid.h"
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/DataGrid.h"
+#include "platform/form/FieldHelpers.h"
 #include "support/ProgramFixture.h"
 #include <QComboBox>
 #include <QLabel>
@@ -20,13 +20,13 @@ class FirstSteps : public test::PrintingProgramTest {
     void SetUp() override {
         folder = empty.path();
         PrintingProgramTest::SetUp();
-        platform::ui::setWaiting(false);
+        platform::setWaiting(false);
         ASSERT_TRUE(start());
     }
 
     void TearDown() override {
         PrintingProgramTest::TearDown();
-        platform::ui::setWaiting(true);
+        platform::setWaiting(true);
     }
 
     /// The screen in front.
@@ -136,7 +136,7 @@ void FirstSteps::customer() {
     enterAll(
         {{}, u"Berger"_s, u"Ida"_s, u"Seeweg 2"_s, {}, u"6004"_s, u"Luzern"_s, u"0412223344"_s, {}, {}, {}});
     press(Qt::Key_Return);
-    auto* list = front()->findChild<platform::ui::DataGrid*>();
+    auto* list = front()->findChild<platform::DataGrid*>();
     ASSERT_EQ(list->rowCount(), 1);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualRect(list->model()->index(0, 2)).center());
@@ -170,7 +170,7 @@ TEST_F(FirstSteps, LeadFromAnEmptyInstallationToAPrintedOrder) {
 
     ASSERT_EQ(frontName(), u"frmAuftragswesenAuftragserfassung"_s);
     EXPECT_EQ(status(u"MDIKundenTotal"_s), u"2"_s);
-    EXPECT_EQ(find<platform::ui::DataGrid>(u"ProdukteGrid"_s)->rowCount(), 1)
+    EXPECT_EQ(find<platform::DataGrid>(u"ProdukteGrid"_s)->rowCount(), 1)
         << "the new catalogue on the open screen";
     press(Qt::Key_F5);
     press(Qt::Key_Escape);

@@ -8,7 +8,7 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
-using platform::ui::DataGrid;
+using platform::DataGrid;
 using test::ShellTest;
 using Said = QList<test::TestDialogs::Said>;
 

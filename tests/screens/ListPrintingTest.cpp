@@ -3,9 +3,9 @@
 #include "common/RunTimeError.h"
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
-#include "platform/ui/PreviewWindow.h"
-#include "platform/ui/QtReportControl.h"
-#include "platform/ui/SheetExport.h"
+#include "platform/report/PreviewWindow.h"
+#include "platform/report/QtReportControl.h"
+#include "platform/report/SheetExport.h"
 #include "store/SystemSettings.h"
 #include "support/CupsServer.h"
 #include <QAction>
@@ -162,7 +162,7 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
     }
     EXPECT_TRUE(
         unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
-    EXPECT_THROW(platform::ui::saveAsXlsx(*grid(), folder.filePath(u"no/such/list.xlsx"_s)),
+    EXPECT_THROW(platform::saveAsXlsx(*grid(), folder.filePath(u"no/such/list.xlsx"_s)),
                  common::RunTimeError);
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/ui/DataGrid.h"
+#include "platform/form/DataGrid.h"
 #include "shell/MenuTree.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -29,8 +29,7 @@ inline void PrintTo(const TestDialogs::Said& said, std::ostream* out) {
 using Said = QList<TestDialogs::Said>;
 
 /// The columns of a list of articles: a screen's own and those that products and extras share.
-inline std::vector<platform::ui::DataColumn>
-withArticleColumns(std::vector<platform::ui::DataColumn> columns) {
+inline std::vector<platform::DataColumn> withArticleColumns(std::vector<platform::DataColumn> columns) {
     for (const auto& [heading, twips] : {std::pair("Stückelung", 1000),
                                          {"Einheit", 700},
                                          {"Gruppe", 700},
@@ -59,7 +58,7 @@ template <typename Screen> class MasterDataTest : public testing::Test {
         return found;
     }
 
-    platform::ui::DataGrid* grid() { return screen.template findChild<platform::ui::DataGrid*>(); }
+    platform::DataGrid* grid() { return screen.template findChild<platform::DataGrid*>(); }
 
     void click(const char16_t* button) {
         ASSERT_TRUE(find<QAbstractButton>(button)->isEnabled());
@@ -157,7 +156,7 @@ template <typename Screen> class MasterDataTest : public testing::Test {
 
     /// Heading, width in twips, alignment and form of the shown columns, in their order. A column is wider
     /// than told only where its heading needs it.
-    void expectColumns(const std::vector<platform::ui::DataColumn>& expected) {
+    void expectColumns(const std::vector<platform::DataColumn>& expected) {
         QList<int> shown;
         for (int column = 0; column < grid()->model()->columnCount(); ++column)
             if (!grid()->isColumnHidden(column))

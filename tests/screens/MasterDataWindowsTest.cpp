@@ -1,5 +1,5 @@
 // The master-data screens as windows of the program.
-#include "platform/ui/DataGrid.h"
+#include "platform/form/DataGrid.h"
 #include "store/StoreGlobals.h"
 #include "tests/screens/ShellFixture.h"
 #include <QAction>
@@ -65,7 +65,7 @@ TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
         EXPECT_TRUE(
             child->widget()->findChild<QWidget*>(u"Maske"_s)->isAncestorOf(QApplication::focusWidget()))
             << entry;
-        EXPECT_EQ(child->widget()->findChild<platform::ui::DataGrid*>()->row(), -1);
+        EXPECT_EQ(child->widget()->findChild<platform::DataGrid*>()->row(), -1);
         QTest::mouseClick(child->widget()->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
         EXPECT_TRUE(QTest::qWaitFor([&] { return room->subWindowList().isEmpty(); })) << entry;
     }

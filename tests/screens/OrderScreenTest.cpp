@@ -1,7 +1,7 @@
 #include "common/Guard.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/RegistryStore.h"
-#include "platform/ui/DataGrid.h"
+#include "platform/form/DataGrid.h"
 #include "store/SystemSettings.h"
 #include "support/Keys.h"
 #include "support/TestDialogs.h"
@@ -17,8 +17,8 @@
 using namespace Qt::StringLiterals;
 using modVerwaltungTelefonbuch::PhoneBookEntry;
 using orders::Col;
-using platform::ui::CellGrid;
-using platform::ui::DataGrid;
+using platform::CellGrid;
+using platform::DataGrid;
 using test::TestFirm;
 
 namespace {

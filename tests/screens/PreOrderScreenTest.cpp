@@ -4,7 +4,7 @@
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
-#include "platform/ui/DataGrid.h"
+#include "platform/form/DataGrid.h"
 #include "store/SystemSettings.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
@@ -17,7 +17,7 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using platform::ui::DataGrid;
+using platform::DataGrid;
 using test::ShellTest;
 using test::TestFirm;
 

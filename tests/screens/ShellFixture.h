@@ -1,6 +1,6 @@
 #pragma once
-#include "orders/OrderDesk.h"
-#include "platform/TelephoneLine.h"
+#include "desks/OrderDesk.h"
+#include "platform/line/TelephoneLine.h"
 #include "shell/Application.h"
 #include "tests/support/TestDialogs.h"
 #include "tests/support/TestFirmServices.h"
@@ -28,7 +28,7 @@ class FakeLine : public platform::BasicCAPI32 {
 };
 
 /// Stands for the order screen.
-class FakeDesk : public QWidget, public orders::OrderDesk {
+class FakeDesk : public QWidget, public desks::OrderDesk {
     Q_OBJECT
   public:
     explicit FakeDesk(QStringList& asked, QWidget* parent) : QWidget(parent), m_asked(asked) {}

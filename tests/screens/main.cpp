@@ -1,4 +1,4 @@
-#include "platform/ui/FieldHelpers.h"
+#include "platform/form/FieldHelpers.h"
 #include "shell/AppStyle.h"
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     shell::applyStyle(application);
-    platform::ui::setWaiting(false);
+    platform::setWaiting(false);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,4 +1,4 @@
-#include "platform/ui/CellGrid.h"
+#include "platform/form/CellGrid.h"
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -6,10 +6,10 @@
 
 using namespace Qt::StringLiterals;
 using platform::CellColumn;
+using platform::CellGrid;
 using platform::CellKind;
+using platform::CellPlace;
 using platform::CellTable;
-using platform::ui::CellGrid;
-using platform::ui::CellPlace;
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "common/Value.h"
-#include "platform/ui/DataGrid.h"
-#include "platform/ui/FieldFormat.h"
-#include "platform/ui/FieldHelpers.h"
-#include "platform/ui/QtDialogs.h"
+#include "platform/QtDialogs.h"
+#include "platform/form/DataGrid.h"
+#include "platform/form/FieldFormat.h"
+#include "platform/form/FieldHelpers.h"
 #include "shell/PhoneBookSearch.h"
 #include "store/StoreGlobals.h"
 #include "telephony/frmVerwaltungTelefonbuch.h"
@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using common::Value;
-using platform::ui::DataGrid;
+using platform::DataGrid;
 using test::ShellTest;
 
 TEST(FieldFormat, ShowsFieldsAsTheListsWantThem) {
@@ -41,8 +41,7 @@ TEST(FieldFormat, ShowsFieldsAsTheListsWantThem) {
     };
 
     for (const auto& c : cases)
-        EXPECT_EQ(platform::ui::formatField(c.value, QString::fromUtf16(c.format)),
-                  QString::fromUtf16(c.shown));
+        EXPECT_EQ(platform::formatField(c.value, QString::fromUtf16(c.format)), QString::fromUtf16(c.shown));
 }
 
 namespace {
@@ -69,7 +68,7 @@ class ListTest : public ShellTest {
         control.Refresh();
     }
 
-    platform::ui::DataControl control;
+    platform::DataControl control;
     DataGrid grid;
 };
 
@@ -122,7 +121,7 @@ TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
 
 TEST_F(ListTest, AGridOutlivesItsControl) {
     {
-        platform::ui::DataControl passing;
+        platform::DataControl passing;
         passing.setConnection(ConnPhone);
         passing.setRecordSource(u"SELECT txt_Telefon, txt_Name, txt_Ort FROM tbl_PhoneBook"_s);
         grid.setDataControl(passing);
@@ -192,9 +191,9 @@ TEST(FieldHelpers, DigitsEnterChainAndSelection) {
     auto* save = new QPushButton(u"&Speichern"_s, &window);
     int saved = 0;
     QObject::connect(save, &QPushButton::clicked, [&] { ++saved; });
-    platform::ui::digitsOnly(*number);
-    platform::ui::selectAllOnFocus(*name);
-    platform::ui::enterChain({number, name, save});
+    platform::digitsOnly(*number);
+    platform::selectAllOnFocus(*name);
+    platform::enterChain({number, name, save});
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     number->setFocus();
@@ -229,7 +228,7 @@ TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
     };
 
     for (const auto& c : cases) {
-        platform::ui::QtDialogs dialogs;
+        platform::QtDialogs dialogs;
         QTimer::singleShot(0, [&] {
             QWidget* box = QApplication::activeModalWidget();
             ASSERT_TRUE(box);

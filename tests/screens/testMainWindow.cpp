@@ -1,6 +1,6 @@
 #include "common/Clock.h"
 #include "common/RunTimeError.h"
-#include "platform/ui/IniRegistryStore.h"
+#include "platform/IniRegistryStore.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -139,7 +139,7 @@ TEST_F(ShellTest, BackgroundErrorIsToldOnceRolledBackAndTheProgramGoesOn) {
     };
     frmMDI& window = start();
     for (int i = 0; i < 2; ++i)
-        common::guarded(common::Origin::Background, [&] { window.InternetLinkTimer_Timer(); });
+        common::guarded(common::Origin::Timer, [&] { window.InternetLinkTimer_Timer(); });
     EXPECT_EQ(dialogs.said.size(), 1);
     EXPECT_EQ(dialogs.last().text, u"Der Abruf ist gescheitert."_s);
     EXPECT_TRUE(ended.isEmpty());
@@ -158,7 +158,7 @@ TEST_F(ShellTest, ErrorInATickWhileADialogIsOpenDoesNotTravelThroughIt) {
     common::guarded(common::Origin::User, [&] {
         dialogs.answer(platform::kAnswerYes, [&] {
             const common::NestedEventLoop loop;
-            common::guarded(common::Origin::Background, [] { throw std::runtime_error("tick"); });
+            common::guarded(common::Origin::Timer, [] { throw std::runtime_error("tick"); });
         });
         app->services().dialogs.MsgBox(u"?"_s, platform::kYesNo);
         wentOn = true;
@@ -385,9 +385,8 @@ TEST(LogFile, BeginsAnewAtItsLimitAndKeepsTheOneBefore) {
 TEST(IniRegistryStore, KeepsValuesAndFallsBack) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"sub/settings.ini"_s);
-    platform::ui::IniRegistryStore(file).SaveSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s,
-                                                     u"C:\\Daten\\ä;\"x"_s);
-    platform::ui::IniRegistryStore again(file);
+    platform::IniRegistryStore(file).SaveSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s, u"C:\\Daten\\ä;\"x"_s);
+    platform::IniRegistryStore again(file);
     EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s), u"C:\\Daten\\ä;\"x"_s);
     EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Fehlt"_s, u"1"_s), u"1"_s);
 }

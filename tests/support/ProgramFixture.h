@@ -2,10 +2,10 @@
 #include "common/Convert.h"
 #include "install/Installer.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
-#include "platform/TelephoneLine.h"
-#include "platform/ui/CupsPrinters.h"
-#include "platform/ui/IniRegistryStore.h"
-#include "platform/ui/QtReportControl.h"
+#include "platform/IniRegistryStore.h"
+#include "platform/line/TelephoneLine.h"
+#include "platform/report/CupsPrinters.h"
+#include "platform/report/QtReportControl.h"
 #include "shell/Application.h"
 #include "support/CupsServer.h"
 #include "support/Keys.h"
@@ -92,7 +92,7 @@ class ProgramTest : public testing::Test {
     /// The installation that the program starts on.
     QString folder = firm.folder();
     TestDialogs dialogs;
-    platform::ui::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
+    platform::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
     std::unique_ptr<platform::BasicCAPI32> line;
     std::unique_ptr<shell::Application> program;
     /// Exit codes that the program asked for.

@@ -1,7 +1,11 @@
 #pragma once
+#include "desks/CustomerDesk.h"
+#include "desks/MainDesks.h"
+#include "desks/OrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
-#include "platform/ReportControl.h"
+#include "platform/report/ReportControl.h"
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -9,38 +13,58 @@
 
 namespace test {
 
-/// Keeps what the modules ask of the shell.
-class TestNavigation : public platform::Navigation {
+/// Keeps what is asked of the screens and of the main window.
+class TestDesks : public QObject,
+                  public desks::OrderDesk,
+                  public desks::CustomerDesk,
+                  public desks::PreOrderList,
+                  public desks::PreOrderAlarm,
+                  public desks::StatusBox,
+                  public desks::CallDesk {
   public:
-    bool hasScreen(const QString&) const override { return true; }
+    void takeCall(const QString&) override {}
 
-    void showScreen(const QString& screen, bool) override { shown << screen; }
+    void searchNumber(const QString& number) override { openedNumber = number; }
 
-    void openOrderForNumber(const QString& number) override { openedNumber = number; }
+    void loadBooking(qint64) override {}
 
-    void openCustomer(qint64 customerId) override { openedCustomer = customerId; }
+    void restoreDraft() override {}
 
-    void openBooking(qint64 trxNr) override { openedBooking = trxNr; }
+    void loadPreOrder(qint64 trxNr) override { openedVorbestellung = trxNr; }
 
-    void openVorbestellung(qint64 trxNr) override { openedVorbestellung = trxNr; }
+    void openCustomer(qint64) override {}
 
-    void showVorbestellung(qint64 trxNr) override { listedVorbestellung = trxNr; }
+    void ShowVorbestellung(qint64) override {}
 
-    void showVorbestellungAlarm(qint64 trxNr) override { alarms << trxNr; }
+    void setFaellig(qint64 trxNr) override { alarms << trxNr; }
 
-    void showNextTrxNr(const QString& number) override { nextTrxNr = number; }
+    void showAuftragsNummer(const QString& number) override { nextTrxNr = number; }
 
     void showVorbestellungCount(qint64 count) override { vorbestellungCount = count; }
 
-    void incomingCall(const QString&, const QString& AnrufNr, const QString&) override { call = AnrufNr; }
+    void showKundenTotal(qint64) override {}
+
+    void BasicCAPI32_IncomingCall(const QString&, const QString&, const QString&) override {}
+
+    QString openedNumber, nextTrxNr;
+    qint64 vorbestellungCount = -1, openedVorbestellung = -1;
+    QList<qint64> alarms;
+};
+
+class TestNavigation : public platform::Navigation, public TestDesks {
+  public:
+    bool hasScreen(const QString&) const override { return true; }
+
+    QObject* showScreen(const QString& screen) override {
+        shown << screen;
+        return this;
+    }
+
+    QObject* mainWindow() const override { return const_cast<TestNavigation*>(this); }
 
     void endProgram(int) override { ended = true; }
 
     QStringList shown;
-    QString openedNumber, nextTrxNr, call;
-    qint64 openedCustomer = -1, openedBooking = -1, vorbestellungCount = -1, openedVorbestellung = -1,
-           listedVorbestellung = -1;
-    QList<qint64> alarms;
     bool ended = false;
 };
 

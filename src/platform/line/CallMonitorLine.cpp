@@ -19,15 +19,11 @@ CallMonitorLine::CallMonitorLine(const LineSettings::Monitor& settings, std::chr
     using common::connectGuarded;
     using common::Origin;
     m_retryTimer.setSingleShot(true);
-    connectGuarded(
-        &m_retryTimer, &QTimer::timeout, this, [this] { connectToRouter(); }, Origin::Background);
-    connectGuarded(
-        &m_socket, &QTcpSocket::connected, this, [this] { onConnected(); }, Origin::Background);
+    connectGuarded(Origin::Timer, &m_retryTimer, &QTimer::timeout, this, [this] { connectToRouter(); });
+    connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::connected, this, [this] { onConnected(); });
     QObject::connect(&m_socket, &QTcpSocket::readyRead, this, [this] { onData(); });
-    connectGuarded(
-        &m_socket, &QTcpSocket::disconnected, this, [this] { onLost(); }, Origin::Background);
-    connectGuarded(
-        &m_socket, &QTcpSocket::errorOccurred, this, [this] { onLost(); }, Origin::Background);
+    connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::disconnected, this, [this] { onLost(); });
+    connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::errorOccurred, this, [this] { onLost(); });
 }
 
 CallMonitorLine::~CallMonitorLine() {
@@ -84,7 +80,7 @@ void CallMonitorLine::onLost() {
 void CallMonitorLine::onData() {
     for (const auto& call : m_reader.feed(m_socket.readAll())) {
         if (m_isStarted)
-            common::guarded(common::Origin::Background, [&] {
+            common::guarded(common::Origin::Call, [&] {
                 Q_EMIT IncomingCall(call.called, call.caller, QStringLiteral("Monitor"));
             });
     }

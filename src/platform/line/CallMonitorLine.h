@@ -1,7 +1,7 @@
 #pragma once
-#include "platform/TelephoneLine.h"
 #include "platform/line/CallMonitorReader.h"
 #include "platform/line/LineSettings.h"
+#include "platform/line/TelephoneLine.h"
 #include <QTcpSocket>
 #include <QTimer>
 

@@ -15,8 +15,8 @@ constexpr std::chrono::milliseconds answerLimit{1000};
 CapiLine::CapiLine(const LineSettings::Capi& settings, std::chrono::milliseconds retry, QObject* parent) :
     BasicCAPI32(parent), m_settings(settings), m_retry(retry) {
     m_retryTimer.setSingleShot(true);
-    common::connectGuarded(
-        &m_retryTimer, &QTimer::timeout, this, [this] { reopen(); }, common::Origin::Background);
+    common::connectGuarded(common::Origin::Timer, &m_retryTimer, &QTimer::timeout, this,
+                           [this] { reopen(); });
 }
 
 CapiLine::~CapiLine() {
@@ -79,9 +79,8 @@ void CapiLine::listen(quint16 controller) {
 
 void CapiLine::watch() {
     m_notifier = std::make_unique<QSocketNotifier>(m_library->descriptor(), QSocketNotifier::Read);
-    common::connectGuarded(
-        m_notifier.get(), &QSocketNotifier::activated, this, [this] { onMessages(); },
-        common::Origin::Background);
+    common::connectGuarded(common::Origin::Answer, m_notifier.get(), &QSocketNotifier::activated, this,
+                           [this] { onMessages(); });
     report();
 }
 
@@ -139,7 +138,7 @@ void CapiLine::report() {
     while (!m_arrived.empty()) {
         const auto [called, caller] = m_arrived.front();
         m_arrived.pop_front();
-        common::guarded(common::Origin::Background, [&, calledNr = called, callerNr = caller] {
+        common::guarded(common::Origin::Call, [&, calledNr = called, callerNr = caller] {
             Q_EMIT IncomingCall(calledNr, callerNr, QStringLiteral("ISDN"));
         });
     }

@@ -1,7 +1,7 @@
 #pragma once
-#include "platform/TelephoneLine.h"
 #include "platform/line/CapiLibrary.h"
 #include "platform/line/LineSettings.h"
+#include "platform/line/TelephoneLine.h"
 #include <QSocketNotifier>
 #include <QTimer>
 #include <deque>

@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/TelephoneLine.h"
 #include "platform/line/LineSettings.h"
+#include "platform/line/TelephoneLine.h"
 #include <memory>
 
 namespace platform {

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/TelephoneLine.h"
+#include "platform/line/TelephoneLine.h"
 
 namespace platform {
 

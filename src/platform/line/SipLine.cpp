@@ -9,8 +9,7 @@ namespace platform {
 SipLine::SipLine(const LineSettings::Sip& settings, std::chrono::milliseconds retry, QObject* parent) :
     BasicCAPI32(parent), m_settings(settings), m_retry(retry) {
     m_timer.setInterval(std::chrono::milliseconds(20));
-    common::connectGuarded(
-        &m_timer, &QTimer::timeout, this, [this] { tick(); }, common::Origin::Background);
+    common::connectGuarded(common::Origin::Timer, &m_timer, &QTimer::timeout, this, [this] { tick(); });
 }
 
 SipLine::~SipLine() = default;

@@ -50,10 +50,10 @@ SipRegistration::SipRegistration(nua_t* agent, const LineSettings::Sip& settings
     m_agent(agent),
     m_settings(settings), m_retry(retry), m_pause(retry) {
     m_retryTimer.setSingleShot(true);
-    common::connectGuarded(
-        &m_retryTimer, &QTimer::timeout, this, [this] { lookUpRegistrar(); }, common::Origin::Background);
-    common::connectGuarded(
-        &m_addressTimer, &QTimer::timeout, this, [this] { followAddress(); }, common::Origin::Background);
+    common::connectGuarded(common::Origin::Timer, &m_retryTimer, &QTimer::timeout, this,
+                           [this] { lookUpRegistrar(); });
+    common::connectGuarded(common::Origin::Timer, &m_addressTimer, &QTimer::timeout, this,
+                           [this] { followAddress(); });
     m_retryTimer.start(0ms);
     m_addressTimer.start(addressCheck);
 }
@@ -64,7 +64,7 @@ SipRegistration::~SipRegistration() {
 
 void SipRegistration::lookUpRegistrar() {
     QHostInfo::lookupHost(m_settings.registrar, this, [this](const QHostInfo& info) {
-        common::guarded(common::Origin::Background, [&] {
+        common::guarded(common::Origin::Answer, [&] {
             const auto wanted = QHostAddress(m_settings.address).protocol();
             const auto found = info.addresses();
             const auto usable =

@@ -1,0 +1,26 @@
+#pragma once
+#include <QString>
+
+/// What the rest of the program asks of the main window.
+namespace desks {
+
+/// The numbers in the status box.
+class StatusBox {
+  public:
+    virtual ~StatusBox() = default;
+    /// The next transaction number.
+    virtual void showAuftragsNummer(const QString& number) = 0;
+    virtual void showVorbestellungCount(qint64 count) = 0;
+    virtual void showKundenTotal(qint64 count) = 0;
+};
+
+/// Where calls come in.
+class CallDesk {
+  public:
+    virtual ~CallDesk() = default;
+    /// A call as the line delivers it.
+    virtual void BasicCAPI32_IncomingCall(const QString& GerufeneNr, const QString& AnrufNr,
+                                          const QString& AnrufFormat) = 0;
+};
+
+} // namespace desks

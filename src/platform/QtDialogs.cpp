@@ -1,0 +1,182 @@
+#include "platform/QtDialogs.h"
+#include "common/Guard.h"
+#include "platform/report/PrinterState.h"
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QStandardPaths>
+
+namespace platform {
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("QtDialogs", text);
+}
+
+void nameButton(QMessageBox& box, QMessageBox::StandardButton button, const char* text) {
+    if (auto* there = box.button(button))
+        there->setText(tr(text));
+}
+
+void addButtons(QMessageBox& box, int buttons) {
+    switch (buttons) {
+    case kYesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        // Esc and the window's cross mean the careful answer.
+        box.setEscapeButton(QMessageBox::No);
+        break;
+    case kRetryCancel:
+        box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        break;
+    default:
+        box.setStandardButtons(QMessageBox::Ok);
+    }
+    nameButton(box, QMessageBox::Yes, "&Ja");
+    nameButton(box, QMessageBox::No, "&Nein");
+    nameButton(box, QMessageBox::Ok, "OK");
+    nameButton(box, QMessageBox::Cancel, "&Abbrechen");
+    nameButton(box, QMessageBox::Retry, "&Wiederholen");
+}
+
+/// The frame draws the title between buttons of its own, which the box does not know of. A text that needs
+/// more room than that has it already.
+void makeRoomForTitle(QMessageBox& box) {
+    constexpr int kFrame = 110;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int room = metrics.horizontalAdvance(box.windowTitle()) + kFrame;
+    auto* text = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (text && metrics.size(0, box.text()).width() < room)
+        text->setMinimumWidth(room);
+}
+
+int answerOf(int button) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return kAnswerYes;
+    case QMessageBox::No:
+        return kAnswerNo;
+    case QMessageBox::Retry:
+        return kAnswerRetry;
+    case QMessageBox::Cancel:
+        return kAnswerCancel;
+    default:
+        return kAnswerOk;
+    }
+}
+
+/// Asks for the printer and its paper only: which pages, how many and into which file is decided in the
+/// preview that follows.
+void askForPrinterOnly(QPrintDialog& dialog) {
+    dialog.setOptions(QPrintDialog::PrintShowPageSize);
+    const auto* box = dialog.findChild<QDialogButtonBox*>();
+    for (QAbstractButton* button : box->buttons()) {
+        const auto role = box->buttonRole(button);
+        button->setVisible(role == QDialogButtonBox::AcceptRole || role == QDialogButtonBox::RejectRole);
+        if (role == QDialogButtonBox::AcceptRole)
+            button->setText(tr("OK"));
+    }
+}
+
+} // namespace
+
+int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Tavolino") : title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    const int icon = style & 0x70;
+    if (icon == kStop)
+        box.setIcon(QMessageBox::Critical);
+    else if (icon == kInformation)
+        box.setIcon(QMessageBox::Information);
+    else if ((style & 0x0F) == kYesNo)
+        box.setIcon(QMessageBox::Question);
+    addButtons(box, style & 0x0F);
+    makeRoomForTitle(box);
+    return answerOf(execModal(box));
+}
+
+QString QtDialogs::InputBox(const QString& prompt, const QString& title, const QString& preset) {
+    QInputDialog box(QApplication::activeWindow());
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Tavolino") : title);
+    box.setLabelText(prompt);
+    box.setTextValue(preset);
+    box.setOkButtonText(tr("OK"));
+    box.setCancelButtonText(tr("Abbrechen"));
+    return execModal(box) == QDialog::Accepted ? box.textValue() : QString();
+}
+
+QString QtDialogs::OpenFile(const QString& title, const QString& filter) {
+    QFileDialog box(QApplication::activeWindow(), title, QString(), filter);
+    box.setFileMode(QFileDialog::ExistingFile);
+    return execModal(box) == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
+}
+
+std::optional<PrinterChoice> QtDialogs::ChoosePrinter(const PrinterChoice& current) {
+    QPrinter printer(QPrinter::HighResolution);
+    if (!current.printer.DeviceName.isEmpty())
+        printer.setPrinterName(current.printer.DeviceName);
+    printer.setPageOrientation(current.orientation == ReportControl::kLandscape ? QPageLayout::Landscape
+                                                                                : QPageLayout::Portrait);
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    dialog.setWindowTitle(tr("Drucker"));
+    askForPrinterOnly(dialog);
+    if (execModal(dialog) != QDialog::Accepted)
+        return {};
+    const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
+    const int orientation = landscape ? ReportControl::kLandscape : ReportControl::kPortrait;
+    const QString name = printer.printerName();
+    if (name == current.printer.DeviceName)
+        return PrinterChoice{current.printer, orientation};
+    return PrinterChoice{{name, current.printer.DriverName, printerPort(name)}, orientation};
+}
+
+QString QtDialogs::SaveFile(const QString& title, const QString& name, const QString& suffix) {
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    QFileDialog dialog(QApplication::activeWindow(), title, folder.path(),
+                       QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(name + QLatin1Char('.') + suffix);
+    return execModal(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+Progress QtDialogs::ShowProgress(const QString& text) {
+    constexpr int kSteps = 1000;
+    const auto box =
+        std::make_shared<QProgressDialog>(text, tr("Abbrechen"), 0, kSteps, QApplication::activeWindow());
+    box->setWindowTitle(QStringLiteral("Tavolino"));
+    box->setWindowModality(Qt::ApplicationModal);
+    box->setMinimumWidth(360);
+    box->setMinimumDuration(500);
+    box->setAutoClose(false);
+    box->setAutoReset(false);
+    QElapsedTimer sincePainted;
+    sincePainted.start();
+    return [box, sincePainted](qint64 done, qint64 total) mutable {
+        constexpr int kBetweenPaintings = 40;
+        if (sincePainted.elapsed() < kBetweenPaintings)
+            return;
+        const common::NestedEventLoop loop;
+        box->setValue(total > 0 ? int(done * kSteps / total) : 0);
+        sincePainted.restart();
+        if (box->wasCanceled())
+            throw GivenUp();
+    };
+}
+
+int execModal(QDialog& dialog) {
+    const common::NestedEventLoop loop;
+    return dialog.exec();
+}
+
+} // namespace platform

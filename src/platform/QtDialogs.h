@@ -1,0 +1,21 @@
+#pragma once
+#include "platform/Dialogs.h"
+#include <QDialog>
+
+namespace platform {
+
+/// The dialogs of the running program, above its active window, with German buttons.
+class QtDialogs : public Dialogs {
+  public:
+    int MsgBox(const QString& text, int style = kOk, const QString& title = {}) override;
+    QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
+    std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice& current) override;
+    QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
+    QString OpenFile(const QString& title, const QString& filter) override;
+    Progress ShowProgress(const QString& text) override;
+};
+
+/// Runs a modal dialog; what its event loop starts is guarded by itself.
+int execModal(QDialog& dialog);
+
+} // namespace platform

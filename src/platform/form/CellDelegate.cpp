@@ -1,0 +1,63 @@
+#include "platform/form/CellDelegate.h"
+#include "platform/form/CellGrid.h"
+#include "platform/form/GridColors.h"
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace platform {
+
+CellDelegate::CellDelegate(CellGrid& grid) : QStyledItemDelegate(&grid), m_grid(grid) {
+}
+
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                    const QModelIndex& index) const {
+    auto* editor = new QLineEdit(parent);
+    editor->setFrame(false);
+    editor->setObjectName(QStringLiteral("cellEditor"));
+    editor->setAccessibleName(m_grid.model()->headerData(index.column(), Qt::Horizontal).toString());
+    // The grid's own menu is the one that counts in a cell.
+    editor->setContextMenuPolicy(Qt::NoContextMenu);
+    if (!m_grid.table()->cell(index.row(), index.column()).isText())
+        editor->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_grid.m_editor = editor;
+    m_grid.m_refused = false;
+    return editor;
+}
+
+void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (!line || !line->isModified())
+        return;
+    const QString typed = line->text();
+    // A handler of the edit may show a message, and the focus that it takes comes back here.
+    line->setModified(false);
+    m_grid.m_refused = !model->setData(index, typed, Qt::EditRole);
+}
+
+void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto kind = CellKind(index.data(CellTable::KindRole).toInt());
+    const bool number = !m_grid.table()->cell(index.row(), index.column()).isText();
+    option->displayAlignment = Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft);
+    option->textElideMode = Qt::ElideRight;
+    if (kind == CellKind::ReadOnly || (m_grid.m_zebra && index.row() % 2 == 0))
+        option->backgroundBrush = quietGrey(option->palette);
+    if (number && m_grid.BlankRow && m_grid.BlankRow(index.row()))
+        option->text.clear();
+}
+
+bool CellDelegate::eventFilter(QObject* object, QEvent* event) {
+    auto* editor = qobject_cast<QWidget*>(object);
+    if (editor && event->type() == QEvent::KeyPress &&
+        m_grid.editorKey(editor, static_cast<QKeyEvent*>(event)))
+        return true;
+    // Keys that act at the press must not reach the main window as shortcuts first.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}
+
+} // namespace platform

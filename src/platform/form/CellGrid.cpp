@@ -1,0 +1,220 @@
+#include "platform/form/CellGrid.h"
+#include "common/Guard.h"
+#include "platform/form/CellDelegate.h"
+#include "platform/form/GridColors.h"
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+namespace platform {
+
+CellGrid::CellGrid(QWidget* parent) : QTableView(parent) {
+    setItemDelegate(new CellDelegate(*this));
+    setSelectionMode(SingleSelection);
+    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+    // Outside an editor Tab leaves the grid, so that the keyboard is never caught in it.
+    setTabKeyNavigation(false);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
+    setWordWrap(false);
+}
+
+void CellGrid::setTable(CellTable& table) {
+    m_table = &table;
+    setModel(&table);
+    bool anyCaption = false;
+    for (int column = 0; column < table.columnCount(); ++column) {
+        setColumnHidden(column, !table.columnInfo(column).shown);
+        anyCaption |= !table.columnInfo(column).caption.isEmpty();
+    }
+    horizontalHeader()->setVisible(anyCaption);
+}
+
+void CellGrid::setZebra(bool on) {
+    m_zebra = on;
+    viewport()->update();
+}
+
+void CellGrid::setColumnTwips(int column, int twips) {
+    setColumnWidth(column, twipsToPixels(twips));
+}
+
+CellPlace CellGrid::place() const {
+    return {currentIndex().row(), currentIndex().column()};
+}
+
+void CellGrid::goTo(CellPlace cell, bool edit) {
+    {
+        const QScopedValueRollback hold(m_holdEditor, true);
+        setCurrentIndex(model()->index(cell.row, cell.column));
+    }
+    if (edit && mayEdit(cell))
+        QTableView::edit(currentIndex());
+}
+
+bool CellGrid::finishEdit() {
+    return !isEditing() || !m_editor || closeEditorTakingOver(m_editor);
+}
+
+bool CellGrid::mayEdit(CellPlace cell) const {
+    return m_table && m_table->flags(m_table->index(cell.row, cell.column)).testFlag(Qt::ItemIsEditable);
+}
+
+bool CellGrid::closeEditorTakingOver(QWidget* editor) {
+    commitData(editor);
+    const bool taken = !m_refused;
+    m_refused = false;
+    // What the edit set off may have closed the editor already.
+    if (m_editor == editor)
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return taken;
+}
+
+void CellGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    if (m_editor == editor)
+        m_editor = nullptr;
+    QTableView::closeEditor(editor, hint);
+}
+
+bool CellGrid::editorKey(QWidget* editor, QKeyEvent* event) {
+    const CellPlace from = place();
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+        if (closeEditorTakingOver(editor))
+            leaveTo(nextCell(from), from, true);
+        return true;
+    case Qt::Key_Backtab:
+        if (closeEditorTakingOver(editor))
+            leaveTo(previousCell(from), from, false);
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+        const int row = from.row + (event->key() == Qt::Key_Down ? 1 : -1);
+        if (closeEditorTakingOver(editor) && row >= 0 && row < m_table->rows())
+            setCurrentIndex(m_table->index(row, from.column));
+        return true;
+    }
+    case Qt::Key_Menu:
+    case Qt::Key_F10:
+        if (event->key() == Qt::Key_F10 && event->modifiers() != Qt::ShiftModifier)
+            return false;
+        if (closeEditorTakingOver(editor))
+            raiseContextMenu();
+        return true;
+    default:
+        // The mnemonic of a button that is disabled just now is not text.
+        return event->modifiers() == Qt::AltModifier;
+    }
+}
+
+void CellGrid::leaveTo(std::optional<CellPlace> target, CellPlace from, bool forward) {
+    // A handler of the edit may have moved on by itself.
+    if (place() != from)
+        return;
+    if (target)
+        setCurrentIndex(m_table->index(target->row, target->column));
+    else
+        focusNextPrevChild(forward);
+}
+
+std::optional<CellPlace> CellGrid::nextCell(CellPlace from) const {
+    if (NextCell)
+        return NextCell(from);
+    for (int row = from.row; row < m_table->rows(); ++row)
+        for (int column = row == from.row ? from.column + 1 : 0; column < m_table->columnCount(); ++column)
+            if (!isColumnHidden(column) && mayEdit({row, column}))
+                return CellPlace{row, column};
+    return std::nullopt;
+}
+
+std::optional<CellPlace> CellGrid::previousCell(CellPlace from) const {
+    for (int row = from.row; row >= 0; --row)
+        for (int column = row == from.row ? from.column - 1 : m_table->columnCount() - 1; column >= 0;
+             --column)
+            if (!isColumnHidden(column) && mayEdit({row, column}))
+                return CellPlace{row, column};
+    return std::nullopt;
+}
+
+void CellGrid::keyPressEvent(QKeyEvent* event) {
+    const bool menu = event->key() == Qt::Key_Menu ||
+                      (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (menu) {
+        raiseContextMenu();
+    } else if (event->key() == Qt::Key_Delete && currentIndex().isValid()) {
+        common::guarded(common::Origin::User, [this] { m_table->requestDelete(place().row); });
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+               currentIndex().isValid()) {
+        if (mayEdit(place()))
+            edit(currentIndex());
+        else
+            leaveTo(nextCell(place()), place(), true);
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void CellGrid::raiseContextMenu() {
+    if (!currentIndex().isValid())
+        return;
+    const QPoint corner = visualRect(currentIndex()).bottomLeft();
+    Q_EMIT cellContextMenu(place().row, place().column, viewport()->mapToGlobal(corner));
+}
+
+void CellGrid::mousePressEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->pos());
+    if (event->button() != Qt::RightButton) {
+        QTableView::mousePressEvent(event);
+        if (event->button() == Qt::LeftButton && index.isValid())
+            Q_EMIT cellClicked(index.row(), index.column());
+        return;
+    }
+    if (!index.isValid() || !finishEdit())
+        return;
+    setFocus(Qt::MouseFocusReason);
+    goTo({index.row(), index.column()});
+    Q_EMIT cellContextMenu(index.row(), index.column(), event->globalPosition().toPoint());
+}
+
+void CellGrid::contextMenuEvent(QContextMenuEvent* event) {
+    // The mouse button and the menu key have raised the signal already.
+    event->accept();
+}
+
+void CellGrid::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+                       event->reason() == Qt::ShortcutFocusReason;
+    if (byKey && m_table && !currentIndex().isValid() && m_table->rows() > 0)
+        if (const auto first = mayEdit({0, 0}) ? std::optional(CellPlace{}) : nextCell({0, 0}))
+            goTo(*first);
+}
+
+void CellGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (!current.isValid())
+        return;
+    Q_EMIT cellEntered(current.row(), current.column());
+    openIfWanted(current);
+}
+
+void CellGrid::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                           const QList<int>& roles) {
+    QTableView::dataChanged(topLeft, bottomRight, roles);
+    // A row that has become blank, or is no longer, shows its other numbers differently.
+    if (BlankRow && topLeft.row() == bottomRight.row() && !isColumnHidden(topLeft.column()))
+        viewport()->update(0, rowViewportPosition(topLeft.row()), viewport()->width(),
+                           rowHeight(topLeft.row()));
+}
+
+void CellGrid::openIfWanted(const QModelIndex& index) {
+    const bool wanted = m_openOnEnter.contains(index.column()) && !m_holdEditor && isVisible();
+    if (wanted && currentIndex() == index && mayEdit({index.row(), index.column()}))
+        edit(index);
+}
+
+} // namespace platform

@@ -1,0 +1,84 @@
+#pragma once
+#include "common/Value.h"
+#include "platform/form/DataControl.h"
+#include <QString>
+#include <QTableView>
+#include <vector>
+
+namespace platform {
+
+/// How a column of a list shows itself. Width 0 hides the column, which rides along unseen. A column is never
+/// narrower than its heading and its widest usual text.
+struct DataColumn {
+    QString heading;
+    int twips = 0;
+    Qt::Alignment alignment = Qt::AlignLeft;
+    QString format{}; ///< see formatField
+    QString widest{};
+
+    friend bool operator==(const DataColumn&, const DataColumn&) = default;
+};
+
+class RecordsetModel;
+
+/// A read-only list of rows on a DataControl, chosen from by mouse and keyboard. An empty list says so in its
+/// middle. Columns that formatColumns does not name are hidden.
+class DataGrid : public QTableView {
+    Q_OBJECT
+  public:
+    explicit DataGrid(QWidget* parent = nullptr);
+
+    /// The control stays the caller's; without it the grid is empty.
+    void setDataControl(DataControl& control);
+    void formatColumns(std::vector<DataColumn> columns);
+    const std::vector<DataColumn>& columns() const;
+    /// Lets the column take what width is left over.
+    void stretchColumn(int column);
+    void setEmptyText(const QString& text);
+
+    const QString& emptyText() const { return m_emptyText; }
+
+    int rowCount() const;
+
+    /// -1 without a current row.
+    int row() const { return currentIndex().row(); }
+
+    /// Makes the row the current one without raising a signal.
+    void setRow(int row);
+    /// Null outside the rows.
+    common::Value value(int row, int column) const;
+
+    /// The stored value as text, without the column's format.
+    QString text(int row, int column) const { return value(row, column).toText(); }
+
+  Q_SIGNALS:
+    /// The user clicked the row or moved to it.
+    void rowChosen(int row);
+    /// The user clicked the row with the left button.
+    void rowClicked(int row);
+    /// Double click or Enter on the row.
+    void rowActivated(int row);
+    /// Right mouse button, the menu key or Shift+F10; row -1 beside the rows.
+    void rowContextMenu(int row, const QPoint& globalPos);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    /// A cell that shows its whole text has no tool tip.
+    bool viewportEvent(QEvent* event) override;
+
+  private:
+    void applyColumns();
+
+    RecordsetModel* m_model;
+    QString m_emptyText;
+    int m_pressedRow = -1;
+    int m_stretched = -1;
+};
+
+} // namespace platform

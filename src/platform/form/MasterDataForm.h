@@ -1,0 +1,127 @@
+#pragma once
+#include "platform/Dialogs.h"
+#include "platform/Progress.h"
+#include "platform/Services.h"
+#include "platform/form/DataControl.h"
+#include "platform/form/DataGrid.h"
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+class QAbstractButton;
+class QLineEdit;
+
+namespace platform {
+
+/// The form of every screen that keeps the rows of one table: a list over a mask, and the same few acts on
+/// both. A screen derives from it and fills in what is its own: a layout with one DataGrid, a splitter and
+/// the four buttons below, and the functions that the form leaves open. Where a screen departs from the form
+/// it overrides that act, so that the departure stands in its own file.
+///
+///     choosing a row   chooseRow: CleanMask, then the row of the key in the list's column 0 into the mask
+///     cmdClean         CleanMask
+///     cmdSave          checkInput, saveRecord, the pause after a write, showSaved
+///     cmdDelete        mayDelete, deleteRecord, the pause after a write, showDeleted
+///     cmdClose         closes; unsaved input is dropped without a question
+///
+/// The arrow keys browse the list: rows load, the focus stays in the list. A click and Enter lead into the
+/// mask. Every text field selects its whole text when it gets the focus; Enter presses the button that has
+/// it. The mask takes the height it needs, the list the rest.
+class MasterDataForm : public QWidget {
+    Q_OBJECT
+  public:
+    static constexpr qint64 kNewRecord = -1;
+
+    /// Key of the record in the mask; -1 for a new one, 0 as long as nothing was chosen or cleaned, which
+    /// acts like a new one.
+    qint64 key() const { return m_key; }
+
+    /// Fills and formats the list.
+    virtual void FormatGrid() = 0;
+    /// Empties the mask for a new record. The form itself sets the key to -1 and disables cmdDelete; the
+    /// screen adds its fields, and the focus where it belongs.
+    virtual void CleanMask();
+
+    /// The fixed size, which a window around the screen takes.
+    QSize sizeHint() const override { return minimumSize(); }
+
+  protected:
+    /// The list reads from the connection, which outlives the screen.
+    MasterDataForm(const Services& services, store::Connection& connection, QWidget* parent);
+
+    /// Puts the controls to work and gives the screen its fixed size. To be called by the screen's
+    /// constructor, once its layout stands. Enter leads along the chain; its first field has the focus when
+    /// the screen opens.
+    void setUpForm(const QList<QWidget*>& chain, QSize twips);
+
+    /// Runs the query on the main database and shows its rows; `filter` narrows the fetched ones (see
+    /// store::Recordset::Filter). Column 0 is the key.
+    void showRows(const QString& query, const std::vector<DataColumn>& columns, const QString& filter = {});
+    /// Makes the row of that key the list's current one, where it is in the list.
+    void goToRow(qint64 key);
+    /// Prints the list (see printList); it stands at its first row afterwards.
+    void printRows(const QString& reportFile, const QString& title,
+                   const std::function<void(const Progress&)>& fillPrintTable);
+
+    // What a screen fills in
+
+    /// Copies the row of the key into the mask's controls. False, with nothing changed, when there is none.
+    virtual bool showRecord(qint64 key) = 0;
+    /// The checks in their order; the first that fails tells the user and gives false.
+    virtual bool checkInput() = 0;
+    /// The mask into the row of key(); adds one when there is none.
+    virtual void saveRecord() = 0;
+    /// Guard and question; tells the user why not.
+    virtual bool mayDelete() = 0;
+    /// Deletes the row of key().
+    virtual void deleteRecord() = 0;
+
+    // Acts that a screen may do in its own way
+
+    virtual void chooseRow(int row);
+
+    virtual void showSaved() { showFresh(); }
+
+    virtual void showDeleted() { showFresh(); }
+
+    // Help for filling in
+
+    /// showRecord, and on success the key and cmdDelete.
+    void loadRecord(qint64 key);
+
+    void setKey(qint64 key) { m_key = key; }
+
+    /// Key of a row of the list.
+    qint64 keyOfRow(int row) const;
+
+    /// Trims the field's text; whether there is any.
+    static bool filled(QLineEdit& field);
+    /// Tells the user, and gives false: the end of a check or guard that fails. An answer does not count.
+    bool refuse(const QString& text, const QString& caption, int style = kOk);
+    /// Asks with Yes and No.
+    bool confirm(const QString& text, const QString& caption);
+
+    const Services& services() const { return m_services; }
+
+    DataControl& dataControl() { return m_rows; }
+
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void setUpActs();
+    void showFresh();
+    void browseTo(int row);
+    void enterMask();
+    void save();
+    void remove();
+
+    Services m_services;
+    DataControl m_rows;
+    DataGrid* m_grid = nullptr;
+    QAbstractButton* m_delete = nullptr;
+    QWidget* m_firstField = nullptr;
+    QPointer<QWidget> m_entry; ///< where the mask is entered after a choice
+    qint64 m_key = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,67 @@
+#include "platform/form/RecordsetModel.h"
+#include "platform/form/FieldFormat.h"
+#include "platform/form/FieldHelpers.h"
+
+namespace platform {
+
+RecordsetModel::RecordsetModel(QObject* parent) : QAbstractTableModel(parent) {
+}
+
+void RecordsetModel::setDataControl(DataControl& control) {
+    if (m_control)
+        m_control->disconnect(this);
+    beginResetModel();
+    m_control = &control;
+    endResetModel();
+    connect(&control, &DataControl::aboutToChange, this, [this] { beginResetModel(); });
+    connect(&control, &DataControl::changed, this, [this] { endResetModel(); });
+    connect(&control, &QObject::destroyed, this, [this] {
+        beginResetModel();
+        endResetModel();
+    });
+}
+
+bool RecordsetModel::setColumns(std::vector<DataColumn> columns) {
+    if (columns == m_columns)
+        return false;
+    beginResetModel();
+    m_columns = std::move(columns);
+    endResetModel();
+    return true;
+}
+
+common::Value RecordsetModel::value(int row, int column) const {
+    const bool there = m_control && m_control->isOpen() && row >= 0 && row < m_control->rowCount() &&
+                       column >= 0 && column < int(m_control->Recordset().Columns().size());
+    return there ? m_control->Recordset().valueAt(row, column) : common::Value();
+}
+
+int RecordsetModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || !m_control ? 0 : m_control->rowCount();
+}
+
+int RecordsetModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
+    const DataColumn& column = m_columns.at(size_t(index.column()));
+    if (role == Qt::DisplayRole)
+        return formatField(value(index.row(), index.column()), column.format);
+    if (role == Qt::ToolTipRole)
+        return toolTipOf(index.data().toString());
+    if (role == Qt::TextAlignmentRole)
+        return int(column.alignment | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section >= int(m_columns.size()))
+        return {};
+    const DataColumn& column = m_columns.at(size_t(section));
+    if (role == Qt::DisplayRole)
+        return column.heading;
+    return role == Qt::TextAlignmentRole ? QVariant(int(column.alignment | Qt::AlignVCenter)) : QVariant();
+}
+
+} // namespace platform

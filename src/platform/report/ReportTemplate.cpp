@@ -1,0 +1,288 @@
+#include "platform/report/ReportTemplate.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "common/RunTimeError.h"
+#include "store/StoreGlobals.h"
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSettings>
+#include <algorithm>
+#include <kainjow/mustache.hpp>
+
+using namespace Qt::StringLiterals;
+namespace mustache = kainjow::mustache;
+
+namespace platform {
+
+namespace {
+
+const QSizeF kA4(210, 297);
+const QSizeF kA5(148, 210);
+
+/// Up to here a list is laid out with its report: all on one page, as an order nearly always is.
+constexpr size_t kShortList = 25;
+/// Stands for the rows of a long list; no text of a file has it.
+constexpr QChar kRowsMark(0xFDD0);
+
+QString breakLines(QString text) {
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    while (text.endsWith(u'\n'))
+        text.chop(1);
+    return text.replace(u'\n', u"<br>"_s);
+}
+
+std::string escaped(const std::string& value) {
+    return breakLines(QString::fromStdString(value).toHtmlEscaped()).toStdString();
+}
+
+bool isEmptyOrZero(const QString& value) {
+    static const QRegularExpression zero(u"^[-0.']*$"_s);
+    return zero.match(value).hasMatch();
+}
+
+QString withoutTrailingZeros(const QString& value) {
+    static const QRegularExpression decimals(u"^(-?[0-9']+)(?:\\.0*|(\\.[0-9]*[1-9])0*)$"_s);
+    const auto match = decimals.match(value);
+    return match.hasMatch() ? match.captured(1) + match.captured(2) : value;
+}
+
+/// The lists' tables hold numbers, the slip's formed texts.
+QString asAmount(const QString& value) {
+    const auto number = common::parseNumber(value);
+    return number ? common::formatNumber(*number, u"#,##0.00") : value;
+}
+
+/// An empty text is "false", so that a column can be asked for as a section.
+mustache::data valueOf(const QString& text) {
+    return text.isEmpty() ? mustache::data(false) : mustache::data(text.toStdString());
+}
+
+/// Makes the rows into what the tags ask for, in no more forms than the text of the report uses.
+class Rows {
+  public:
+    explicit Rows(const QString& text) :
+        m_truth(text.contains(u'?')), m_amount(text.contains(u":betrag"_s)),
+        m_brief(text.contains(u":kurz"_s)) {}
+
+    mustache::object object(const ReportData::Row& row) const {
+        mustache::object object;
+        for (const auto& [column, text] : row) {
+            object[column.toStdString()] = valueOf(text);
+            if (m_truth)
+                object[(column + u'?').toStdString()] = mustache::data(!isEmptyOrZero(text));
+            if (m_amount)
+                object[(column + u":betrag"_s).toStdString()] = valueOf(asAmount(text));
+            if (m_brief)
+                object[(column + u":kurz"_s).toStdString()] = valueOf(withoutTrailingZeros(text));
+        }
+        return object;
+    }
+
+  private:
+    bool m_truth, m_amount, m_brief;
+};
+
+ReportData::Row firstValues(const std::vector<ReportData::Row>& rows) {
+    ReportData::Row first;
+    for (const auto& row : rows) {
+        for (const auto& cell : row) {
+            const bool known = std::any_of(first.begin(), first.end(),
+                                           [&](const auto& other) { return other.first == cell.first; });
+            if (!cell.second.isEmpty() && !known)
+                first.push_back(cell);
+        }
+    }
+    return first;
+}
+
+/// What the tags of the text stand for. Of the table that goes its own way only whether it has rows.
+mustache::data contextOf(const ReportData& data, const QString& text, const QString& apart) {
+    const Rows objects(text);
+    mustache::object context;
+    for (const auto& [table, rows] : data.tables) {
+        mustache::list list;
+        if (table != apart)
+            for (const auto& row : rows)
+                list.emplace_back(objects.object(row));
+        context[table.toStdString()] = table == apart ? mustache::data(true) : mustache::data(list);
+        if (const QString first = table + u":erste"_s; text.contains(first))
+            context[first.toStdString()] = mustache::data(objects.object(firstValues(rows)));
+    }
+    return mustache::data(context);
+}
+
+/// Where the rows of a long list stand in a report's text.
+struct LongList {
+    QString table{}, row{};
+    qsizetype start = 0, length = 0;
+};
+
+LongList longListOf(const QString& text, const ReportData& data) {
+    static const QRegularExpression section(
+        u"\\{\\{#\\s*([^{}]+?)\\s*\\}\\}\\s*(<tr.*?</tr>)\\s*\\{\\{/\\s*\\1\\s*\\}\\}"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    for (auto match = section.globalMatch(text); match.hasNext();) {
+        const auto found = match.next();
+        const auto rows = data.tables.find(found.captured(1));
+        const bool inTable = QStringView(text).left(found.capturedStart()).trimmed().endsWith(u"</thead>"_s);
+        const bool plain =
+            !found.captured(2).contains(u"<table"_s) && !found.captured(2).contains(u":erste"_s);
+        if (rows != data.tables.end() && rows->second.size() > kShortList && inTable && plain)
+            return {found.captured(1), found.captured(2), found.capturedStart(), found.capturedLength()};
+    }
+    return {};
+}
+
+std::vector<QByteArray> filledRows(const QString& text, const std::vector<ReportData::Row>& rows,
+                                   const Progress& progress) {
+    mustache::mustache tags(text.toStdString());
+    tags.set_custom_escape(escaped);
+    const Rows objects(text);
+    std::vector<QByteArray> result;
+    for (const auto& row : rows) {
+        result.push_back(QByteArray::fromStdString(tags.render(mustache::data(objects.object(row)))));
+        progress(qint64(result.size()), qint64(rows.size()));
+    }
+    return result;
+}
+
+QString filled(const QString& text, const mustache::data& context) {
+    mustache::mustache tags(text.toStdString());
+    tags.set_custom_escape(escaped);
+    return QString::fromStdString(tags.render(context));
+}
+
+/// The firm's name as tavolino.ini tells it.
+QString firmName() {
+    const QSettings file(store::appPath() + u"/tavolino.ini"_s, QSettings::IniFormat);
+    // A comma outside quotes divides a list.
+    return file.value(u"Firma/Name"_s).toStringList().join(u", "_s);
+}
+
+/// Head and foot are drawn as plain text: no escaping, one line.
+QString filledLine(const QString& text, const mustache::data& context) {
+    mustache::mustache tags(text.toStdString());
+    tags.set_custom_escape([](const std::string& value) { return value; });
+    return QString::fromStdString(tags.render(context))
+        .replace(u"{Firma}"_s, firmName())
+        .replace(u"{Heute}"_s, common::formatDate(common::clock::now(), u"DD/MM/YYYY"))
+        .simplified();
+}
+
+QString metaOf(const QString& html, const QString& name) {
+    const QRegularExpression meta(u"<meta\\s+name=\"%1\"\\s+content=\"([^\"]*)\""_s.arg(name),
+                                  QRegularExpression::CaseInsensitiveOption);
+    return meta.match(html).captured(1).trimmed();
+}
+
+QString titleOf(const QString& html) {
+    static const QRegularExpression title(u"<title>([^<]*)</title>"_s,
+                                          QRegularExpression::CaseInsensitiveOption);
+    return title.match(html).captured(1).trimmed();
+}
+
+/// An invalid size for an unknown name.
+QSizeF paperOf(const QString& name) {
+    static const QRegularExpression roll(u"^Rolle (\\d{2,3})$"_s);
+    if (const auto match = roll.match(name); match.hasMatch())
+        return QSizeF(match.captured(1).toInt(), 0);
+    const QString format = name.section(u' ', 0, 0);
+    const QString position = name.section(u' ', 1);
+    const QSizeF upright = format.isEmpty() || format == u"A4" ? kA4 : format == u"A5" ? kA5 : QSizeF();
+    if (position == u"quer")
+        return upright.transposed();
+    return position.isEmpty() || position == u"hoch" ? upright : QSizeF();
+}
+
+} // namespace
+
+QString FilledReport::part(size_t first, size_t count) const {
+    const qsizetype mark = html.indexOf(kRowsMark);
+    const qsizetype table = html.lastIndexOf(u"<table"_s, mark, Qt::CaseInsensitive);
+    const qsizetype body = html.indexOf(u'>', html.indexOf(u"<body"_s, 0, Qt::CaseInsensitive)) + 1;
+    QString text = first == 0 ? html.left(mark) : html.left(body) + html.mid(table, mark - table);
+    for (size_t row = first; row < first + count; ++row)
+        text += QString::fromUtf8(rows[row]);
+    return text + (first + count == rows.size() ? html.mid(mark + 1) : u"</table>"_s);
+}
+
+void ReportPage::setLandscape(bool landscape) {
+    if (!isRoll() && landscape != isLandscape())
+        size.transpose();
+}
+
+ReportTemplate::ReportTemplate(const QString& path) : m_path(path) {
+    m_path.replace(u'\\', u'/');
+    QFile file(m_path);
+    if (!file.exists())
+        throw common::RunTimeError(
+            common::kFileNotFound,
+            u"Die Berichtsdatei \"%1\" wurde nicht gefunden."_s.arg(QFileInfo(m_path).fileName()), m_path);
+    if (!file.open(QIODevice::ReadOnly))
+        refuse(u"sie lässt sich nicht öffnen"_s, file.errorString());
+    m_text = QString::fromUtf8(file.readAll());
+    if (m_text.trimmed().isEmpty())
+        refuse(u"sie ist leer"_s);
+    readHead();
+    checkTags();
+}
+
+void ReportTemplate::readHead() {
+    m_title = titleOf(m_text);
+    m_page.size = paperOf(metaOf(m_text, u"Seite"_s));
+    if (m_page.size.width() <= 0)
+        refuse(u"das Papier \"%1\" ist unbekannt"_s.arg(metaOf(m_text, u"Seite"_s)));
+    const QStringList edges = metaOf(m_text, u"Rand"_s).split(u' ', Qt::SkipEmptyParts);
+    m_page.margins = m_page.isRoll() ? QMarginsF(4, 4, 4, 4) : QMarginsF(20, 15, 15, 20);
+    if (edges.size() == 4)
+        m_page.margins = {edges[3].toDouble(), edges[0].toDouble(), edges[1].toDouble(), edges[2].toDouble()};
+    const QMarginsF& m = m_page.margins;
+    if (m.left() + m.right() >= m_page.size.width() ||
+        (!m_page.isRoll() && m.top() + m.bottom() >= m_page.size.height()))
+        refuse(u"die Ränder lassen keinen Platz"_s);
+    m_page.header = metaOf(m_text, u"Kopf"_s);
+    m_page.footer = metaOf(m_text, u"Fuss"_s);
+}
+
+void ReportTemplate::checkTags() const {
+    const mustache::mustache tags(m_text.toStdString());
+    if (!tags.is_valid())
+        refuse(u"ihre Platzhalter sind fehlerhaft"_s, QString::fromStdString(tags.error_message()));
+}
+
+void ReportTemplate::refuse(const QString& why, const QString& detail) const {
+    throw common::RunTimeError(
+        common::kPlatformFailure,
+        u"Die Berichtsdatei \"%1\" ist nicht verwendbar: %2."_s.arg(QFileInfo(m_path).fileName(), why),
+        detail.isEmpty() ? m_path : m_path + u": "_s + detail);
+}
+
+QStringList ReportTemplate::sections() const {
+    static const QRegularExpression section(u"\\{\\{\\s*[#^]\\s*([^{}]+?)\\s*\\}\\}"_s);
+    static const QRegularExpression first(u"\\{\\{\\s*([^{}]+?):erste\\."_s);
+    QStringList names;
+    for (const auto& pattern : {section, first}) {
+        for (auto match = pattern.globalMatch(m_text); match.hasNext();)
+            names << match.next().captured(1);
+    }
+    names.removeDuplicates();
+    return names;
+}
+
+FilledReport ReportTemplate::fill(const ReportData& data, const Progress& progress) const {
+    const LongList list = m_page.isRoll() ? LongList() : longListOf(m_text, data);
+    QString text = m_text;
+    std::vector<QByteArray> rows;
+    if (!list.table.isEmpty()) {
+        rows = filledRows(list.row, data.tables.at(list.table), progress);
+        text.replace(list.start, list.length, kRowsMark);
+    }
+    const mustache::data context = contextOf(data, m_text, list.table);
+    FilledReport report{m_title, filled(text, context), m_page, std::move(rows)};
+    report.page.header = filledLine(m_page.header, context);
+    report.page.footer = filledLine(m_page.footer, context);
+    return report;
+}
+
+} // namespace platform

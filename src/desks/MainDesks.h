@@ -4,7 +4,7 @@
 /// What the rest of the program asks of the main window.
 namespace desks {
 
-/// The numbers in the status box.
+/// The numbers in the status box, and the line beside them.
 class StatusBox {
   public:
     virtual ~StatusBox() = default;
@@ -12,6 +12,9 @@ class StatusBox {
     virtual void showAuftragsNummer(const QString& number) = 0;
     virtual void showVorbestellungCount(qint64 count) = 0;
     virtual void showKundenTotal(qint64 count) = 0;
+    /// What has just happened, in one short sentence ("Auftrag 4054 verbucht"). It stands until the next one
+    /// and is told to a screen reader.
+    virtual void showMessage(const QString& message) = 0;
 };
 
 /// Where calls come in.

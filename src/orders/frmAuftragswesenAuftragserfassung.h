@@ -112,9 +112,12 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void cmdNextTrx_Click();
     void cmdPreviousTrx_Click();
     void cmdPrint_Click();
+    qint64 shownTrxNr() const;
     void loadIntoScreen(qint64 trxNr);
     void stepTo(qint64 trxNr);
     bool ask(const QString& question, const QString& title);
+    /// Tells in the status line what became of the order; the number takes the place of %1.
+    void note(const QString& what, qint64 number);
     void tell(const QString& text, const QString& title, int style);
     void printSlip(int target);
     void finishEdits();

@@ -1,5 +1,6 @@
 // Booking, changing, loading and printing on the order screen.
 #include "common/Convert.h"
+#include "desks/MainDesks.h"
 #include "masterdata/modVerwaltungKuriere.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenBestellschein.h"
@@ -25,6 +26,11 @@ bool frmAuftragswesenAuftragserfassung::ask(const QString& question, const QStri
 
 void frmAuftragswesenAuftragserfassung::tell(const QString& text, const QString& title, int style) {
     m_services.dialogs.MsgBox(text, style, title);
+}
+
+void frmAuftragswesenAuftragserfassung::note(const QString& what, qint64 number) {
+    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
+        box->showMessage(what.arg(number));
 }
 
 /// What still stands in an open editor belongs to the order.
@@ -72,9 +78,11 @@ void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
 }
 
 void frmAuftragswesenAuftragserfassung::book() {
-    if (!modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs,
-                                                           m_services.navigation))
+    const std::optional<qint64> trxNr =
+        modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs, m_services.navigation);
+    if (!trxNr)
         return;
+    note(tr("Auftrag %1 verbucht"), *trxNr);
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
         printSlip(kToPrinter);
     ClearBestellungMaske();
@@ -82,7 +90,7 @@ void frmAuftragswesenAuftragserfassung::book() {
 }
 
 void frmAuftragswesenAuftragserfassung::storePreOrder() {
-    modAuftragswesenVorbestellungen::SaveVorbestellung(m_order);
+    note(tr("Als Vorbestellung %1 gespeichert"), modAuftragswesenVorbestellungen::SaveVorbestellung(m_order));
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
     modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
@@ -94,6 +102,12 @@ void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
     goOn();
 }
 
+qint64 frmAuftragswesenAuftragserfassung::shownTrxNr() const {
+    return m_order.BestellungDetailsGrid
+        .cell(orders::Detail::AuftragsNr.row, orders::Detail::AuftragsNr.column)
+        .toLong();
+}
+
 void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
     finishEdits();
     if (!modAuftragswesenAuftragserfassung::MayUpdate(m_order) ||
@@ -102,10 +116,9 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
     // The slip comes before the write, the firm's practice.
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
         printSlip(kToPrinter);
-    modAuftragswesenAuftragserfassung::UpdateBestellung(
-        m_order,
-        m_order.BestellungDetailsGrid.cell(orders::Detail::AuftragsNr.row, orders::Detail::AuftragsNr.column)
-            .toLong());
+    const qint64 trxNr = shownTrxNr();
+    modAuftragswesenAuftragserfassung::UpdateBestellung(m_order, trxNr);
+    note(tr("Auftrag %1 geändert"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
 }
@@ -114,9 +127,9 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungDelete_Click() {
     if (!modAuftragswesenAuftragserfassung::MayDelete(m_order) ||
         !ask(tr("Wollen Sie diese Bestellung löschen ?"), tr("Bestellung Löschen")))
         return;
-    modAuftragswesenAuftragserfassung::DeleteBestellung(
-        m_order.BestellungDetailsGrid.cell(orders::Detail::AuftragsNr.row, orders::Detail::AuftragsNr.column)
-            .toLong());
+    const qint64 trxNr = shownTrxNr();
+    modAuftragswesenAuftragserfassung::DeleteBestellung(trxNr);
+    note(tr("Auftrag %1 gelöscht"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
 }

@@ -111,12 +111,12 @@ bool MayDelete(const WorkingOrder& order) {
     return isAtMostAhead(order, 0);
 }
 
-bool SaveBestellung(const WorkingOrder& order, platform::Dialogs& dialogs, platform::Navigation& navigation) {
+std::optional<qint64> SaveBestellung(const WorkingOrder& order, platform::Dialogs& dialogs,
+                                     platform::Navigation& navigation) {
     const std::optional<qint64> trxNr = modBestellNummern::GetNextTrxNr(dialogs, navigation);
-    if (!trxNr)
-        return false;
-    orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(*trxNr));
-    return true;
+    if (trxNr)
+        orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(*trxNr));
+    return trxNr;
 }
 
 void UpdateBestellung(const WorkingOrder& order, qint64 trxNr) {

@@ -44,10 +44,10 @@ SaveDecision DecideSave(const orders::WorkingOrder& order, std::optional<bool> v
 bool MayUpdate(const orders::WorkingOrder& order);
 bool MayDelete(const orders::WorkingOrder& order);
 
-/// Books the order under GetNextTrxNr, head and lines in one transaction. False when no number could be
-/// found: then the message was shown and the program is ending.
-bool SaveBestellung(const orders::WorkingOrder& order, platform::Dialogs& dialogs,
-                    platform::Navigation& navigation);
+/// Books the order under GetNextTrxNr, head and lines in one transaction, and gives the number. Nothing when
+/// none could be found: then the message was shown and the program is ending.
+std::optional<qint64> SaveBestellung(const orders::WorkingOrder& order, platform::Dialogs& dialogs,
+                                     platform::Navigation& navigation);
 /// Writes the order anew under the same number, in one transaction.
 void UpdateBestellung(const orders::WorkingOrder& order, qint64 trxNr);
 /// Marks the head as deleted, so that its number stays used, and removes the lines.

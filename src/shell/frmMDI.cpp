@@ -5,6 +5,7 @@
 #include "platform/Navigation.h"
 #include "shell/MenuTree.h"
 #include "ui_frmMDI.h"
+#include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -169,6 +170,13 @@ void frmMDI::showVorbestellungCount(qint64 count) {
 
 void frmMDI::showKundenTotal(qint64 count) {
     m_ui->MDIKundenTotal->setText(QString::number(count));
+}
+
+void frmMDI::showMessage(const QString& message) {
+    m_ui->MDIMeldung->setText(message);
+    m_ui->MDIMeldung->setToolTip(message);
+    QAccessibleEvent alert(m_ui->MDIMeldung, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 void frmMDI::TimerZeit_Timer() {

@@ -53,6 +53,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void showAuftragsNummer(const QString& number) override;
     void showVorbestellungCount(qint64 count) override;
     void showKundenTotal(qint64 count) override;
+    void showMessage(const QString& message) override;
     void TimerZeit_Timer();
 
     // Calls

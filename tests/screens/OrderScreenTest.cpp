@@ -252,6 +252,9 @@ TEST_F(OrderScreenTest, ALateDeliveryIsAskedForAndDueOnesAreTold) {
     }
     EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u"1"_s) << "what was refused stays";
     EXPECT_EQ(navigation.alarms, (QList<qint64>{1, 1})) << "also with the timer's check off";
+    EXPECT_EQ(navigation.messages,
+              (QStringList{u"Auftrag 1000 verbucht"_s, u"Als Vorbestellung 1 gespeichert"_s,
+                           u"Als Vorbestellung 2 gespeichert"_s}));
     EXPECT_EQ(dialogs.unexpected, 0);
 }
 
@@ -288,6 +291,8 @@ TEST_F(OrderScreenTest, BookedOrdersAreLoadedChangedDeletedAndSteppedThrough) {
     dialogs.answer(platform::kAnswerYes);
     click(u"cmdVerwaltungDelete");
     EXPECT_EQ(dialogs.last().text, u"Wollen Sie diese Bestellung löschen ?"_s);
+    EXPECT_EQ(navigation.messages.mid(2),
+              (QStringList{u"Auftrag 1001 geändert"_s, u"Auftrag 1001 gelöscht"_s}));
     screen.loadBooking(1001);
     EXPECT_EQ(screen.order().detail(orders::Detail::Kurier), u"gelöscht"_s);
     EXPECT_FALSE(enabled(u"cmdVerwaltungSave"));

@@ -44,11 +44,14 @@ class TestDesks : public QObject,
 
     void showKundenTotal(qint64) override {}
 
+    void showMessage(const QString& message) override { messages << message; }
+
     void BasicCAPI32_IncomingCall(const QString&, const QString&, const QString&) override {}
 
     QString openedNumber, nextTrxNr;
     qint64 vorbestellungCount = -1, openedVorbestellung = -1;
     QList<qint64> alarms;
+    QStringList messages; ///< what the status line said
 };
 
 class TestNavigation : public platform::Navigation, public TestDesks {

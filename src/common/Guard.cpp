@@ -5,6 +5,7 @@ namespace common {
 namespace {
 ErrorHandler theHandler;
 int depth = 0;
+int forbidden = 0;
 
 struct Depth {
     Depth() { ++depth; }
@@ -13,7 +14,16 @@ struct Depth {
 };
 } // namespace
 
+NoEventLoop::NoEventLoop() {
+    ++forbidden;
+}
+
+NoEventLoop::~NoEventLoop() {
+    --forbidden;
+}
+
 NestedEventLoop::NestedEventLoop() : m_depth(std::exchange(depth, 0)) {
+    Q_ASSERT_X(forbidden == 0, "NestedEventLoop", "a transaction or a work recordset is open");
 }
 
 NestedEventLoop::~NestedEventLoop() {

@@ -7,7 +7,7 @@ namespace common {
 
 /// Who started a piece of work. An error in a user's own action ends the program after the error box; an
 /// error in a timer tick, a call or a server's answer shows the box once and is logged, and the program goes
-/// on.
+/// on. Either way the transaction that it came out of has rolled itself back.
 enum class Origin { User, Timer, Call, Answer };
 
 /// Runs `action`; an exception out of it goes to the installed handler and never further, since an exception
@@ -15,6 +15,16 @@ enum class Origin { User, Timer, Call, Answer };
 /// outermost one handles, inner ones let the exception through, so that a procedure called from a guarded one
 /// stops its caller as well. Returns false when an exception was handled.
 bool guarded(Origin origin, const std::function<void()>& action);
+
+/// Held by whatever the work of others must not come across: an open transaction, an open work recordset. No
+/// nested event loop may run meanwhile, which NestedEventLoop asserts.
+class NoEventLoop {
+  public:
+    NoEventLoop();
+    ~NoEventLoop();
+    NoEventLoop(const NoEventLoop&) = delete;
+    NoEventLoop& operator=(const NoEventLoop&) = delete;
+};
 
 /// Stands around a nested event loop (a modal dialog, a yield to the loop) inside a guarded action: what the
 /// loop starts is guarded anew, since its exceptions must not travel through the loop's frames.

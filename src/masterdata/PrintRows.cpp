@@ -1,21 +1,38 @@
 #include "masterdata/PrintRows.h"
 #include "store/StoreGlobals.h"
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace masterdata {
+namespace {
+
+/// Written in some 10 ms, so that the progress is told as often as it is painted.
+constexpr int kBlock = 1000;
+
+/// Gives the row behind the block.
+int fillBlock(const QString& insert, const std::function<QStringList(int row)>& values, int from, int to) {
+    store::Transaction together(ConnPrint);
+    for (int row = from; row < to; ++row)
+        ConnPrint.Execute(insert + values(row).join(u',') + u')');
+    together.commit();
+    return to;
+}
+
+} // namespace
 
 void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
                     const std::function<QStringList(int row)>& values, const platform::Progress& progress) {
-    store::Transaction together(ConnPrint);
-    ConnPrint.Execute(u"DELETE * FROM "_s + table);
+    const QString empty = u"DELETE * FROM "_s + table;
     const QString insert = u"INSERT INTO "_s + table + u'(' + columns + u") VALUES("_s;
-    const int count = rows.RecordCount();
-    for (int row = 0; row < count; ++row) {
-        ConnPrint.Execute(insert + values(row).join(u',') + u')');
-        progress(row + 1, count);
+    ConnPrint.Execute(empty);
+    try {
+        for (int row = 0; row < rows.RecordCount(); progress(row, rows.RecordCount()))
+            row = fillBlock(insert, values, row, std::min(row + kBlock, rows.RecordCount()));
+    } catch (...) {
+        ConnPrint.Execute(empty);
+        throw;
     }
-    together.commit();
 }
 
 QString sqlNumber(const common::Value& number) {

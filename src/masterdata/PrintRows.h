@@ -6,9 +6,9 @@
 
 namespace masterdata {
 
-/// Empties a table of the print database and adds a row for each row of a list, in one transaction. `columns`
-/// are the table's columns, divided by commas; `values` gives the literals of a row, counted from 0. Given
-/// up, the table stays as it was.
+/// Empties a table of the print database and adds a row for each row of a list, a block in a transaction;
+/// `progress` is told between them. `columns` are the table's columns, divided by commas; `values` gives the
+/// literals of a row, counted from 0. Given up or failed, the table is empty.
 void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
                     const std::function<QStringList(int row)>& values, const platform::Progress& progress);
 

@@ -2,7 +2,6 @@
 #include "common/RunTimeError.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
-#include "store/StoreGlobals.h"
 #include <QCoreApplication>
 #include <QScopedValueRollback>
 
@@ -32,23 +31,12 @@ Story storyOf(std::exception_ptr error) {
     }
 }
 
-void rollBack(store::Connection& connection, LogFile& log) {
-    try {
-        if (connection.IsOpen() && connection.InTransaction())
-            connection.RollbackTrans();
-    } catch (const std::exception& failure) {
-        log.write(QStringLiteral("Fehler"), QString::fromUtf8(failure.what()));
-    }
-}
-
 } // namespace
 
 void ErrorReporter::report(common::Origin origin, std::exception_ptr error) {
     const bool user = origin == common::Origin::User;
     const Story story = storyOf(error);
     m_log.write(user ? QStringLiteral("Fehler") : QStringLiteral("Fehler im Hintergrund"), story.line);
-    rollBack(ConnMain, m_log);
-    rollBack(ConnPrint, m_log);
     tell(origin, story.sentence);
     if (user)
         m_navigation.endProgram(1);

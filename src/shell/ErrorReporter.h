@@ -12,9 +12,9 @@ class Navigation;
 namespace shell {
 
 /// What happens to an exception that reached the top. It is logged and told in a plain error box. In a user's
-/// own action it then ends the program. In a server's answer, a call or a timer tick, open transactions are
-/// rolled back and the program goes on; the same text is then told only once, since a timer would bring it
-/// every minute.
+/// own action it then ends the program. In a server's answer, a call or a timer tick the program goes on; the
+/// same text is then told only once, since a timer would bring it every minute. The failed work's own
+/// transaction has been rolled back by then; work that it came in between is left alone.
 ///
 /// While an error box is open, further errors are logged only.
 class ErrorReporter {

@@ -1,4 +1,5 @@
 #pragma once
+#include "common/Guard.h"
 #include "store/Engine.h"
 #include <QSet>
 #include <QString>
@@ -30,11 +31,6 @@ class Connection {
     /// Runs UPDATE, DELETE or INSERT text; gives the number of rows touched.
     qint64 Execute(const QString& sql);
 
-    void BeginTrans();
-    void CommitTrans();
-    /// Used by the guard of a transaction only (Transaction below): the firm's procedures never call it.
-    void RollbackTrans();
-
     bool InTransaction() const { return m_engine && m_engine->inTransaction(); }
 
     /// The string as it was given to Open, for a grid's data control.
@@ -48,12 +44,19 @@ class Connection {
 
   private:
     friend class Recordset;
+    friend class Transaction;
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+
     std::unique_ptr<Engine> m_engine;
     QString m_connectionString;
     QSet<Recordset*> m_recordsets;
 };
 
-/// BeginTrans at construction; rolls back when the scope is left by an exception before commit().
+/// The only way to a transaction, and its writer's own: begins at construction, rolls back when the scope is
+/// left before commit(), which nobody else can. No event loop runs meanwhile, so that no other work gets into
+/// it.
 class Transaction {
   public:
     explicit Transaction(Connection& connection);
@@ -63,6 +66,7 @@ class Transaction {
     void commit();
 
   private:
+    const common::NoEventLoop m_alone;
     Connection& m_connection;
     bool m_done = false;
 };

@@ -180,6 +180,7 @@ class Recordset {
 };
 
 /// Opens `rows` and closes it when the scope is left, also by an exception. Closing earlier by hand is fine.
+/// No event loop runs in the scope: other work would find the recordset open.
 class OpenRecordset {
   public:
     OpenRecordset(Recordset& rows, const QString& source, Connection& connection,
@@ -193,6 +194,7 @@ class OpenRecordset {
     Recordset& operator*() const { return m_rows; }
 
   private:
+    const common::NoEventLoop m_alone;
     Recordset& m_rows;
 };
 

@@ -82,12 +82,12 @@ TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
     click(u"DruckerCommand");
     EXPECT_EQ(reports.runs.size(), 1);
 
-    // Given up, nothing is printed and the table keeps the last list.
+    // Given up, nothing is printed.
     dialogs.giveUp = true;
     choose(u"combo_Sort_Kategorie", u"Getränke"_s);
     click(u"DruckerCommand");
     EXPECT_EQ(dialogs.primed.size(), 2);
-    EXPECT_EQ(TestFirm::value(u"SELECT ProduktGruppe FROM ArtikelStamm"_s, ConnPrint), u"Pizza"_s);
+    EXPECT_EQ(TestFirm::value(u"SELECT Count(*) AS N FROM ArtikelStamm"_s, ConnPrint), u"0"_s);
 }
 
 TEST_F(ProductListTest, ALongListBearsItsHeadingsOnEveryPage) {

@@ -1,10 +1,12 @@
 #include "common/Clock.h"
 #include "common/RunTimeError.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "platform/IniRegistryStore.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include "tests/screens/ShellFixture.h"
+#include "tests/support/TestFirm.h"
 #include <QEnterEvent>
 #include <QFile>
 #include <QLabel>
@@ -133,7 +135,7 @@ TEST_F(ShellTest, BackgroundErrorIsToldOnceRolledBackAndTheProgramGoesOn) {
     procedures.pollWebShop = [&] {
         if (++calls == 1)
             return;
-        ConnMain.BeginTrans();
+        const store::Transaction own(ConnMain);
         ConnMain.Execute(u"DELETE FROM tbl_Einstellungen_System"_s);
         throw common::RunTimeError(common::kStoreFailure, u"Der Abruf ist gescheitert."_s, u"detail"_s);
     };
@@ -151,13 +153,36 @@ TEST_F(ShellTest, BackgroundErrorIsToldOnceRolledBackAndTheProgramGoesOn) {
     EXPECT_EQ(line.stops, 1);
 }
 
+TEST_F(ShellTest, AFailingTickDuringAPrintLeavesThePrintAlone) {
+    start();
+    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden (txt_Name) VALUES ('Meier'), ('Müller')"_s);
+    ConnPrint.Execute(u"INSERT INTO PrintArtikelUmsatz (Gruppe) VALUES ('bleibt')"_s);
+    dialogs.duringWork = [] {
+        common::guarded(common::Origin::Timer, [] {
+            const store::Transaction own(ConnPrint);
+            ConnPrint.Execute(u"DELETE * FROM PrintArtikelUmsatz"_s);
+            throw common::RunTimeError(common::kStoreFailure, u"Der Abruf ist gescheitert."_s);
+        });
+    };
+    const auto printed = [](const QString& table) {
+        return test::TestFirm::value(u"SELECT Count(*) AS N FROM "_s + table, ConnPrint).toInt();
+    };
+    store::Recordset list;
+    list.Open(modVerwaltungKunden::AlleKunden(), ConnMain, store::adOpenStatic, store::adLockReadOnly);
+    common::guarded(common::Origin::User,
+                    [&] { modVerwaltungKunden::FillKundenStamm(list, dialogs.ShowProgress({})); });
+    EXPECT_EQ(printed(u"KundenStamm"_s), 2);
+    EXPECT_EQ(printed(u"PrintArtikelUmsatz"_s), 1) << "the tick's own work was rolled back";
+    EXPECT_EQ(dialogs.said.size(), 1);
+    EXPECT_TRUE(ended.isEmpty());
+}
+
 TEST_F(ShellTest, ErrorInATickWhileADialogIsOpenDoesNotTravelThroughIt) {
     frmMDI& window = start();
     procedures = {};
     bool wentOn = false;
     common::guarded(common::Origin::User, [&] {
         dialogs.answer(platform::kAnswerYes, [&] {
-            const common::NestedEventLoop loop;
             common::guarded(common::Origin::Timer, [] { throw std::runtime_error("tick"); });
         });
         app->services().dialogs.MsgBox(u"?"_s, platform::kYesNo);

@@ -1,4 +1,5 @@
 #include "tests/support/TestDialogs.h"
+#include "common/Guard.h"
 
 namespace test {
 
@@ -22,6 +23,7 @@ int harmlessAnswer(int style) {
 } // namespace
 
 int TestDialogs::MsgBox(const QString& text, int style, const QString& title) {
+    const common::NestedEventLoop loop;
     said.append({text, style, title});
     // A plain OK box has one answer; it does not use up the queue.
     if (buttonsOf(style) == platform::kOk)
@@ -37,6 +39,7 @@ int TestDialogs::MsgBox(const QString& text, int style, const QString& title) {
 }
 
 QString TestDialogs::InputBox(const QString& prompt, const QString& title, const QString&) {
+    const common::NestedEventLoop loop;
     said.append({prompt, 0, title});
     if (m_inputs.isEmpty()) {
         ++unexpected;
@@ -55,6 +58,9 @@ QString TestDialogs::OpenFile(const QString&, const QString&) {
 
 platform::Progress TestDialogs::ShowProgress(const QString&) {
     return [this](qint64, qint64) {
+        const common::NestedEventLoop loop;
+        if (duringWork)
+            duringWork();
         if (giveUp)
             throw platform::GivenUp();
     };

@@ -26,7 +26,8 @@ class TestDialogs : public platform::Dialogs {
     /// Gives `savePath`.
     QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
     QString OpenFile(const QString& title, const QString& filter) override;
-    /// Gives long work up at its first word while `giveUp` is set.
+    /// Gives long work up at its first word while `giveUp` is set; lets `duringWork` come in between, as an
+    /// event of the progress would.
     platform::Progress ShowProgress(const QString& text) override;
 
     /// Queues the answer of the next unanswered message box; `before` runs while the box stands open.
@@ -45,6 +46,7 @@ class TestDialogs : public platform::Dialogs {
     std::optional<platform::PrinterChoice> chosenPrinter;
     bool cancelPrinter = false;
     bool giveUp = false;
+    std::function<void()> duringWork;
     QStringList suggested; ///< file names that were suggested for saving
     QString savePath;
 

@@ -16,13 +16,14 @@ qint64 countOf(store::Connection& connection, const QString& table) {
 std::vector<ReportData::Row> rowsOf(store::Connection& connection, const QString& table,
                                     const Progress& progress) {
     const qint64 count = countOf(connection, table);
-    store::Recordset recordset;
-    const store::OpenRecordset rows(recordset, u"SELECT * FROM "_s + table, connection);
+    // Nobody else has this recordset and its connection: the progress may let other work come in between.
+    store::Recordset rows;
+    rows.Open(u"SELECT * FROM "_s + table, connection, store::adOpenForwardOnly, store::adLockReadOnly);
     std::vector<ReportData::Row> result;
-    for (; !rows->Eof(); rows->MoveNext()) {
+    for (; !rows.Eof(); rows.MoveNext()) {
         ReportData::Row row;
-        for (const store::Column& column : rows->Columns())
-            row.emplace_back(column.name, rows->Fields(column.name).text());
+        for (const store::Column& column : rows.Columns())
+            row.emplace_back(column.name, rows.Fields(column.name).text());
         result.push_back(std::move(row));
         progress(qint64(result.size()), count);
     }

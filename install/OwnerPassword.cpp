@@ -1,9 +1,9 @@
 #include "install/OwnerPassword.h"
+#include "common/AtomicFile.h"
 #include "common/RunTimeError.h"
 #include "store/PasswordGate.h"
 #include <QDir>
 #include <QRandomGenerator>
-#include <QSaveFile>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -28,14 +28,6 @@ QByteArray read(const QString& path) {
     if (!file.open(QIODevice::ReadOnly))
         failOn(u"Die Datei \"%1\" kann nicht gelesen werden."_s, path);
     return file.readAll();
-}
-
-void write(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) ||
-        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) ||
-        file.write(content) != content.size() || !file.commit())
-        failOn(u"Die Datei \"%1\" kann nicht geschrieben werden."_s, path);
 }
 
 /// Line by line, since the settings class would drop the explanations in the file.
@@ -70,7 +62,8 @@ void setOwnerPassword(const QString& appFolder, const QString& password) {
     if (password.isEmpty())
         throw common::RunTimeError(common::kPlatformFailure, u"Das Passwort des Inhabers fehlt."_s);
     const QString path = iniFile(appFolder);
-    write(path, withPassword(read(path), store::makeVerifier(password, kRounds)));
+    common::writeFileAtomically(path, withPassword(read(path), store::makeVerifier(password, kRounds)),
+                                QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }
 
 QString randomPassword() {

@@ -74,6 +74,13 @@ CREATE TABLE tbl_Auftragswesen_Vorbestellungen_Details (
     dbl_BestellZeitDouble DOUBLE
 );
 
+-- Working orders that were stored, changed or deleted, by their identity: their drafts are done with. The program
+-- makes the table in a database of an earlier version, without any other difference.
+CREATE TABLE tbl_Auftragswesen_Erledigt (
+    lng_ID      INTEGER PRIMARY KEY,
+    txt_Kennung TEXT
+);
+
 CREATE TABLE tbl_Einstellungen_Benutzer (
     lng_ID              INTEGER PRIMARY KEY AUTOINCREMENT,
     txt_Username        TEXT COLLATE GERMAN_CI,

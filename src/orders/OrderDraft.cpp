@@ -1,5 +1,7 @@
 #include "orders/OrderDraft.h"
+#include "common/AtomicFile.h"
 #include "common/Guard.h"
+#include "common/RunTimeError.h"
 #include "masterdata/Artikel.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
@@ -9,8 +11,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <algorithm>
+#include <utility>
 
 using common::Value;
 using namespace Qt::StringLiterals;
@@ -69,6 +71,7 @@ QJsonObject toJson(const WorkingOrder& order) {
     for (bool OrderButtons::*button : kButtons)
         buttons.append(order.buttons().*button);
     return {{u"version"_s, kVersion},
+            {u"kennung"_s, order.Kennung()},
             {u"kunde"_s, order.lng_KundenID},
             {u"kurier"_s, order.lng_KurierID},
             {u"preisgruppe"_s, order.PreisGruppe},
@@ -99,8 +102,17 @@ bool isOrder(const QJsonObject& draft, const WorkingOrder& order) {
            fits(draft[u"positionen"_s].toArray(), order.BestellungGrid);
 }
 
-/// The draft of a file for an order of that shape; empty when there is none that can be read.
-QJsonObject read(const QString& path, const WorkingOrder& order) {
+/// The first name beside the file that is free: one that was put aside before stays.
+QString freePlaceBeside(const QString& path) {
+    QString place = path + kAside;
+    for (int number = 2; QFile::exists(place); ++number)
+        place = u"%1%2-%3"_s.arg(path, kAside).arg(number);
+    return place;
+}
+
+/// The draft of a file for an order of that shape; empty when there is none that can be read, and then the
+/// file is put aside.
+QJsonObject read(const QString& path, const WorkingOrder& order, QString* putAside = nullptr) {
     QFile file(path);
     if (!file.exists())
         return {};
@@ -109,10 +121,11 @@ QJsonObject read(const QString& path, const WorkingOrder& order) {
     if (isOrder(draft, order))
         return draft;
     file.close();
-    const QString aside = path + kAside;
-    QFile::remove(aside);
+    const QString aside = freePlaceBeside(path);
     QFile::rename(path, aside);
     qWarning("The draft of an order cannot be read and was put aside: %s", qPrintable(aside));
+    if (putAside)
+        *putAside = aside;
     return {};
 }
 
@@ -136,11 +149,17 @@ OrderDraft::OrderDraft(WorkingOrder& order, QString file, QObject* parent) :
     m_timer.setInterval(kPauseMilliseconds);
     common::connectGuarded(common::Origin::Timer, &m_timer, &QTimer::timeout, this, [this] { write(); });
     for (const platform::CellTable* table : {&order.BestellungDetailsGrid, &order.BestellungGrid}) {
-        connect(table, &QAbstractItemModel::dataChanged, this, [this] { schedule(); });
-        connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { schedule(); });
+        connect(table, &QAbstractItemModel::dataChanged, this, [this] { change(); });
+        connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { change(); });
     }
     connect(&order, &WorkingOrder::KundenAdresseChanged, this, [this] { schedule(); });
     connect(&order, &WorkingOrder::ButtonsChanged, this, [this] { schedule(); });
+    connect(&order, &WorkingOrder::ReadFromStore, this, [this] { m_asRead = true; });
+}
+
+void OrderDraft::change() {
+    m_asRead = false;
+    schedule();
 }
 
 void OrderDraft::schedule() {
@@ -156,12 +175,33 @@ void OrderDraft::flush() {
 
 void OrderDraft::write() {
     m_timer.stop();
-    if (!isBegun(m_order))
+    if (m_asRead || !isBegun(m_order) || m_order.Kennung() == m_finished)
         return decline(m_file);
-    QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) ||
-        file.write(QJsonDocument(toJson(m_order)).toJson(QJsonDocument::Compact)) < 0 || !file.commit())
-        qWarning("The draft of the order cannot be written: %s", qPrintable(file.errorString()));
+    try {
+        common::writeFileAtomically(m_file, QJsonDocument(toJson(m_order)).toJson(QJsonDocument::Compact),
+                                    QFile::ReadOwner | QFile::WriteOwner);
+        tellMended();
+    } catch (const common::RunTimeError& error) {
+        tellFailure(error);
+    }
+}
+
+/// In both ways once: it is tried at every change.
+void OrderDraft::tellFailure(const common::RunTimeError& error) {
+    if (std::exchange(m_failing, true))
+        return;
+    qWarning("The draft of the order cannot be written: %s", qPrintable(error.detail()));
+    Q_EMIT failed(error.sentence());
+}
+
+void OrderDraft::tellMended() {
+    if (std::exchange(m_failing, false))
+        Q_EMIT mended();
+}
+
+void OrderDraft::finish() {
+    m_finished = m_order.Kennung();
+    forget();
 }
 
 void OrderDraft::forget() {
@@ -169,21 +209,24 @@ void OrderDraft::forget() {
     decline(m_file);
 }
 
-bool OrderDraft::waits(const QString& file) {
+OrderDraft::Found OrderDraft::look(const QString& file) {
     removeUnfinished(file);
     WorkingOrder order;
-    if (!restore(file, order))
-        return false;
-    if (!IsStored(order, BookedOrders()) && !IsStored(order, PreOrders()))
-        return true;
-    decline(file);
-    return false;
+    Found found;
+    const QJsonObject draft = read(file, order, &found.putAside);
+    found.order = !draft.isEmpty() && !IsFinished(draft[u"kennung"_s].toString());
+    if (!draft.isEmpty() && !found.order)
+        decline(file);
+    return found;
 }
 
 bool OrderDraft::restore(const QString& file, WorkingOrder& order) {
     const QJsonObject draft = read(file, order);
     if (draft.isEmpty())
         return false;
+    // A draft of an earlier program has none.
+    if (const QString kennung = draft[u"kennung"_s].toString(); !kennung.isEmpty())
+        order.setKennung(kennung);
     order.lng_KundenID = draft[u"kunde"_s].toInteger();
     order.lng_KurierID = draft[u"kurier"_s].toInteger();
     order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);

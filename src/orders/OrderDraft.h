@@ -3,43 +3,68 @@
 #include <QObject>
 #include <QTimer>
 
+namespace common {
+class RunTimeError;
+}
+
 namespace orders {
 
 /// Keeps the order that is being keyed on disk, so that a crash, a power cut or an error that ends the
 /// program loses none of it: customer, head and lines, exactly the cells. It is written shortly after a
 /// change, off the way of the keystroke, replaced whole or not at all. The file holds personal data: only its
-/// owner reads it, and it goes as soon as the order is booked, cleaned or declined.
+/// owner reads it, and it goes as soon as the order is stored, cleaned or declined.
+///
+/// Whether an order was stored is told by its identity (WorkingOrder::Kennung) and not by its looks. An order
+/// that was read from the store has no draft until something of it is changed.
 class OrderDraft : public QObject {
     Q_OBJECT
   public:
     /// Where an installation keeps it.
     static QString defaultFile();
 
-    /// Follows `order`, which outlives the draft. What cannot be written is told in the log only: the order
-    /// itself can still be booked.
+    /// Follows `order`, which outlives the draft.
     OrderDraft(WorkingOrder& order, QString file, QObject* parent = nullptr);
 
     /// Writes a pending change now, or removes the file when the order is empty. To be called before the
-    /// order is stored: an older draft of it would look like another order.
+    /// order is stored: should that fail, the program ends.
     void flush();
+    /// The order stands stored or deleted: nothing is kept of it any more, whatever still happens to its
+    /// cells.
+    void finish();
     /// Nothing is kept of the order.
     void forget();
 
-    /// Whether `file` holds an order to go on with. One that stands stored as it is (booked in the last
-    /// moment, or only looked at) is dropped, so that it is not booked twice; a damaged file or one of
-    /// another version is put aside with a line in the log.
-    static bool waits(const QString& file);
+    /// What a start finds.
+    struct Found {
+        bool order = false; ///< one to go on with, see restore
+        QString putAside;   ///< where a file went that holds no order, or one of another version
+    };
+
+    /// An order that was stored in the last moment is dropped, so that it is not stored twice.
+    static Found look(const QString& file);
     /// Brings the cells back. False when there is nothing to bring back.
     static bool restore(const QString& file, WorkingOrder& order);
     static void decline(const QString& file);
 
+  Q_SIGNALS:
+    /// The order is not kept any more from here on (the last whole draft stays), or is kept again. Told once
+    /// at each turn; the order itself can still be booked.
+    void failed(const QString& sentence);
+    void mended();
+
   private:
+    void change();
     void schedule();
     void write();
+    void tellFailure(const common::RunTimeError& error);
+    void tellMended();
 
     WorkingOrder& m_order;
     const QString m_file;
     QTimer m_timer{this};
+    QString m_finished; ///< the identity of an order that was finished
+    bool m_asRead = false;
+    bool m_failing = false;
 };
 
 } // namespace orders

@@ -155,38 +155,6 @@ QString timeText(std::optional<double> time) {
     return text.size() == 8 && text.endsWith(QLatin1String(":00")) ? text.left(5) : text;
 }
 
-/// Numbers of the orders of the same customer, courier, day and conditions.
-std::vector<qint64> resemblingOrders(const WorkingOrder& order, const OrderTables& tables, double day) {
-    std::vector<qint64> numbers;
-    const OpenRecordset heads(
-        RsMain,
-        QStringLiteral("SELECT lng_TrxNr FROM %1 WHERE lng_KundenID = %2 AND lng_KurierID = %3 AND "
-                       "lng_BestellDatum = %4 AND txt_Konditionen = %5")
-            .arg(tables.master, QString::number(order.lng_KundenID), QString::number(order.lng_KurierID),
-                 QString::number(qint64(std::floor(day))), store::sqlText(order.detail(Detail::Konditionen))),
-        ConnMain);
-    for (; !heads->Eof(); heads->MoveNext())
-        numbers.push_back(heads->Fields(u"lng_TrxNr").toLong());
-    return numbers;
-}
-
-/// Whether both would be stored alike, beside the keys and the conditions.
-bool storesAlike(const WorkingOrder& one, const WorkingOrder& other) {
-    for (const DetailCell cell : {Detail::Bestellzeit, Detail::Lieferzeit, Detail::Lieferung})
-        if (common::parseDate(one.detail(cell)) != common::parseDate(other.detail(cell)))
-            return false;
-    for (int row = 0; row < kOrderRows; ++row) {
-        const bool filled = !one.BestellungGrid.text(row, Col::Bezeichnung).isEmpty();
-        if (filled == other.BestellungGrid.text(row, Col::Bezeichnung).isEmpty())
-            return false;
-        for (int col = Col::Anzahl; filled && col < Col::Count; ++col)
-            if (col != Col::Bezeichnung &&
-                one.BestellungGrid.cell(row, col) != other.BestellungGrid.cell(row, col))
-                return false;
-    }
-    return true;
-}
-
 } // namespace
 
 const OrderTables& BookedOrders() {
@@ -222,6 +190,7 @@ qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNum
         RemoveOrder(tables, number.trxNr);
     const qint64 trxNr = writeHead(order, tables, number);
     writeLines(order, tables, trxNr);
+    MarkFinished(order.Kennung());
     transaction.commit();
     return trxNr;
 }
@@ -282,18 +251,33 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
             showLine(order, line);
 }
 
-bool IsStored(const WorkingOrder& order, const OrderTables& tables) {
-    const std::optional<double> day = common::parseDate(order.detail(Detail::Datum));
-    if (!day)
-        return false;
-    const std::vector<qint64> numbers = resemblingOrders(order, tables, *day);
-    return std::any_of(numbers.begin(), numbers.end(), [&](qint64 number) {
-        WorkingOrder stored;
-        if (const auto head = ReadHead(tables, number))
-            ShowHead(stored, *head);
-        LoadLines(stored, tables, number);
-        return storesAlike(order, stored);
-    });
+void PrepareFinished() {
+    ConnMain.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS tbl_Auftragswesen_Erledigt (lng_ID INTEGER "
+                                    "PRIMARY KEY, txt_Kennung TEXT)"));
+}
+
+void MarkFinished(const QString& kennung) {
+    ConnMain.Execute(QStringLiteral("INSERT INTO tbl_Auftragswesen_Erledigt(txt_Kennung) VALUES(") +
+                     store::sqlText(kennung) + QLatin1Char(')'));
+}
+
+bool IsFinished(const QString& kennung) {
+    // A draft waits from one start to the next: more than an evening's orders is enough.
+    constexpr int kKept = 1000;
+    bool finished = false;
+    {
+        const OpenRecordset rows(
+            RsMain,
+            QStringLiteral("SELECT lng_ID FROM tbl_Auftragswesen_Erledigt WHERE txt_Kennung = ") +
+                store::sqlText(kennung),
+            ConnMain);
+        finished = !rows->Eof();
+    }
+    ConnMain.Execute(
+        QStringLiteral("DELETE FROM tbl_Auftragswesen_Erledigt WHERE lng_ID <= (SELECT max(lng_ID) "
+                       "FROM tbl_Auftragswesen_Erledigt) - ") +
+        QString::number(kKept));
+    return finished;
 }
 
 } // namespace orders

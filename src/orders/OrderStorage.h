@@ -33,12 +33,21 @@ struct OrderNumber {
     static OrderNumber Counter() { return {Kind::Counter, 0}; }
 };
 
-/// Writes head and lines in one transaction, all or nothing, and gives the number. Throws kTypeMismatch for
-/// cells that hold no date where one is stored.
+/// Writes head and lines in one transaction, all or nothing, marks the order as finished and gives the
+/// number. Throws kTypeMismatch for cells that hold no date where one is stored.
 qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
-/// Whether an order with just that head and those lines stands in the tables, under whatever number.
-bool IsStored(const WorkingOrder& order, const OrderTables& tables);
+/// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
+/// transaction that does so: whatever cuts the program off, a draft is known to be done with or it is not
+/// done at all.
+///
+/// Makes the table where an installation of an earlier program lacks it. Once at start, before anything is
+/// stored.
+void PrepareFinished();
+/// The transaction is the caller's.
+void MarkFinished(const QString& kennung);
+/// Forgets those of long ago, after the answer.
+bool IsFinished(const QString& kennung);
 
 /// Removes head and lines; the transaction is the caller's.
 void RemoveOrder(const OrderTables& tables, qint64 trxNr);

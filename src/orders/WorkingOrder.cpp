@@ -6,6 +6,7 @@
 #include "masterdata/modVerwaltungKuriere.h"
 #include "orders/modBestellNummern.h"
 #include "store/SystemSettings.h"
+#include <QUuid>
 
 using common::Serial;
 using common::Value;
@@ -99,6 +100,10 @@ void WorkingOrder::SetUp() {
     setDetail(Detail::Konditionen, kBar);
 }
 
+QString WorkingOrder::newKennung() {
+    return QUuid::createUuid().toString(QUuid::Id128);
+}
+
 void WorkingOrder::SetLabels() {
     const std::vector<std::pair<DetailCell, QString>> labels = {
         {{0, 0}, QStringLiteral("Auftrags-Nr")}, {{0, 2}, QStringLiteral("Datum")},
@@ -137,6 +142,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 }
 
 void WorkingOrder::ClearBestellungMaske() {
+    m_kennung = newKennung();
     BestellungGrid.setRows(kOrderRows);
     for (int row = 0; row < kOrderRows; ++row)
         BestellungGrid.clearRow(row);

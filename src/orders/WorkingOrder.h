@@ -52,6 +52,15 @@ class WorkingOrder : public QObject {
 
     double total(int totalRow) const { return BestellungTotalGrid.number(totalRow, kTotalAmount); }
 
+    /// Tells this order from every other one that is keyed, also from one that looks the same: its draft
+    /// bears it, and the mark that it was stored. ClearBestellungMaske draws a new one.
+    const QString& Kennung() const { return m_kennung; }
+
+    void setKennung(const QString& kennung) { m_kennung = kennung; }
+
+    /// What was read from the store stands in the cells: nothing of it was keyed.
+    void TellReadFromStore() { Q_EMIT ReadFromStore(); }
+
     // Head
     // ----------------------------------------------------------------------------------------------------
 
@@ -127,8 +136,10 @@ class WorkingOrder : public QObject {
     void ButtonsChanged();
     /// ClearBestellungMaske ran: the screen hides its quick capture box.
     void Cleared();
+    void ReadFromStore();
 
   private:
+    static QString newKennung();
     void SetLabels();
     void SetDefaultKurier();
     bool DetailsMayEdit(int row, int col) const;
@@ -139,6 +150,7 @@ class WorkingOrder : public QObject {
     void FindExtraLine(int row, const QString& condition, const QString& typed);
     void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 
+    QString m_kennung = newKennung();
     QString m_address;
     bool m_addressShown = false;
     OrderButtons m_buttons;

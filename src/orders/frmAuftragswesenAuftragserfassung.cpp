@@ -169,6 +169,10 @@ void frmAuftragswesenAuftragserfassung::setUpFields() {
                    [this] { showButtons(); });
     connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::Cleared, this,
                    [this] { m_ui->box_SchnellerfassungKunde->hide(); });
+    connectGuarded(Origin::Timer, &m_draft, &orders::OrderDraft::failed, this,
+                   [this](const QString& why) { note(tr("Der Auftrag wird nicht festgehalten. ") + why); });
+    connectGuarded(Origin::Timer, &m_draft, &orders::OrderDraft::mended, this,
+                   [this] { note(tr("Der Auftrag wird wieder festgehalten.")); });
 }
 
 void frmAuftragswesenAuftragserfassung::onClick(QAbstractButton* button,

@@ -116,8 +116,11 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void loadIntoScreen(qint64 trxNr);
     void stepTo(qint64 trxNr);
     bool ask(const QString& question, const QString& title);
-    /// Tells in the status line what became of the order; the number takes the place of %1.
-    void note(const QString& what, qint64 number);
+    /// Shows it in the status line.
+    void note(const QString& message);
+    /// The order stands in the store: nothing is kept of it, and the status line tells what became of it; the
+    /// number takes the place of %1.
+    void finished(const QString& what, qint64 number);
     void tell(const QString& text, const QString& title, int style);
     void printSlip(int target);
     void finishEdits();

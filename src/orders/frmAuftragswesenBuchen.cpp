@@ -28,9 +28,14 @@ void frmAuftragswesenAuftragserfassung::tell(const QString& text, const QString&
     m_services.dialogs.MsgBox(text, style, title);
 }
 
-void frmAuftragswesenAuftragserfassung::note(const QString& what, qint64 number) {
+void frmAuftragswesenAuftragserfassung::note(const QString& message) {
     if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
-        box->showMessage(what.arg(number));
+        box->showMessage(message);
+}
+
+void frmAuftragswesenAuftragserfassung::finished(const QString& what, qint64 number) {
+    m_draft.finish();
+    note(what.arg(number));
 }
 
 /// What still stands in an open editor belongs to the order.
@@ -82,7 +87,7 @@ void frmAuftragswesenAuftragserfassung::book() {
         modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs, m_services.navigation);
     if (!trxNr)
         return;
-    note(tr("Auftrag %1 verbucht"), *trxNr);
+    finished(tr("Auftrag %1 verbucht"), *trxNr);
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
         printSlip(kToPrinter);
     ClearBestellungMaske();
@@ -90,7 +95,8 @@ void frmAuftragswesenAuftragserfassung::book() {
 }
 
 void frmAuftragswesenAuftragserfassung::storePreOrder() {
-    note(tr("Als Vorbestellung %1 gespeichert"), modAuftragswesenVorbestellungen::SaveVorbestellung(m_order));
+    finished(tr("Als Vorbestellung %1 gespeichert"),
+             modAuftragswesenVorbestellungen::SaveVorbestellung(m_order));
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
     modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
@@ -118,7 +124,7 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
         printSlip(kToPrinter);
     const qint64 trxNr = shownTrxNr();
     modAuftragswesenAuftragserfassung::UpdateBestellung(m_order, trxNr);
-    note(tr("Auftrag %1 geändert"), trxNr);
+    finished(tr("Auftrag %1 geändert"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
 }
@@ -128,8 +134,8 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungDelete_Click() {
         !ask(tr("Wollen Sie diese Bestellung löschen ?"), tr("Bestellung Löschen")))
         return;
     const qint64 trxNr = shownTrxNr();
-    modAuftragswesenAuftragserfassung::DeleteBestellung(trxNr);
-    note(tr("Auftrag %1 gelöscht"), trxNr);
+    modAuftragswesenAuftragserfassung::DeleteBestellung(trxNr, m_order.Kennung());
+    finished(tr("Auftrag %1 gelöscht"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
 }

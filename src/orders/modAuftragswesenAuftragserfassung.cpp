@@ -123,7 +123,7 @@ void UpdateBestellung(const WorkingOrder& order, qint64 trxNr) {
     orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Rewrite(trxNr));
 }
 
-void DeleteBestellung(qint64 trxNr) {
+void DeleteBestellung(qint64 trxNr, const QString& kennung) {
     const QString number = QString::number(trxNr);
     // Together, or a head without amounts would keep lines that count in the turnover.
     store::Transaction transaction(ConnMain);
@@ -135,6 +135,7 @@ void DeleteBestellung(qint64 trxNr) {
     ConnMain.Execute(
         QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ") +
         number);
+    orders::MarkFinished(kennung);
     transaction.commit();
 }
 
@@ -156,6 +157,7 @@ void LoadBestellung(WorkingOrder& order, qint64 trxNr) {
     }
     orders::LoadLines(order, orders::BookedOrders(), trxNr);
     order.CalculateTotalBestellung();
+    order.TellReadFromStore();
 }
 
 void SaveKundeSchnellerfassung(const Schnellerfassung& kunde) {

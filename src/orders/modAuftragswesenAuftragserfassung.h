@@ -50,8 +50,9 @@ std::optional<qint64> SaveBestellung(const orders::WorkingOrder& order, platform
                                      platform::Navigation& navigation);
 /// Writes the order anew under the same number, in one transaction.
 void UpdateBestellung(const orders::WorkingOrder& order, qint64 trxNr);
-/// Marks the head as deleted, so that its number stays used, and removes the lines.
-void DeleteBestellung(qint64 trxNr);
+/// Marks the head as deleted, so that its number stays used, and removes the lines. `kennung` is of the
+/// working order that showed it, which is finished thereby.
+void DeleteBestellung(qint64 trxNr, const QString& kennung);
 /// Clears the order and fills it from the store; without a head of that number the head stays empty.
 void LoadBestellung(orders::WorkingOrder& order, qint64 trxNr);
 

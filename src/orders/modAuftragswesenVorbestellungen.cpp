@@ -45,6 +45,7 @@ void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
     LoadVorbestellung(order, trxNr);
     order.setDetail(Detail::Datum, common::formatDate(common::clock::today(), u"DD/MMM/YYYY"));
     order.setDetail(Detail::Bestellzeit, common::formatDate(common::clock::now(), u"HH:MM"));
+    order.TellReadFromStore();
 }
 
 void DeleteVorbestellung(qint64 trxNr) {

@@ -2,6 +2,7 @@
 #include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderDraft.h"
+#include "orders/OrderStorage.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
@@ -96,6 +97,7 @@ bool Startup::OpenDatabases() {
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     });
+    orders::PrepareFinished();
     return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
 }
 
@@ -118,7 +120,15 @@ bool Startup::login() {
 /// An order that was being keyed when the program ended the last time.
 void Startup::offerDraft() {
     const QString file = orders::OrderDraft::defaultFile();
-    if (!orders::OrderDraft::waits(file))
+    const auto found = orders::OrderDraft::look(file);
+    if (!found.putAside.isEmpty())
+        m_services.dialogs.MsgBox(
+            frmMDI::tr(
+                "Ein angefangener Auftrag wurde gefunden, lässt sich aber nicht lesen. Die Datei liegt "
+                "jetzt unter:\n%1")
+                .arg(QDir::toNativeSeparators(found.putAside)),
+            platform::kInformation, frmMDI::tr("Auftragserfassung"));
+    if (!found.order)
         return;
     const QString question =
         frmMDI::tr("Ein angefangener Auftrag wurde gefunden. Möchten Sie ihn weiter bearbeiten?");

@@ -1,11 +1,14 @@
 #include "orders/OrderDraft.h"
 #include "orders/OrderStorage.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
+#include "support/FullDisk.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include <QFile>
 #include <QFileInfo>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +22,11 @@ class OrderDraftTest : public testing::Test {
   protected:
     OrderDraftTest() : file(OrderDraft::defaultFile()), draft(order, file) {
         order.SetUp();
+        key();
+    }
+
+    /// What a user does, each time the same.
+    void key() {
         order.SucheTelefonNummer(u"0791234567"_s);
         order.PreisGruppe = 2;
         order.PickProdukt(TestFirm::kHawaii, u"10"_s, 3);
@@ -51,7 +59,7 @@ TEST_F(OrderDraftTest, BringsBackExactlyTheCells) {
     ASSERT_TRUE(QFile::copy(file, file + u".aB3dEf"_s))
         << "as a process leaves it that is killed while writing";
     EXPECT_EQ(QFileInfo(file).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther), 0);
-    ASSERT_TRUE(OrderDraft::waits(file));
+    ASSERT_TRUE(OrderDraft::look(file).order);
     EXPECT_FALSE(QFile::exists(file + u".aB3dEf"_s));
     WorkingOrder next;
     next.SetUp();
@@ -70,43 +78,80 @@ TEST_F(OrderDraftTest, IsGoneOnceTheOrderIsCleanedOrDeclined) {
     draft.flush();
     EXPECT_TRUE(QFile::exists(file));
     draft.forget();
-    EXPECT_FALSE(OrderDraft::waits(file));
+    EXPECT_FALSE(OrderDraft::look(file).order);
 }
 
-TEST_F(OrderDraftTest, AnOrderBookedInTheLastMomentIsNotOfferedAgain) {
-    draft.flush();
+TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
+    using namespace modAuftragswesenAuftragserfassung;
     test::TestDialogs dialogs;
     test::TestNavigation navigation;
-    ASSERT_TRUE(modAuftragswesenAuftragserfassung::SaveBestellung(order, dialogs, navigation));
-    EXPECT_FALSE(OrderDraft::waits(file));
-    EXPECT_FALSE(QFile::exists(file));
-    order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    qint64 number = 0;
+    const std::function<void()> roads[] = {[&] { SaveBestellung(order, dialogs, navigation); },
+                                           [&] { modAuftragswesenVorbestellungen::SaveVorbestellung(order); },
+                                           [&] { UpdateBestellung(order, number); },
+                                           [&] { DeleteBestellung(number, order.Kennung()); }};
+    for (const auto& store : roads) {
+        draft.flush();
+        EXPECT_TRUE(OrderDraft::look(file).order) << "it equals what was booked in the same minute";
+        store();
+        EXPECT_FALSE(OrderDraft::look(file).order);
+        EXPECT_FALSE(QFile::exists(file));
+        number = 1000;
+        order.ClearBestellungMaske();
+        key();
+    }
+    // In a transaction that is not committed it is not stored.
+    {
+        store::Transaction cutOff(ConnMain);
+        orders::MarkFinished(order.Kennung());
+    }
     draft.flush();
-    EXPECT_TRUE(OrderDraft::waits(file)) << "one line more is another order";
-    orders::WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
-    EXPECT_FALSE(OrderDraft::waits(file)) << "stored as a pre-order";
+    EXPECT_TRUE(OrderDraft::look(file).order);
+    draft.finish();
+    order.ChooseKonditionen(u"Rechnung"_s);
+    draft.flush();
+    EXPECT_FALSE(QFile::exists(file)) << "nothing is kept of it any more";
 }
 
-TEST_F(OrderDraftTest, AChangeIsOfferedUntilItStands) {
+TEST_F(OrderDraftTest, WhatIsOnlyLookedAtIsNotOfferedButAChangeIs) {
     using namespace modAuftragswesenAuftragserfassung;
     const qint64 number = orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(1000));
-    LoadBestellung(order, number);
+    const qint64 later = modAuftragswesenVorbestellungen::SaveVorbestellung(order);
+    const std::function<void()> roads[] = {
+        [&] { LoadBestellung(order, number); },
+        [&] { modAuftragswesenVorbestellungen::OpenVorbestellung(order, later); }};
+    for (const auto& load : roads) {
+        load();
+        draft.flush();
+        EXPECT_FALSE(OrderDraft::look(file).order);
+        order.BestellungDetailsGrid.endEdit(1, 5, u"Rechnung"_s);
+        draft.flush();
+        EXPECT_TRUE(OrderDraft::look(file).order);
+    }
+}
+
+TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {
+    QStringList told;
+    QObject::connect(&draft, &OrderDraft::failed, [&](const QString& sentence) { told << sentence; });
+    QObject::connect(&draft, &OrderDraft::mended, [&] { told << u"mended"_s; });
     draft.flush();
-    EXPECT_FALSE(OrderDraft::waits(file)) << "only looked at";
-    order.BestellungDetailsGrid.endEdit(1, 5, u"Rechnung"_s);
-    draft.flush();
-    ASSERT_TRUE(OrderDraft::waits(file)) << "the amounts are the same, the conditions are not";
+    const QStringList whole = cells(order);
+    {
+        const test::FullDisk full(2000);
+        for (int line = 0; line < 2; ++line) {
+            order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+            draft.flush();
+        }
+    }
     WorkingOrder next;
     next.SetUp();
     ASSERT_TRUE(OrderDraft::restore(file, next));
-    EXPECT_TRUE(MayUpdate(next));
-    UpdateBestellung(next, next.detail(orders::Detail::AuftragsNr).toLongLong());
-    EXPECT_FALSE(OrderDraft::waits(file));
-    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 1);
-    DeleteBestellung(number);
-    LoadBestellung(order, number);
+    EXPECT_EQ(cells(next), whole);
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told.first().contains(u"lässt sich nicht schreiben"_s));
+    order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
     draft.flush();
-    EXPECT_FALSE(OrderDraft::waits(file)) << "a deleted order has nothing to go on with";
+    EXPECT_EQ(told.last(), u"mended"_s);
 }
 
 TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {
@@ -126,15 +171,21 @@ TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {
                               QByteArray(good).replace("\"Pizza Hawaii\"", "12"),
                               good + QByteArray(1'000'000, ' '),
                               QByteArray(100000, '\0')};
+    QStringList aside;
     for (const QByteArray& content : bad) {
         ASSERT_NE(content, good);
         QFile damaged(file);
         ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
         damaged.write(content);
         damaged.close();
-        EXPECT_FALSE(OrderDraft::waits(file)) << content.left(40).toStdString();
+        const OrderDraft::Found found = OrderDraft::look(file);
+        EXPECT_FALSE(found.order) << content.left(40).toStdString();
         EXPECT_FALSE(QFile::exists(file));
-        EXPECT_TRUE(QFile::exists(file + u".defekt"_s));
+        QFile kept(found.putAside);
+        ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+        EXPECT_EQ(kept.readAll(), content);
+        EXPECT_FALSE(aside.contains(found.putAside)) << "one that was put aside before stays";
+        aside << found.putAside;
     }
 }
 

@@ -148,7 +148,7 @@ TEST_F(Booking, numbersAreGaplessAndTheFirstIsShownOneHigher) {
     EXPECT_EQ(GetPrecedingTrxNr(1002), 1001);
     EXPECT_EQ(GetPrecedingTrxNr(1000), -1);
 
-    DeleteBestellung(1002);
+    DeleteBestellung(1002, {});
     EXPECT_EQ(*GetNextTrxNr(dialogs, navigation), 1003);
 }
 
@@ -166,7 +166,7 @@ TEST_F(Booking, withoutAnyNumberTheProgramEnds) {
 
 TEST_F(Booking, deletedOrderKeepsItsHead) {
     book();
-    DeleteBestellung(1000);
+    DeleteBestellung(1000, {});
     EXPECT_EQ(TestFirm::count(kLines), 0);
     EXPECT_EQ(head(QStringLiteral("lng_KundenID"), 1000), u"-1");
     EXPECT_EQ(head(QStringLiteral("lng_KurierID"), 1000), u"-1");

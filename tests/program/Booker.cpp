@@ -49,6 +49,18 @@ struct Desk {
             pick(1 + line % 4, 1 + line % 3);
     }
 
+    void change(qint64 number) {
+        modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
+        pick(TestFirm::kWein, 1);
+    }
+
+    void remove(qint64 number) {
+        change(number);
+        say(u"X %1"_s.arg(number));
+        modAuftragswesenAuftragserfassung::DeleteBestellung(number, order.Kennung());
+        clean();
+    }
+
     void clean() {
         say(u"C"_s);
         order.ClearBestellungMaske();
@@ -96,11 +108,12 @@ int bookUntilKilled(const QString& installation) {
         const qint64 number = modBestellNummern::GetLastTrxNr();
         desk.stored("B", number);
         desk.clean();
-        modAuftragswesenAuftragserfassung::LoadBestellung(desk.order, number);
-        desk.pick(TestFirm::kWein, 1);
+        desk.change(number);
         modAuftragswesenAuftragserfassung::UpdateBestellung(desk.order, number);
         desk.stored("B", number);
         desk.clean();
+        if (round % 4 == 0)
+            desk.remove(number);
     }
 }
 

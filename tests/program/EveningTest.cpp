@@ -37,6 +37,8 @@ class Evening : public test::ProgramTest {
         ConnMain.Execute(u"UPDATE tbl_Einstellungen_System SET lng_VorbestellungBuchungStatus = 1, "
                          u"lng_VorbestellungBuchungZeit = 2, lng_VorbestellungAutomatischStatus = 1, "
                          u"lng_VorbestellungAutomatischZeit = 30, lng_EditierungBestellungen = 1"_s);
+        // As an installation of an earlier program.
+        ConnMain.Execute(u"DROP TABLE tbl_Auftragswesen_Erledigt"_s);
         modEinstellungenBenutzer::SaveAnmeldung(true);
         modEinstellungenBenutzer::SaveBenutzer({u"Anna"_s, u"Brot"_s, {}}, 0);
         modEinstellungenBenutzer::SaveBenutzer({u"Rosa"_s, u"Salz"_s, {true}}, 0);

@@ -8,6 +8,7 @@
 #include "platform/report/SheetExport.h"
 #include "store/SystemSettings.h"
 #include "support/CupsServer.h"
+#include "support/FullDisk.h"
 #include <QAction>
 #include <QDir>
 #include <QMenu>
@@ -134,6 +135,11 @@ TEST_F(ProductListTest, ThePreviewSavesAPdf) {
     dialogs.savePath = folder.filePath(u"Kunden.pdf"_s);
     save->trigger();
     save->trigger(); // replaced
+    {
+        const test::FullDisk full(1000);
+        save->trigger();
+    }
+    EXPECT_EQ(dialogs.said.size(), 2) << "a full disk is told";
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"Kunden.pdf"_s});
     EXPECT_EQ(dialogs.suggested.last(), u"Kundenliste.pdf"_s);
     const QString text = test::pdfText(dialogs.savePath);
@@ -162,8 +168,11 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
     }
     EXPECT_TRUE(
         unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
-    EXPECT_THROW(platform::saveAsXlsx(*grid(), folder.filePath(u"no/such/list.xlsx"_s)),
-                 common::RunTimeError);
+    {
+        const test::FullDisk full(1000);
+        EXPECT_THROW(platform::saveAsXlsx(*grid(), dialogs.savePath), common::RunTimeError);
+    }
+    EXPECT_EQ(unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s), sheet) << "the former one stays";
 }
 
 TEST_F(ExtrasListTest, PrintsItsRows) {

@@ -1,11 +1,10 @@
 #include "platform/report/ReportDocument.h"
+#include "common/AtomicFile.h"
 #include "common/RunTimeError.h"
 #include <QAbstractTextDocumentLayout>
-#include <QFile>
-#include <QFileInfo>
+#include <QBuffer>
 #include <QPainter>
-#include <QPrinter>
-#include <QScopeGuard>
+#include <QPdfWriter>
 #include <QTextDocument>
 #include <QTextTable>
 #include <numeric>
@@ -100,22 +99,20 @@ class ListRows {
 
 } // namespace
 
-void ReportDocument::setUp(QPrinter& printer) const {
+void ReportDocument::setUp(QPagedPaintDevice& device) const {
     const ReportPage& page = m_report.page;
-    printer.setDocName(m_report.title);
-    printer.setFullPage(true);
     if (!page.isRoll()) {
-        printer.setPageLayout(pageLayout(page.size));
+        device.setPageLayout(pageLayout(page.size));
         return;
     }
-    const double text = layOut({}, printer)->size().height() * 25.4 / printer.resolution();
-    printer.setPageLayout(
+    const double text = layOut({}, device)->size().height() * 25.4 / device.logicalDpiY();
+    device.setPageLayout(
         rollLayout({page.size.width(), std::ceil(text + page.margins.top() + page.margins.bottom())}));
 }
 
-std::shared_ptr<QTextDocument> ReportDocument::layOut(const Piece& piece, QPrinter& printer) const {
+std::shared_ptr<QTextDocument> ReportDocument::layOut(const Piece& piece, QPagedPaintDevice& device) const {
     const ReportPage& page = m_report.page;
-    const auto toPixels = [&](double millimetres) { return pixels(millimetres, printer.resolution()); };
+    const auto toPixels = [&](double millimetres) { return pixels(millimetres, device.logicalDpiY()); };
     auto text = std::make_shared<QTextDocument>();
     text->setUndoRedoEnabled(false);
     text->setDefaultFont(reportFont(10));
@@ -123,7 +120,7 @@ std::shared_ptr<QTextDocument> ReportDocument::layOut(const Piece& piece, QPrint
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     text->setDefaultTextOption(option);
-    text->documentLayout()->setPaintDevice(&printer);
+    text->documentLayout()->setPaintDevice(&device);
     text->setHtml(m_report.rows.empty() ? m_report.html : m_report.part(piece.first, piece.count));
     const double width = toPixels(page.size.width() - page.margins.left() - page.margins.right());
     if (page.isRoll())
@@ -134,10 +131,10 @@ std::shared_ptr<QTextDocument> ReportDocument::layOut(const Piece& piece, QPrint
 }
 
 ReportDocument::Piece ReportDocument::pieceFrom(size_t first, size_t& next, size_t count,
-                                                QPrinter& printer) const {
+                                                QPagedPaintDevice& device) const {
     const size_t left = m_report.rows.size() - first;
     Piece piece{first, qMin(count, left)};
-    piece.text = layOut(piece, printer);
+    piece.text = layOut(piece, device);
     piece.pages = m_report.page.isRoll() ? 1 : piece.text->pageCount();
     next = first + piece.count;
     if (piece.count == left && (left <= 1 || piece.pages == 1))
@@ -146,21 +143,22 @@ ReportDocument::Piece ReportDocument::pieceFrom(size_t first, size_t& next, size
     const ListRows rows(*piece.text, piece.count);
     const int whole = rows.endingBefore(page);
     if (size_t(whole) == piece.count)
-        return piece.count == left ? piece : pieceFrom(first, next, count * 2, printer);
+        return piece.count == left ? piece : pieceFrom(first, next, count * 2, device);
     if (whole == 0) // a row longer than a page
-        return piece.count == 1 ? piece : pieceFrom(first, next, 1, printer);
+        return piece.count == 1 ? piece : pieceFrom(first, next, 1, device);
     piece.pages = 1;
     piece.height = qMin(page, rows.top(whole));
     next = first + size_t(whole);
     return piece;
 }
 
-std::vector<ReportDocument::Piece> ReportDocument::pieces(QPrinter& printer, const Progress& progress) const {
+std::vector<ReportDocument::Piece> ReportDocument::pieces(QPagedPaintDevice& device,
+                                                          const Progress& progress) const {
     std::vector<Piece> result;
     size_t next = 0, guess = kFirstGuess;
     do {
         const size_t first = next;
-        result.push_back(pieceFrom(first, next, guess, printer));
+        result.push_back(pieceFrom(first, next, guess, device));
         guess = (next - first) * 9 / 8 + 4;
         if (result.size() > kKeptPieces)
             result.back().text.reset();
@@ -169,21 +167,21 @@ std::vector<ReportDocument::Piece> ReportDocument::pieces(QPrinter& printer, con
     return result;
 }
 
-bool ReportDocument::print(QPrinter& printer, const Progress& progress) const {
-    const std::vector<Piece> parts = pieces(printer, progress);
+bool ReportDocument::print(QPagedPaintDevice& device, const Progress& progress) const {
+    const std::vector<Piece> parts = pieces(device, progress);
     const int pages = std::accumulate(parts.begin(), parts.end(), 0,
                                       [](int sum, const Piece& piece) { return sum + piece.pages; });
     QPainter painter;
-    if (!painter.begin(&printer))
+    if (!painter.begin(&device))
         return false;
     int number = 0;
     for (const Piece& piece : parts) {
-        const auto text = piece.text ? piece.text : layOut(piece, printer);
+        const auto text = piece.text ? piece.text : layOut(piece, device);
         for (int page = 0; page < piece.pages; ++page) {
-            if (number > 0 && !printer.newPage())
+            if (number > 0 && !device.newPage())
                 return false;
-            drawBody(painter, piece, *text, page, printer.resolution());
-            drawEdges(painter, ++number, pages, printer.resolution());
+            drawBody(painter, piece, *text, page, device.logicalDpiY());
+            drawEdges(painter, ++number, pages, device.logicalDpiY());
         }
         progress(pages + number, 2 * pages);
     }
@@ -237,18 +235,14 @@ void ReportDocument::drawLine(QPainter& painter, const QString& line, double mid
 }
 
 void saveAsPdf(const ReportDocument& report, const QString& path, const Progress& progress) {
-    // A file that is to be replaced stays until the new one is whole.
-    const QString part = path + u".teil"_s;
-    const auto dropPart = qScopeGuard([&part] { QFile::remove(part); });
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(part);
-    report.setUp(printer);
-    if (!report.print(printer, progress) || (QFile::exists(path) && !QFile::remove(path)) ||
-        !QFile::rename(part, path))
-        throw common::RunTimeError(
-            common::kPlatformFailure,
-            u"Die Datei \"%1\" lässt sich nicht schreiben."_s.arg(QFileInfo(path).fileName()), path);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    QPdfWriter pdf(&file);
+    pdf.setTitle(report.title());
+    report.setUp(pdf);
+    if (!report.print(pdf, progress))
+        throw common::RunTimeError(common::kPlatformFailure, u"Der Bericht lässt sich nicht zeichnen."_s);
+    common::writeFileAtomically(path, file.data());
 }
 
 } // namespace platform

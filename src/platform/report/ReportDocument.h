@@ -5,7 +5,7 @@
 #include <vector>
 
 class QPainter;
-class QPrinter;
+class QPagedPaintDevice;
 class QTextDocument;
 
 namespace platform {
@@ -21,10 +21,10 @@ class ReportDocument {
 
     const ReportPage& page() const { return m_report.page; }
 
-    /// Sets paper, margins and name of the job. The paper of a roll is as long as the text on it.
-    void setUp(QPrinter& printer) const;
-    /// Draws all pages on a printer that went through setUp. False when the printer could not begin the job.
-    bool print(QPrinter& printer, const Progress& progress = unwatched) const;
+    /// Sets paper and margins. The paper of a roll is as long as the text on it.
+    void setUp(QPagedPaintDevice& device) const;
+    /// Draws all pages on a device that went through setUp. False when the device could not begin the job.
+    bool print(QPagedPaintDevice& device, const Progress& progress = unwatched) const;
 
   private:
     /// A page of a long list, laid out with so many rows from the first one on; its own end at `height`,
@@ -36,10 +36,10 @@ class ReportDocument {
         std::shared_ptr<QTextDocument> text{}; ///< kept while there are not too many
     };
 
-    std::shared_ptr<QTextDocument> layOut(const Piece& piece, QPrinter& printer) const;
-    std::vector<Piece> pieces(QPrinter& printer, const Progress& progress) const;
+    std::shared_ptr<QTextDocument> layOut(const Piece& piece, QPagedPaintDevice& device) const;
+    std::vector<Piece> pieces(QPagedPaintDevice& device, const Progress& progress) const;
     /// `next` becomes the first row of the following piece; about `count` rows are thought to fit.
-    Piece pieceFrom(size_t first, size_t& next, size_t count, QPrinter& printer) const;
+    Piece pieceFrom(size_t first, size_t& next, size_t count, QPagedPaintDevice& device) const;
     void drawBody(QPainter& painter, const Piece& piece, const QTextDocument& text, int page,
                   int resolution) const;
     void drawEdges(QPainter& painter, int page, int pages, int resolution) const;
@@ -49,8 +49,8 @@ class ReportDocument {
     FilledReport m_report;
 };
 
-/// Writes the report as a PDF file; one of that name is replaced once the new one is whole. Throws
-/// common::RunTimeError when the file cannot be written.
+/// Writes the report as a PDF file; one of that name is replaced once the new one is whole
+/// (common::writeFileAtomically, which tells what it throws).
 void saveAsPdf(const ReportDocument& report, const QString& path, const Progress& progress = unwatched);
 
 } // namespace platform

@@ -34,6 +34,7 @@ QString handOver(const QString& name, const ReportDocument& report, const Progre
     // For a name that it does not know, QPrinter takes the default printer without a word.
     if (printer.printerName() != name)
         return u"Der Drucker \"%1\" ist nicht vorhanden."_s.arg(name);
+    printer.setDocName(report.title());
     report.setUp(printer);
     try {
         if (!report.print(printer, progress))

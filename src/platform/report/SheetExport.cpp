@@ -1,4 +1,5 @@
 #include "platform/report/SheetExport.h"
+#include "common/AtomicFile.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
 #include "platform/Dialogs.h"
@@ -6,8 +7,8 @@
 #include "platform/form/GridColors.h"
 #include <QAction>
 #include <QFile>
-#include <QFileInfo>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <xlsxwriter.h>
 
 using namespace Qt::StringLiterals;
@@ -18,12 +19,15 @@ namespace {
 /// What one cell of a sheet can hold.
 constexpr int kLongestText = 32767;
 
+/// A spreadsheet that is being made. The library writes to a path only, and not in one step: to one of its
+/// own.
 class Sheet {
   public:
-    explicit Sheet(const QString& path) :
-        m_path(path), m_book(workbook_new(QFile::encodeName(path).constData())) {
+    Sheet() :
+        m_path(m_folder.filePath(u"tabelle.xlsx"_s)),
+        m_book(workbook_new(QFile::encodeName(m_path).constData())) {
         if (!m_book)
-            fail(u"workbook_new"_s);
+            fail(m_folder.errorString());
         m_sheet = workbook_add_worksheet(m_book, nullptr);
         worksheet_freeze_panes(m_sheet, 1, 0);
     }
@@ -37,8 +41,17 @@ class Sheet {
     Sheet(const Sheet&) = delete;
     Sheet& operator=(const Sheet&) = delete;
 
-    /// The file is written here and not earlier.
-    void close() { check(workbook_close(std::exchange(m_book, nullptr))); }
+    /// The file as it goes to disk.
+    QByteArray close() {
+        check(workbook_close(std::exchange(m_book, nullptr)));
+        QFile file(m_path);
+        QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        // The directory of the archive is what comes last.
+        constexpr qsizetype kDirectoryEnd = 22;
+        if (!bytes.last(qMin(kDirectoryEnd, bytes.size())).startsWith("PK\5\6"))
+            fail(u"the archive has no end"_s);
+        return bytes;
+    }
 
     /// Heading and form of a column; its cells follow row by row.
     void addColumn(const DataColumn& form) {
@@ -91,10 +104,11 @@ class Sheet {
     [[noreturn]] void fail(const QString& why) const {
         throw common::RunTimeError(
             common::kPlatformFailure,
-            u"Die Datei \"%1\" lässt sich nicht schreiben."_s.arg(QFileInfo(m_path).fileName()),
+            u"Die Tabelle lässt sich nicht schreiben, der Ordner für Zwischendateien nimmt sie nicht auf."_s,
             m_path + u": "_s + why);
     }
 
+    QTemporaryDir m_folder;
     QString m_path;
     lxw_workbook* m_book;
     lxw_worksheet* m_sheet = nullptr;
@@ -118,7 +132,7 @@ void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
 } // namespace
 
 void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress) {
-    Sheet sheet(path);
+    Sheet sheet;
     std::vector<int> shown;
     for (int column = 0; column < int(grid.columns().size()); ++column) {
         if (grid.isColumnHidden(column))
@@ -131,7 +145,7 @@ void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progr
             sheet.addCell(row, column, grid.value(row, shown[column]));
         progress(row + 1, grid.rowCount());
     }
-    sheet.close();
+    common::writeFileAtomically(path, sheet.close());
 }
 
 void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name) {

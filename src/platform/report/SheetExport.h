@@ -11,8 +11,8 @@ namespace platform {
 class DataGrid;
 
 /// Writes the list as a spreadsheet (.xlsx): headings, order and choice of rows, alignment and formats as
-/// shown, without the hidden columns; numbers and dates stay such. Throws common::RunTimeError when the file
-/// cannot be written.
+/// shown, without the hidden columns; numbers and dates stay such. A file of that name is replaced once the
+/// new one is whole; throws common::RunTimeError when it cannot be written.
 void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress = unwatched);
 
 /// Puts the export into the list's context menu; `name` is the file name that is suggested. Failures are told

@@ -17,8 +17,8 @@ class Navigation {
     virtual QObject* showScreen(const QString& screen) = 0;
     /// Null before it exists and after it is gone.
     virtual QObject* mainWindow() const = 0;
-    /// Ends the program at once; databases are closed, nothing is asked. Does not return in the program
-    /// itself; a test observes it.
+    /// Ends the program at once; databases are closed, nothing is asked, and open settings are taken over
+    /// only with the code 0. Does not return in the program itself; a test observes it.
     virtual void endProgram(int exitCode = 0) = 0;
 };
 

@@ -51,7 +51,8 @@ class Application {
     frmMDI& mainWindow() { return *m_window; }
 
     /// Closes what is open and leaves the process, without a question. Settings that stand open are taken
-    /// over as at any closing of their screen, but not after an error.
+    /// over as at any closing of their screen, but not with another exit code than 0: after an error or a
+    /// refused log-in.
     void endProgram(int exitCode = 0);
 
   private:

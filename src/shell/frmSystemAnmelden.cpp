@@ -11,6 +11,12 @@
 using common::connectGuarded;
 using common::Origin;
 
+namespace {
+
+constexpr int kRefused = 1;
+
+} // namespace
+
 frmSystemAnmelden::frmSystemAnmelden(const platform::Services& services, frmMDI& window) :
     QDialog(&window), m_ui(std::make_unique<Ui::frmSystemAnmelden>()), m_services(services),
     m_window(window) {
@@ -49,6 +55,7 @@ void frmSystemAnmelden::cmdAnmelden_Click() {
     m_window.ApplyUserRights();
     if (accepted)
         return accept();
+    m_refused = true;
     if (--m_attempts == 0)
         return endProgram();
     m_services.dialogs.MsgBox(tr("Ihre Anmeldung konnte nicht verifiziert werden.\r\n"
@@ -67,7 +74,8 @@ void frmSystemAnmelden::cmdEnd_Click() {
 }
 
 void frmSystemAnmelden::endProgram() {
-    m_services.navigation.endProgram();
+    // Nobody knows who sits here: what the former user left open is not taken over.
+    m_services.navigation.endProgram(m_refused ? kRefused : 0);
     // Where the process is still there, the log-in is over all the same; the databases are closed by then.
     QDialog::done(Rejected);
 }

@@ -10,7 +10,8 @@ class frmSystemAnmelden;
 }
 
 /// The log-in: modal at the start, and later for a change of user. However it closes, it closes all open
-/// screens, so that none of the former user's stays. Three wrong attempts end the program.
+/// screens, so that none of the former user's stays. Three wrong attempts end the program; an end after a
+/// wrong one takes no settings over.
 ///
 /// At the start there is no way past it: leaving it without a log-in asks to end the program.
 class frmSystemAnmelden : public QDialog {
@@ -32,4 +33,5 @@ class frmSystemAnmelden : public QDialog {
     platform::Services m_services;
     frmMDI& m_window;
     qint16 m_attempts = 3;
+    bool m_refused = false;
 };

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -18,17 +19,28 @@ QString storedFolder(PictureSize size) {
     return folder(size == PictureSize::Klein ? u"Pictures_Small"_s : u"Pictures_Large"_s);
 }
 
-/// Puts a copy in the place of whatever stands there.
-void replaceFile(const QString& from, const QString& to) {
-    // Two missing files compare as one and the same.
-    if (QFileInfo::exists(from) && QFileInfo(from) == QFileInfo(to))
-        return;
-    QDir().mkpath(QFileInfo(to).path());
-    QFile::remove(to);
+[[noreturn]] void fail(const QString& from, const QString& to, const QString& why) {
+    throw common::RunTimeError(common::kPlatformFailure, u"Das Bild kann nicht kopiert werden."_s,
+                               from + u" -> "_s + to + u": "_s + why);
+}
+
+/// Gives the name of a copy that stands beside `place`.
+QString copyBeside(const QString& from, const QString& place) {
+    const QString copy = place + u".neu"_s;
+    QDir().mkpath(QFileInfo(place).path());
+    QFile::remove(copy);
     QFile source(from);
-    if (!source.copy(to))
-        throw common::RunTimeError(common::kPlatformFailure, u"Das Bild kann nicht kopiert werden."_s,
-                                   from + u" -> "_s + to + u": "_s + source.errorString());
+    if (!source.copy(copy))
+        fail(from, copy, source.errorString());
+    return copy;
+}
+
+/// One step: whoever looks finds the old file or the new one.
+void putInPlace(const QString& copy, const QString& place) {
+    std::error_code error;
+    std::filesystem::rename(copy.toStdU16String(), place.toStdU16String(), error);
+    if (error)
+        fail(copy, place, QString::fromStdString(error.message()));
 }
 
 } // namespace
@@ -48,14 +60,24 @@ QString storedPicture(PictureSize size, const QString& fileName) {
 QString stagePicture(PictureSize size, const QString& path) {
     const QString name =
         (size == PictureSize::Klein ? u"SMALL_ProduktBild."_s : u"LARGE_ProduktBild."_s) + extensionOf(path);
-    replaceFile(path, folder(u"Pictures_Temp"_s) + name);
+    const QString place = folder(u"Pictures_Temp"_s) + name;
+    putInPlace(copyBeside(path, place), place);
     return name;
 }
 
-void publishPicture(PictureSize size, const QString& stagedName, qint64 produktId) {
-    QFile::remove(storedPicture(size, stagedName));
-    replaceFile(folder(u"Pictures_Temp"_s) + stagedName,
-                storedPicture(size, QString::number(produktId) + u'.' + extensionOf(stagedName)));
+NewPicture::NewPicture(PictureSize size, const QString& stagedName, qint64 produktId) :
+    m_place(storedPicture(size, QString::number(produktId) + u'.' + extensionOf(stagedName))),
+    m_stagedName(storedPicture(size, stagedName)),
+    m_copy(copyBeside(folder(u"Pictures_Temp"_s) + stagedName, m_place)) {
+}
+
+NewPicture::~NewPicture() {
+    QFile::remove(m_copy);
+}
+
+void NewPicture::publish() {
+    QFile::remove(m_stagedName);
+    putInPlace(m_copy, m_place);
 }
 
 } // namespace masterdata

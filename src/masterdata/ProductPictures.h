@@ -23,8 +23,21 @@ QString storedPicture(PictureSize size, const QString& fileName);
 /// Copies the file into the staging folder, which holds one file a size and extension, and gives its name
 /// there. Throws RunTimeError kPlatformFailure.
 QString stagePicture(PictureSize size, const QString& path);
-/// Copies the staged file to the product's name, the key and the extension. An older picture of the product
-/// with another extension stays. Throws RunTimeError kPlatformFailure.
-void publishPicture(PictureSize size, const QString& stagedName, qint64 produktId);
+
+/// A staged picture on its way to the product's name, the key and the extension: copied beside the one that
+/// stands there, put into its place by publish, dropped without it. An older picture of the product with
+/// another extension stays. Both steps throw RunTimeError kPlatformFailure.
+class NewPicture {
+  public:
+    NewPicture(PictureSize size, const QString& stagedName, qint64 produktId);
+    ~NewPicture();
+    NewPicture(const NewPicture&) = delete;
+    NewPicture& operator=(const NewPicture&) = delete;
+
+    void publish();
+
+  private:
+    QString m_place, m_stagedName, m_copy;
+};
 
 } // namespace masterdata

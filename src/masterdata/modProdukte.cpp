@@ -5,6 +5,7 @@
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <algorithm>
+#include <memory>
 
 using masterdata::PictureSize;
 using masterdata::ProduktBild;
@@ -91,9 +92,11 @@ void saveExtras(qint64 id, const QList<qint64>& extras) {
     }
 }
 
-void publish(PictureSize size, const ProduktBild& bild, qint64 id) {
-    if (bild.geaendert && !bild.datei.isEmpty())
-        masterdata::publishPicture(size, bild.datei, id);
+/// Null where the picture did not change, or went away.
+std::unique_ptr<masterdata::NewPicture> newPicture(PictureSize size, const ProduktBild& bild, qint64 id) {
+    if (!bild.geaendert || bild.datei.isEmpty())
+        return {};
+    return std::make_unique<masterdata::NewPicture>(size, bild.datei, id);
 }
 
 } // namespace
@@ -151,10 +154,14 @@ void SaveProdukt(const Produkt& produkt, qint64 key) {
     const qint64 id = saveHead(produkt, key);
     masterdata::savePrices(kTables, id, produkt.Artikel.Preise);
     saveExtras(id, produkt.Extras);
-    // Before the end of the transaction: a picture that cannot be copied leaves the product as it was.
-    publish(PictureSize::Klein, produkt.BildKlein, id);
-    publish(PictureSize::Gross, produkt.BildGross, id);
+    // A picture that cannot be copied leaves the product as it was, and a product that cannot be stored its
+    // pictures.
+    const auto pictures = {newPicture(PictureSize::Klein, produkt.BildKlein, id),
+                           newPicture(PictureSize::Gross, produkt.BildGross, id)};
     transaction.commit();
+    for (const auto& picture : pictures)
+        if (picture)
+            picture->publish();
 }
 
 qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie) {

@@ -92,6 +92,7 @@ masterdata::Artikel frmArtikel::artikel() const {
 }
 
 bool frmArtikel::pricesGiven() {
-    return m_preise->allNumeric() ||
-           refuse(tr("Bitte geben Sie überall einen gültigen Preis ein."), tr("Ungültige Eingabe"));
+    QLineEdit* faulty = m_preise->faulty();
+    return !faulty ||
+           refuse(*faulty, tr("Bitte geben Sie überall einen gültigen Preis ein."), tr("Ungültige Eingabe"));
 }

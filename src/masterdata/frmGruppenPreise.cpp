@@ -87,7 +87,8 @@ masterdata::GruppenPreise frmGruppenPreise::prices() const {
     return prices;
 }
 
-bool frmGruppenPreise::allNumeric() const {
-    return std::all_of(m_prices.begin(), m_prices.end(),
-                       [](const QLineEdit* price) { return common::isNumeric(price->text()); });
+QLineEdit* frmGruppenPreise::faulty() const {
+    const auto found = std::find_if(m_prices.begin(), m_prices.end(),
+                                    [](const QLineEdit* price) { return !common::isNumeric(price->text()); });
+    return found == m_prices.end() ? nullptr : *found;
 }

@@ -19,7 +19,8 @@ class frmGruppenPreise : public QGroupBox {
     void setPrices(const masterdata::GruppenPreise& prices);
     /// A price that is no number counts as 0.
     masterdata::GruppenPreise prices() const;
-    bool allNumeric() const;
+    /// The first price that is no number, null when all are.
+    QLineEdit* faulty() const;
 
     /// Price group counted from 1.
     QLineEdit* txt_Preis(int gruppe) const { return m_prices.at(size_t(gruppe - 1)); }

@@ -119,11 +119,11 @@ void frmProdukte::ShowProduktBilder(const Produkt& produkt) {
 bool frmProdukte::checkInput() {
     const QString faulty = tr("Fehlerhafte Eingabe");
     if (m_ui->combo_ProduktGruppe->currentIndex() < 0)
-        return refuse(tr("Bitte wählen Sie eine Produkt Gruppe aus."), faulty);
+        return refuse(*m_ui->combo_ProduktGruppe, tr("Bitte wählen Sie eine Produkt Gruppe aus."), faulty);
     if (!filled(*m_ui->txt_Kurzzeichen))
-        return refuse(tr("Bitte geben Sie ein eindeutiges Kurzzeichen ein."), faulty);
+        return refuse(*m_ui->txt_Kurzzeichen, tr("Bitte geben Sie ein eindeutiges Kurzzeichen ein."), faulty);
     if (!filled(*m_ui->txt_Produkt))
-        return refuse(tr("Bitte geben Sie eine Produkt Bezeichnung ein."), faulty);
+        return refuse(*m_ui->txt_Produkt, tr("Bitte geben Sie eine Produkt Bezeichnung ein."), faulty);
     if (!pricesGiven())
         return false;
     removeQuotes(*m_ui->txt_Kurzzeichen);
@@ -131,7 +131,8 @@ bool frmProdukte::checkInput() {
     removeQuotes(*m_ui->txt_Beschreibung);
     const Produkt produkt = maskContent();
     if (FindKurzzeichen(produkt.txt_Kurzzeichen, key(), produkt.lng_ProduktGruppe) >= 0)
-        return refuse(tr("Dieses Kurzzeichen existiert bereits."), tr("Fehlende Eingabe"), platform::kYesNo);
+        return refuse(*m_ui->txt_Kurzzeichen, tr("Dieses Kurzzeichen existiert bereits."),
+                      tr("Fehlende Eingabe"), platform::kYesNo);
     return true;
 }
 

@@ -14,9 +14,9 @@ frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget
     frmArtikel(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukteExtras>()) {
     m_ui->setupUi(this);
     setUpArtikel(*m_ui->check_Internet, 250, ExtrasListe(), {{{}, 0}, {tr("Extras"), 2500}});
-    setUpForm({m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge,
-               preise().txt_Preis(1)},
-              {14400, 7500});
+    // The prices are a ring of their own.
+    setUpForm({m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge},
+              {14400, 7500}, preise().txt_Preis(1));
     connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
         printRows(u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras"),
                   [this](const platform::Progress& progress) {
@@ -46,15 +46,17 @@ bool frmProdukteExtras::showRecord(qint64 key) {
 
 bool frmProdukteExtras::checkInput() {
     if (!filled(*m_ui->txt_Extra))
-        return refuse(tr("Bitte geben Sie eine Bezeichnung ein."), tr("Fehlerhafte Eingabe"));
+        return refuse(*m_ui->txt_Extra, tr("Bitte geben Sie eine Bezeichnung ein."),
+                      tr("Fehlerhafte Eingabe"));
     if (!pricesGiven())
         return false;
     platform::removeQuotes(*m_ui->txt_Extra);
     if (FindExtra(m_ui->txt_Extra->text(), key()) >= 0)
-        return refuse(tr("Diese Bezeichnung existiert bereits."), tr("Ungültige Eingabe"),
+        return refuse(*m_ui->txt_Extra, tr("Diese Bezeichnung existiert bereits."), tr("Ungültige Eingabe"),
                       platform::kInformation);
     if (HasExtraProdukte(key(), m_ui->check_Status->isChecked()))
         return refuse(
+            *m_ui->check_Status,
             tr("Dieses Extra kann noch nicht deaktiviert werden, da noch Beziehungen mit Produkten "
                "bestehen. Bitte löschen Sie diese Beziehungen bevor Sie das Extra deaktivieren können."),
             tr("Statusmeldung"), platform::kInformation);

@@ -10,7 +10,7 @@ frmProdukteKategorien::frmProdukteKategorien(const platform::Services& services,
     MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukteKategorien>()) {
     m_ui->setupUi(this);
     platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
-    setUpForm({m_ui->txt_Gruppe, m_ui->combo_Reihenfolge, m_ui->cmdSave}, {7000, 7000});
+    setUpForm({m_ui->txt_Gruppe, m_ui->combo_Reihenfolge}, {7000, 7000});
     FormatGrid();
 }
 
@@ -42,10 +42,11 @@ bool frmProdukteKategorien::showRecord(qint64 key) {
 
 bool frmProdukteKategorien::checkInput() {
     if (!filled(*m_ui->txt_Gruppe))
-        return refuse(tr("Bitte geben Sie eine Gruppe ein."), tr("Fehlerhafte Eingabe"));
+        return refuse(*m_ui->txt_Gruppe, tr("Bitte geben Sie eine Gruppe ein."), tr("Fehlerhafte Eingabe"));
     platform::removeQuotes(*m_ui->txt_Gruppe);
     if (FindProduktGruppe(m_ui->txt_Gruppe->text(), key()) >= 0)
-        return refuse(tr("Diese Gruppe existiert bereits."), tr("Fehlende Eingabe"), platform::kYesNo);
+        return refuse(*m_ui->txt_Gruppe, tr("Diese Gruppe existiert bereits."), tr("Fehlende Eingabe"),
+                      platform::kYesNo);
     return true;
 }
 

@@ -45,7 +45,7 @@ frmVerwaltungKunden::frmVerwaltungKunden(const platform::Services& services, tel
     setUpButtons();
     setUpForm({m_ui->txt_Firma, m_ui->txt_Name, m_ui->txt_Vorname, m_ui->txt_Strasse, m_ui->combo_Etage,
                m_ui->txt_PLZ, m_ui->txt_Ort, m_ui->txt_Telefon, m_ui->txt_Natel, m_ui->txt_EMail,
-               m_ui->txt_Zusatzinfo, m_ui->cmdSave},
+               m_ui->txt_Zusatzinfo},
               {14700, 8700});
     showQuery(AlleKunden());
 }
@@ -105,7 +105,7 @@ void frmVerwaltungKunden::FormatGrid() {
                        {tr("Natel"), 1100, Qt::AlignRight, {}, u"0000000000"_s},
                        {{}, 0},
                        {tr("Erfasst"), 1650, Qt::AlignHCenter}});
-    m_ui->ClientGrid->setRow(0);
+    m_ui->ClientGrid->standAt(0);
     m_ui->combo_Sorting->setCurrentIndex(kByName);
     m_ui->lbl_KundenTotal->setText(QString::number(dataControl().rowCount()));
     m_ui->lbl_KundeEinzeln->clear();
@@ -128,10 +128,8 @@ void frmVerwaltungKunden::openCustomer(qint64 customerId) {
 }
 
 void frmVerwaltungKunden::moveTo(int row) {
-    if (row < 0 || row >= m_ui->ClientGrid->rowCount())
-        return;
-    m_ui->ClientGrid->setRow(row);
-    chooseRow(row);
+    if (row >= 0 && row < m_ui->ClientGrid->rowCount())
+        goToRow(row);
 }
 
 bool frmVerwaltungKunden::showRecord(qint64 key) {
@@ -187,13 +185,14 @@ bool frmVerwaltungKunden::numberValid(const QLineEdit& field) const {
 bool frmVerwaltungKunden::checkInput() {
     const QString caption = tr("Fehlende Eingabe");
     if (!filled(*m_ui->txt_Name))
-        return refuse(tr("Bitte geben Sie einen Namen ein."), caption);
+        return refuse(*m_ui->txt_Name, tr("Bitte geben Sie einen Namen ein."), caption);
     if (!numberGiven())
-        return refuse(tr("Bitte geben entweder eine Telefonnummer oder Natelnummer ein."), caption);
+        return refuse(*m_ui->txt_Telefon, tr("Bitte geben entweder eine Telefonnummer oder Natelnummer ein."),
+                      caption);
     if (!numberValid(*m_ui->txt_Telefon))
-        return refuse(tr("Bitte geben eine gültige Telefonnummer ein."), caption);
+        return refuse(*m_ui->txt_Telefon, tr("Bitte geben eine gültige Telefonnummer ein."), caption);
     if (!numberValid(*m_ui->txt_Natel))
-        return refuse(tr("Bitte geben eine gültige Natelnummer ein."), caption);
+        return refuse(*m_ui->txt_Natel, tr("Bitte geben eine gültige Natelnummer ein."), caption);
     return true;
 }
 
@@ -259,5 +258,5 @@ void frmVerwaltungKunden::cmdAuftragserfassung_Click() {
 
 void frmVerwaltungKunden::combo_Sorting_Click(int index) {
     dataControl().Sort(QString::fromUtf16(kOrders[index].sort));
-    m_ui->ClientGrid->setRow(0);
+    m_ui->ClientGrid->standAt(0);
 }

@@ -10,8 +10,7 @@ frmVerwaltungKuriere::frmVerwaltungKuriere(const platform::Services& services, Q
     MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmVerwaltungKuriere>()) {
     m_ui->setupUi(this);
     platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
-    setUpForm({m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge, m_ui->cmdSave},
-              {7000, 7000});
+    setUpForm({m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge}, {7000, 7000});
     FormatGrid();
 }
 
@@ -47,11 +46,14 @@ bool frmVerwaltungKuriere::showRecord(qint64 key) {
 
 bool frmVerwaltungKuriere::checkInput() {
     if (!filled(*m_ui->txt_Kurzzeichen))
-        return refuse(tr("Bitte geben Sie ein Kurzzeichen ein."), tr("Fehlerhafte Eingabe"));
+        return refuse(*m_ui->txt_Kurzzeichen, tr("Bitte geben Sie ein Kurzzeichen ein."),
+                      tr("Fehlerhafte Eingabe"));
     if (FindKurier(m_ui->txt_Kurzzeichen->text(), key()) >= 0)
-        return refuse(tr("Dieses Kurzzeichen existiert bereits."), tr("Fehlende Eingabe"), platform::kYesNo);
+        return refuse(*m_ui->txt_Kurzzeichen, tr("Dieses Kurzzeichen existiert bereits."),
+                      tr("Fehlende Eingabe"), platform::kYesNo);
     if (!filled(*m_ui->txt_Bezeichnung))
-        return refuse(tr("Bitte geben Sie eine Bezeichnung ein."), tr("Fehlerhafte Eingabe"));
+        return refuse(*m_ui->txt_Bezeichnung, tr("Bitte geben Sie eine Bezeichnung ein."),
+                      tr("Fehlerhafte Eingabe"));
     return true;
 }
 

@@ -21,7 +21,7 @@ constexpr int kShortestName = 3;
 frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& services, QWidget* parent) :
     MasterDataForm(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmEinstellungenBenutzer>()) {
     m_ui->setupUi(this);
-    setUpForm({m_ui->txt_PWD, m_ui->txt_PWDConfirm, m_ui->cmdSave}, {9000, 7800});
+    setUpForm({m_ui->txt_PWD, m_ui->txt_PWDConfirm}, {9000, 7800});
     // What only tells does not look as if it could be typed into.
     QPalette told;
     told.setColor(QPalette::Base, Qt::transparent);
@@ -77,7 +77,8 @@ void frmEinstellungenBenutzer::enableMask(bool on) {
 void frmEinstellungenBenutzer::chooseRow(int row) {
     MasterDataForm::chooseRow(row);
     enableMask(true);
-    m_ui->txt_PWD->setFocus();
+    // Cleaning the mask has moved it.
+    m_ui->BenutzerGrid->setFocus();
 }
 
 bool frmEinstellungenBenutzer::showRecord(qint64 key) {
@@ -136,9 +137,9 @@ bool frmEinstellungenBenutzer::checkNewName(const QString& name) {
 
 bool frmEinstellungenBenutzer::checkInput() {
     if (m_ui->txt_Username->text().trimmed().isEmpty())
-        return refuse(tr("Bitte wählen Sie einen Benutzer."), tr("Benutzer"));
+        return refuse(*m_ui->BenutzerGrid, tr("Bitte wählen Sie einen Benutzer."), tr("Benutzer"));
     if (m_ui->txt_PWD->text() != m_ui->txt_PWDConfirm->text())
-        return refuse(tr("Die Passwörter stimmen nicht überein."), tr("Benutzer"));
+        return refuse(*m_ui->txt_PWD, tr("Die Passwörter stimmen nicht überein."), tr("Benutzer"));
     return true;
 }
 

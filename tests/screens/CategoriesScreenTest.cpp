@@ -62,6 +62,7 @@ TEST_F(CategoriesScreenTest, RefusesInTheGivenOrder) {
     enter(u"txt_Gruppe", u"   "_s);
     click(u"cmdSave");
     EXPECT_EQ(said(), (Said{{u"Bitte geben Sie eine Gruppe ein."_s, 0, u"Fehlerhafte Eingabe"_s}}));
+    EXPECT_EQ(focusName(), u"txt_Gruppe"_s) << "at what is to be mended";
 
     // Quotes go before the duplicate test, and stay away although the save is refused.
     enter(u"txt_Gruppe", u"'PIZ\"ZA"_s);
@@ -120,19 +121,37 @@ TEST_F(CategoriesScreenTest, BrowsesByArrowKeysAndEntersTheMaskByEnter) {
     EXPECT_EQ(focusName(), u"txt_Gruppe"_s);
     EXPECT_EQ(screen.key(), 1);
     click(u"cmdClean");
-    EXPECT_FALSE(grid()->selectionModel()->hasSelection());
     EXPECT_EQ(screen.key(), -1);
     EXPECT_TRUE(text(u"txt_Gruppe").isEmpty());
     EXPECT_TRUE(ticked(u"check_Internet"));
     EXPECT_FALSE(find<QPushButton>(u"cmdDelete")->isEnabled());
 }
 
-TEST_F(CategoriesScreenTest, SelectsAFieldsTextOnFocus) {
-    find<QLineEdit>(u"txt_Gruppe")->setText(u"Pizza"_s);
-    find<QComboBox>(u"combo_Reihenfolge")->setFocus();
-    QTest::mouseClick(find<QLineEdit>(u"txt_Gruppe"), Qt::LeftButton);
-    QApplication::processEvents();
-    EXPECT_EQ(find<QLineEdit>(u"txt_Gruppe")->selectedText(), u"Pizza"_s);
+TEST_F(CategoriesScreenTest, WhatIsMarkedIsWhatIsInTheMask) {
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"tab", [this] { press(Qt::Key_Backtab); }},
+        {"first arrow", [this] { QTest::keyClick(grid(), Qt::Key_Down); }},
+        {"other button", [this] { QTest::mouseClick(grid()->viewport(), Qt::RightButton, {}, placeOf(1)); }},
+        {"given back",
+         [this] { QTest::mouseClick(grid()->viewport(), Qt::LeftButton, Qt::ControlModifier, placeOf(1)); }},
+        {"slipped",
+         [this] {
+             QTest::mousePress(grid()->viewport(), Qt::LeftButton, {}, placeOf(0));
+             QMouseEvent slip(QEvent::MouseMove, placeOf(1), grid()->viewport()->mapToGlobal(placeOf(1)),
+                              Qt::NoButton, Qt::LeftButton, {});
+             QApplication::sendEvent(grid()->viewport(), &slip);
+             QTest::mouseRelease(grid()->viewport(), Qt::LeftButton, {}, placeOf(1));
+         }},
+        {"last", [this] { QTest::keyClick(grid(), Qt::Key_End, Qt::ControlModifier); }},
+        {"space", [this] { QTest::keyClick(grid(), Qt::Key_Space, Qt::ControlModifier); }},
+        {"cleaned", [this] { click(u"cmdClean"); }}};
+    QList<qint64> keys;
+    for (const auto& [name, act] : ways) {
+        act();
+        keys << qMax<qint64>(screen.key(), -1);
+        EXPECT_EQ(markedKey(), screen.key() > 0 ? screen.key() : -1) << name;
+    }
+    EXPECT_EQ(keys, (QList<qint64>{0, 2, 1, 1, 2, 1, 1, -1}));
 }
 
 TEST_F(CategoriesScreenTest, DeletesOnlyWhatNoProductUsesAndOnlyAfterYes) {

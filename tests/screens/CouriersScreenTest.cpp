@@ -34,21 +34,16 @@ TEST_F(CouriersScreenTest, AddsByKeyboard) {
 }
 
 TEST_F(CouriersScreenTest, ChecksTheDuplicateBeforeTheName) {
-    const test::TestDialogs::Said noCode{u"Bitte geben Sie ein Kurzzeichen ein."_s, 0,
-                                         u"Fehlerhafte Eingabe"_s};
-    const test::TestDialogs::Said duplicate{u"Dieses Kurzzeichen existiert bereits."_s, 4,
-                                            u"Fehlende Eingabe"_s};
-    const test::TestDialogs::Said noName{u"Bitte geben Sie eine Bezeichnung ein."_s, 0,
-                                         u"Fehlerhafte Eingabe"_s};
     click(u"cmdSave");
-    EXPECT_EQ(said(), Said{noCode});
+    EXPECT_EQ(said(), (Said{{u"Bitte geben Sie ein Kurzzeichen ein."_s, 0, u"Fehlerhafte Eingabe"_s}}));
     enter(u"txt_Kurzzeichen", u"ab"_s);
     dialogs.answer(platform::kAnswerYes);
     click(u"cmdSave");
-    EXPECT_EQ(said(), Said{duplicate});
+    EXPECT_EQ(said(), (Said{{u"Dieses Kurzzeichen existiert bereits."_s, 4, u"Fehlende Eingabe"_s}}));
     enter(u"txt_Kurzzeichen", u"XY"_s);
     click(u"cmdSave");
-    EXPECT_EQ(said(), Said{noName});
+    EXPECT_EQ(said(), (Said{{u"Bitte geben Sie eine Bezeichnung ein."_s, 0, u"Fehlerhafte Eingabe"_s}}));
+    EXPECT_EQ(focusName(), u"txt_Bezeichnung"_s);
     EXPECT_EQ(count(), 2);
 }
 
@@ -71,8 +66,10 @@ TEST_F(CouriersScreenTest, ChoosesARowWithoutCleaningTheMask) {
     // The first row is on show yet and gone already: what was typed stays.
     clickRow(0);
     EXPECT_EQ(text(u"txt_Kurzzeichen"), u"typed"_s);
+    EXPECT_EQ(markedKey(), -1) << "it is not in the mask";
     clickRow(1);
     EXPECT_EQ(text(u"txt_Kurzzeichen"), u"AB"_s);
+    EXPECT_EQ(focusName(), u"KuriereGrid"_s);
     EXPECT_EQ(screen.property("KurierID").toLongLong(), TestFirm::kKurierAB);
 }
 

@@ -71,9 +71,16 @@ template <typename Screen> class MasterDataTest : public testing::Test {
                           QPoint(8, find<QCheckBox>(box)->height() / 2));
     }
 
-    void clickRow(int row) {
-        const QModelIndex cell = grid()->model()->index(row, firstShownColumn());
-        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, grid()->visualRect(cell).center());
+    void clickRow(int row) { QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, placeOf(row)); }
+
+    QPoint placeOf(int row) {
+        return grid()->visualRect(grid()->model()->index(row, firstShownColumn())).center();
+    }
+
+    /// The marked row's key; -1 without one.
+    qint64 markedKey() {
+        const QModelIndexList marked = grid()->selectionModel()->selectedRows();
+        return marked.isEmpty() ? -1 : grid()->value(marked.first().row(), 0).toLong();
     }
 
     /// Clicks the row whose first shown column holds the text.

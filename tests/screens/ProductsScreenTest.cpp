@@ -89,12 +89,18 @@ TEST_F(ProductsScreenTest, ShowsOneCategoryPriceGroupAndStatusAtATime) {
     EXPECT_EQ(codes, (QStringList{u"0 (8.10%)"_s, u"1 (2.60%)"_s, u"2 (0.00%)"_s}));
 }
 
-TEST_F(ProductsScreenTest, LeadsByEnterAndKeepsItInTheDescription) {
-    EXPECT_EQ(enterWay(u"combo_ProduktGruppe", 7),
-              (QStringList{u"combo_ProduktGruppe"_s, u"txt_Kurzzeichen"_s, u"txt_Produkt"_s,
-                           u"combo_Stückelung"_s, u"combo_Einheit"_s, u"combo_Reihenfolge"_s,
-                           u"txt_Beschreibung"_s, u"txt_Beschreibung"_s}));
-    EXPECT_EQ(find<QPlainTextEdit>(u"txt_Beschreibung")->toPlainText(), u"\n"_s);
+TEST_F(ProductsScreenTest, LeadsByEnterAndLeavesTheDescriptionAlone) {
+    auto* description = find<QPlainTextEdit>(u"txt_Beschreibung");
+    description->setPlainText(u"scharf"_s);
+    EXPECT_EQ(
+        enterWay(u"combo_ProduktGruppe", 7),
+        (QStringList{u"combo_ProduktGruppe"_s, u"txt_Kurzzeichen"_s, u"txt_Produkt"_s, u"combo_Stückelung"_s,
+                     u"combo_Einheit"_s, u"combo_Reihenfolge"_s, u"txt_Beschreibung"_s, u"cmdSave"_s}));
+    EXPECT_EQ(description->toPlainText(), u"scharf"_s);
+    description->setFocus();
+    description->moveCursor(QTextCursor::End);
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(description->toPlainText(), u"scharf\n"_s) << "a new line of its own";
 }
 
 TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
@@ -114,6 +120,7 @@ TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
     click(u"cmdSave");
     EXPECT_EQ(said(),
               (Said{{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0, u"Ungültige Eingabe"_s}}));
+    EXPECT_EQ(focusName(), u"txt_Preis_4"_s);
     EXPECT_EQ(text(u"txt_Produkt"), u"Pizza 'Speciale'"_s);
     find<QLineEdit>(u"txt_Preis_4")->setText(u"1.5"_s);
 
@@ -310,15 +317,21 @@ TEST_F(ProductsScreenTest, ASaveIsWholeOrNotAtAll) {
     int errors = 0;
     common::setErrorHandler([&](common::Origin, std::exception_ptr) { ++errors; });
     clickRowOf(u"1"_s);
-    pick(u"cmdHintergrundBildKlein", image(u"a.jpg"_s, 20, 20));
-    QFile::remove(internet(u"Pictures_Temp/SMALL_ProduktBild.jpg"_s));
+    pick(u"cmdHintergrundBildKlein", image(u"alt.jpg"_s, 10, 10));
+    click(u"cmdSave");
+    clickRowOf(u"1"_s);
+    pick(u"cmdHintergrundBildKlein", image(u"neu.jpg"_s, 20, 20));
+    pick(u"cmdHintergrundBildGross", image(u"gross.jpg"_s, 30, 30));
+    QFile::remove(internet(u"Pictures_Temp/LARGE_ProduktBild.jpg"_s));
     enter(u"txt_Produkt", u"halb"_s);
     find<QListWidget>(u"list_Extras")->clearSelection();
     click(u"cmdSave");
     common::setErrorHandler({});
     EXPECT_EQ(errors, 1);
     EXPECT_EQ(column(u"txt_Produkt"_s, 2), u"Pizza"_s);
-    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Extras"_s), 4);
+    EXPECT_EQ(QImageReader(internet(u"Pictures_Small/2.jpg"_s)).size(), QSize(10, 10)) << "the old picture";
+    EXPECT_EQ(QDir(internet(u"Pictures_Small"_s)).entryList(QDir::Files), QStringList{u"2.jpg"_s});
+    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Extras"_s), 3);
     EXPECT_FALSE(ConnMain.InTransaction());
 }
 

@@ -10,6 +10,9 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -211,6 +214,55 @@ TEST(FieldHelpers, DigitsEnterChainAndSelection) {
     EXPECT_TRUE(save->hasFocus());
     QTest::keyClick(save, Qt::Key_Return);
     EXPECT_EQ(saved, 1);
+}
+
+TEST(FieldHelpers, WhoComesBackFindsTheFieldAsItWasLeft) {
+    QMdiArea room;
+    auto* screen = new QWidget;
+    auto* field = new QLineEdit(screen);
+    auto* next = new QLineEdit(screen);
+    room.addSubWindow(screen);
+    auto* other = new QLineEdit;
+    room.addSubWindow(other);
+    platform::selectAllOnFocus(*field);
+    platform::reformatOnLeave(*field, [](const QString& text) { return text + u'.'; });
+    room.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&room));
+    QWidget desktop;
+    const std::pair<const char*, std::function<void()>> comings[] = {
+        {"menu",
+         [&] {
+             QMenu menu;
+             menu.addAction(u"Einfügen"_s);
+             menu.popup({});
+             menu.close();
+         }},
+        {"window",
+         [&] {
+             desktop.show();
+             QApplication::setActiveWindow(&desktop);
+             QApplication::setActiveWindow(&room);
+         }},
+        {"screen", [&] {
+             other->setFocus();
+             room.setActiveSubWindow(room.subWindowList().first());
+         }}};
+    next->setFocus();
+    field->setText(u"Mei"_s);
+    field->setFocus();
+    EXPECT_EQ(field->selectedText(), u"Mei"_s);
+    for (const auto& [name, comeBack] : comings) {
+        field->deselect();
+        comeBack();
+        ASSERT_TRUE(field->hasFocus()) << name;
+        QTest::keyClicks(field, u"e"_s);
+    }
+    EXPECT_EQ(field->text(), u"Meieee"_s);
+    next->setFocus();
+    EXPECT_EQ(field->text(), u"Meieee."_s);
+    QTest::mouseClick(field, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(field->selectedText(), u"Meieee."_s);
 }
 
 TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {

@@ -68,10 +68,31 @@ int DataGrid::rowCount() const {
     return m_model->rowCount();
 }
 
-void DataGrid::setRow(int row) {
+QModelIndex DataGrid::firstCell(int row) const {
     for (int column = 0; column < m_model->columnCount(); ++column)
         if (!isColumnHidden(column))
-            return setCurrentIndex(m_model->index(row, column));
+            return m_model->index(row, column);
+    return {};
+}
+
+int DataGrid::markedRow() const {
+    const QModelIndexList marked = selectionModel()->selectedRows();
+    return marked.isEmpty() ? -1 : marked.first().row();
+}
+
+void DataGrid::setRow(int row) {
+    setCurrentIndex(firstCell(row));
+}
+
+void DataGrid::standAt(int row) {
+    clearSelection();
+    selectionModel()->setCurrentIndex(firstCell(row), QItemSelectionModel::NoUpdate);
+}
+
+QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex& index,
+                                                               const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::SelectionFlags(QItemSelectionModel::NoUpdate);
 }
 
 common::Value DataGrid::value(int row, int column) const {
@@ -79,30 +100,46 @@ common::Value DataGrid::value(int row, int column) const {
 }
 
 void DataGrid::keyPressEvent(QKeyEvent* event) {
-    const int before = row();
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool menu = event->key() == Qt::Key_Menu ||
                       (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
-    if (enter && before >= 0) {
-        Q_EMIT rowActivated(before);
+    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    const int before = markedRow();
+    if (enter && row() >= 0) {
+        Q_EMIT rowActivated(row());
     } else if (menu) {
-        Q_EMIT rowContextMenu(before, viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+        Q_EMIT rowContextMenu(row(), viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+    } else if (arrow && before < 0 && rowCount() > 0) {
+        setRow(qMax(row(), 0));
+        Q_EMIT rowChosen(row());
     } else {
         QTableView::keyPressEvent(event);
-        if (row() != before && row() >= 0)
-            Q_EMIT rowChosen(row());
+        if (markedRow() >= 0 && markedRow() != before)
+            Q_EMIT rowChosen(markedRow());
     }
 }
 
 void DataGrid::mousePressEvent(QMouseEvent* event) {
-    const int pressed = indexAt(event->pos()).row();
-    m_pressedRow = event->button() == Qt::LeftButton ? pressed : -1;
-    if (event->button() != Qt::RightButton)
-        return QTableView::mousePressEvent(event);
+    const QModelIndex pressed = indexAt(event->pos());
+    m_pressedRow = event->button() == Qt::LeftButton ? pressed.row() : -1;
+    if (event->button() != Qt::RightButton) {
+        QTableView::mousePressEvent(event);
+        if (m_pressedRow >= 0)
+            Q_EMIT rowChosen(m_pressedRow);
+        return;
+    }
     setFocus(Qt::MouseFocusReason);
-    if (pressed >= 0)
-        setRow(pressed);
-    Q_EMIT rowContextMenu(pressed, event->globalPosition().toPoint());
+    // A menu on the chosen row leaves it as it is.
+    if (pressed.isValid() && pressed.row() != markedRow()) {
+        setCurrentIndex(pressed);
+        Q_EMIT rowChosen(pressed.row());
+    }
+    Q_EMIT rowContextMenu(pressed.row(), event->globalPosition().toPoint());
+}
+
+void DataGrid::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton)
+        QTableView::mouseMoveEvent(event);
 }
 
 void DataGrid::mouseReleaseEvent(QMouseEvent* event) {
@@ -110,10 +147,8 @@ void DataGrid::mouseReleaseEvent(QMouseEvent* event) {
     const int released = indexAt(event->pos()).row();
     const bool click = event->button() == Qt::LeftButton && released >= 0 && released == m_pressedRow;
     m_pressedRow = -1;
-    if (!click)
-        return;
-    Q_EMIT rowChosen(released);
-    Q_EMIT rowClicked(released);
+    if (click)
+        Q_EMIT rowClicked(released);
 }
 
 void DataGrid::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -131,8 +166,8 @@ void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
 void DataGrid::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     // Whoever comes by keyboard sees where the arrows start; nothing counts as chosen by that.
-    if (event->reason() != Qt::MouseFocusReason && row() < 0 && rowCount() > 0)
-        setRow(0);
+    if (!m_overMask && event->reason() != Qt::MouseFocusReason && markedRow() < 0 && rowCount() > 0)
+        setRow(qMax(row(), 0));
 }
 
 bool DataGrid::viewportEvent(QEvent* event) {

@@ -23,6 +23,9 @@ class RecordsetModel;
 
 /// A read-only list of rows on a DataControl, chosen from by mouse and keyboard. An empty list says so in its
 /// middle. Columns that formatColumns does not name are hidden.
+///
+/// The present row is where the list stands and the arrow keys go on from. It is marked once it was chosen,
+/// whatever key or mouse button did that; where the pointer slips to while a button is held does not count.
 class DataGrid : public QTableView {
     Q_OBJECT
   public:
@@ -40,11 +43,18 @@ class DataGrid : public QTableView {
 
     int rowCount() const;
 
-    /// -1 without a current row.
+    /// The present row, marked or not; -1 without one.
     int row() const { return currentIndex().row(); }
 
-    /// Makes the row the current one without raising a signal.
+    /// Makes the row the present one, marked, without raising a signal.
     void setRow(int row);
+    /// Makes the row the present one and leaves none marked.
+    void standAt(int row);
+
+    /// A list over a mask marks nothing by itself: what is marked is what is in the mask. Any other one marks
+    /// its first row when the focus comes to it by a key.
+    void setOverMask(bool over) { m_overMask = over; }
+
     /// Null outside the rows.
     common::Value value(int row, int column) const;
 
@@ -52,9 +62,9 @@ class DataGrid : public QTableView {
     QString text(int row, int column) const { return value(row, column).toText(); }
 
   Q_SIGNALS:
-    /// The user clicked the row or moved to it.
+    /// The user pressed a mouse button on the row or moved to it.
     void rowChosen(int row);
-    /// The user clicked the row with the left button.
+    /// The user clicked the row with the left button; rowChosen comes before.
     void rowClicked(int row);
     /// Double click or Enter on the row.
     void rowActivated(int row);
@@ -64,6 +74,7 @@ class DataGrid : public QTableView {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -71,14 +82,21 @@ class DataGrid : public QTableView {
     void paintEvent(QPaintEvent* event) override;
     /// A cell that shows its whole text has no tool tip.
     bool viewportEvent(QEvent* event) override;
+    /// A row is marked, never given back.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 
   private:
     void applyColumns();
+    /// -1 without one.
+    int markedRow() const;
+    QModelIndex firstCell(int row) const;
 
     RecordsetModel* m_model;
     QString m_emptyText;
     int m_pressedRow = -1;
     int m_stretched = -1;
+    bool m_overMask = false;
 };
 
 } // namespace platform

@@ -4,10 +4,12 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QThread>
 #include <QTimer>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -29,11 +31,13 @@ class Filter : public QObject {
     Rule m_rule;
 };
 
+/// Enter as the way on. With the shift key it is a new line, in a field that has lines.
 bool isEnter(const QEvent& event) {
     if (event.type() != QEvent::KeyPress)
         return false;
-    const int key = static_cast<const QKeyEvent&>(event).key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    return (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter) &&
+           !press.modifiers().testFlag(Qt::ShiftModifier);
 }
 
 QString digitsOf(const QString& text) {
@@ -49,19 +53,57 @@ bool isNoDigit(const QKeyEvent& key) {
     return !key.text().isEmpty() && key.text().at(0).isPrint() && digitsOf(key.text()).isEmpty();
 }
 
-/// Acts as the focus comes; with the mouse, after the press that brought it has put the cursor down. Not
-/// later than that, since the next key may be waiting already.
-void watchFocus(QWidget& field, std::function<void()> action) {
-    new Filter(field, [&field, action = std::move(action)](QEvent& event) {
-        if (event.type() != QEvent::FocusIn)
-            return false;
-        if (static_cast<QFocusEvent&>(event).reason() == Qt::MouseFocusReason)
-            QTimer::singleShot(0, &field, action);
-        else
-            action();
-        return false;
-    });
+/// The part of the program whose fields lead to each other: a child window, a dialog, a window.
+QWidget* screenOf(QWidget& field) {
+    QWidget* screen = &field;
+    while (!screen->isWindow() && !qobject_cast<QMdiSubWindow*>(screen))
+        screen = screen->parentWidget();
+    return screen;
 }
+
+/// Tells the real changes of the focus, from one field of a screen to another. A menu over the field, a
+/// message box, and another screen or window in front are none: whoever comes back finds the field as it was
+/// left.
+class FocusWatch : public QObject {
+  public:
+    FocusWatch(QWidget& field, std::function<void()> entered, std::function<void()> left) :
+        QObject(&field), m_field(field), m_entered(std::move(entered)), m_left(std::move(left)) {
+        field.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::FocusIn)
+            comes(static_cast<QFocusEvent&>(*event).reason());
+        else if (event->type() == QEvent::FocusOut && m_here)
+            goes();
+        return false;
+    }
+
+  private:
+    void comes(Qt::FocusReason reason) {
+        const bool byHand = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                            reason == Qt::ShortcutFocusReason || reason == Qt::MouseFocusReason;
+        if (std::exchange(m_here, true) && !byHand)
+            return;
+        // The press that brought the focus has yet to put the cursor down. Otherwise not later than now,
+        // since the next key may be waiting already.
+        if (reason == Qt::MouseFocusReason)
+            QTimer::singleShot(0, this, m_entered);
+        else
+            m_entered();
+    }
+
+    void goes() {
+        if (screenOf(m_field)->focusWidget() == &m_field)
+            return;
+        m_here = false;
+        m_left();
+    }
+
+    QWidget& m_field;
+    std::function<void()> m_entered, m_left;
+    bool m_here = false;
+};
 
 QString withoutQuotes(QString text) {
     return text.remove(QLatin1Char('"')).remove(QLatin1Char('\''));
@@ -70,11 +112,13 @@ QString withoutQuotes(QString text) {
 } // namespace
 
 void selectAllOnFocus(QLineEdit& field) {
-    watchFocus(field, [&field] { field.selectAll(); });
+    new FocusWatch(
+        field, [&field] { field.selectAll(); }, [] {});
 }
 
 void selectAllOnFocus(QPlainTextEdit& field) {
-    watchFocus(field, [&field] { field.selectAll(); });
+    new FocusWatch(
+        field, [&field] { field.selectAll(); }, [] {});
 }
 
 void enterChain(const QList<QWidget*>& fields) {
@@ -111,18 +155,13 @@ void digitsOnly(QLineEdit& field, Paste paste) {
 }
 
 void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule) {
-    new Filter(field, [&field, rule = std::move(rule)](QEvent& event) {
-        if (event.type() == QEvent::MouseButtonDblClick) {
-            field.selectAll();
-            return true;
-        }
-        if (event.type() != QEvent::FocusOut)
+    new FocusWatch(
+        field, [] {}, [&field, rule = std::move(rule)] { field.setText(rule(field.text())); });
+    new Filter(field, [&field](QEvent& event) {
+        if (event.type() != QEvent::MouseButtonDblClick)
             return false;
-        // A menu over the field and a message box are no leaving.
-        const Qt::FocusReason reason = static_cast<QFocusEvent&>(event).reason();
-        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
-            field.setText(rule(field.text()));
-        return false;
+        field.selectAll();
+        return true;
     });
 }
 

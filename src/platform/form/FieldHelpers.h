@@ -10,12 +10,13 @@ class QPlainTextEdit;
 /// Behaviour that the fields of all screens share.
 namespace platform {
 
-/// The field selects its whole text whenever it gets the focus.
+/// The field selects its whole text when the focus comes to it from another field; not when a menu or message
+/// box over it closes, or when its window comes back: then it is as it was left.
 void selectAllOnFocus(QLineEdit& field);
 void selectAllOnFocus(QPlainTextEdit& field);
 
-/// Enter moves the focus from each field to the next one; in a button Enter presses it. The last field of the
-/// list keeps Enter to itself unless it is a button.
+/// Enter moves the focus from each field to the next one; in a button Enter presses it. What the chain ends
+/// in keeps Enter to itself unless it is a button. Shift+Enter is not touched: a new line.
 void enterChain(const QList<QWidget*>& fields);
 
 /// What pasting into a field of digits inserts.
@@ -23,8 +24,8 @@ enum class Paste { Digits, AsItIs };
 /// Typing lets digits through and the keys that edit. Texts set by the program are not touched.
 void digitsOnly(QLineEdit& field, Paste paste = Paste::Digits);
 
-/// When the focus leaves the field its text becomes what `rule` makes of it. A double click takes the whole
-/// text, not the part of a number before its point.
+/// When the focus leaves the field for another one (see selectAllOnFocus) its text becomes what `rule` makes
+/// of it. A double click takes the whole text, not the part of a number before its point.
 void reformatOnLeave(QLineEdit& field, std::function<QString(const QString& text)> rule);
 
 /// Takes the double and then the single quotes out of the field: what is stored from it may later stand in a

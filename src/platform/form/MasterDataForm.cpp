@@ -23,11 +23,13 @@ MasterDataForm::MasterDataForm(const Services& services, store::Connection& conn
     m_rows.setObjectName(QStringLiteral("DataControl"));
 }
 
-void MasterDataForm::setUpForm(const QList<QWidget*>& chain, QSize twips) {
+void MasterDataForm::setUpForm(QList<QWidget*> chain, QSize twips, QWidget* last) {
     m_grid = findChild<DataGrid*>();
     m_delete = findChild<QAbstractButton*>(QStringLiteral("cmdDelete"));
     m_firstField = chain.first();
+    chain << (last ? last : findChild<QWidget*>(QStringLiteral("cmdSave")));
     m_grid->setDataControl(m_rows);
+    m_grid->setOverMask(true);
     m_delete->setEnabled(false);
     setUpActs();
     offerSheetExport(*m_grid, m_services.dialogs, windowTitle().section(QStringLiteral(": "), -1));
@@ -45,20 +47,19 @@ void MasterDataForm::setUpActs() {
     using common::connectGuarded;
     using common::Origin;
     connectGuarded(Origin::User, m_grid, &DataGrid::rowChosen, this, [this](int row) { browseTo(row); });
-    connectGuarded(Origin::User, m_grid, &DataGrid::rowClicked, this, [this](int) { enterMask(); });
+    connectGuarded(Origin::User, m_grid, &DataGrid::rowClicked, this, [this](int) {
+        if (m_entry)
+            m_entry->setFocus();
+    });
     connectGuarded(Origin::User, m_grid, &DataGrid::rowActivated, this, [this](int row) {
         browseTo(row);
-        enterMask();
+        (m_entry ? m_entry.data() : m_firstField)->setFocus();
     });
     const auto onClick = [this](const char16_t* name, auto act) {
         connectGuarded(Origin::User, findChild<QAbstractButton*>(QString::fromUtf16(name)),
                        &QAbstractButton::clicked, this, act);
     };
-    onClick(u"cmdClean", [this] {
-        CleanMask();
-        // The row that the mask has let go of; the arrow keys go on from there.
-        m_grid->clearSelection();
-    });
+    onClick(u"cmdClean", [this] { CleanMask(); });
     onClick(u"cmdSave", [this] { save(); });
     onClick(u"cmdDelete", [this] { remove(); });
     onClick(u"cmdClose", [this] { close(); });
@@ -68,9 +69,8 @@ void MasterDataForm::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (event->spontaneous() || m_key != 0 || !m_firstField->isEnabled())
         return;
-    // The frame around the screen has given the focus to the list, which then marks its first row.
+    // The frame around the screen has given the focus to the list.
     m_firstField->setFocus();
-    m_grid->setRow(-1);
 }
 
 void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn>& columns,
@@ -80,23 +80,26 @@ void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn
     m_grid->formatColumns(columns);
 }
 
-void MasterDataForm::goToRow(qint64 key) {
-    for (int row = 0; row < m_grid->rowCount(); ++row)
-        if (keyOfRow(row) == key)
-            return m_grid->setRow(row);
+void MasterDataForm::goToRow(int row) {
+    chooseRow(row);
+    if (m_key == keyOfRow(row))
+        m_grid->setRow(row);
+    else
+        m_grid->clearSelection();
 }
 
 void MasterDataForm::printRows(const QString& reportFile, const QString& title,
                                const std::function<void(const Progress&)>& fillPrintTable) {
     printList(m_services, reportFile, title, [&](const Progress& progress) {
         fillPrintTable(progress);
-        m_grid->setRow(0);
+        m_grid->standAt(0);
     });
 }
 
 void MasterDataForm::CleanMask() {
     m_key = kNewRecord;
     m_delete->setEnabled(false);
+    m_grid->clearSelection();
 }
 
 void MasterDataForm::chooseRow(int row) {
@@ -116,16 +119,10 @@ qint64 MasterDataForm::keyOfRow(int row) const {
 }
 
 void MasterDataForm::browseTo(int row) {
-    chooseRow(row);
-    m_entry = focusWidget();
-    if (m_entry == m_grid)
-        m_entry = m_firstField;
     m_grid->setFocus();
-}
-
-void MasterDataForm::enterMask() {
-    if (m_entry)
-        m_entry->setFocus();
+    goToRow(row);
+    m_entry = focusWidget() == m_grid ? nullptr : focusWidget();
+    m_grid->setFocus();
 }
 
 void MasterDataForm::save() {
@@ -156,6 +153,12 @@ bool MasterDataForm::filled(QLineEdit& field) {
 
 bool MasterDataForm::refuse(const QString& text, const QString& caption, int style) {
     m_services.dialogs.MsgBox(text, style, caption);
+    return false;
+}
+
+bool MasterDataForm::refuse(QWidget& faulty, const QString& text, const QString& caption, int style) {
+    refuse(text, caption, style);
+    faulty.setFocus();
     return false;
 }
 

@@ -24,8 +24,9 @@ namespace platform {
 ///     cmdDelete        mayDelete, deleteRecord, the pause after a write, showDeleted
 ///     cmdClose         closes; unsaved input is dropped without a question
 ///
-/// The arrow keys browse the list: rows load, the focus stays in the list. A click and Enter lead into the
-/// mask. Every text field selects its whole text when it gets the focus; Enter presses the button that has
+/// What is marked in the list is what is in the mask. The arrow keys browse: rows load, the focus stays in
+/// the list. A click leads into the mask where cleaning the mask does; Enter and a double click always do.
+/// Enter leads through the fields to cmdSave. Every text field selects its whole text when the focus comes to
 /// it. The mask takes the height it needs, the list the rest.
 class MasterDataForm : public QWidget {
     Q_OBJECT
@@ -50,15 +51,15 @@ class MasterDataForm : public QWidget {
     MasterDataForm(const Services& services, store::Connection& connection, QWidget* parent);
 
     /// Puts the controls to work and gives the screen its fixed size. To be called by the screen's
-    /// constructor, once its layout stands. Enter leads along the chain; its first field has the focus when
-    /// the screen opens.
-    void setUpForm(const QList<QWidget*>& chain, QSize twips);
+    /// constructor, once its layout stands. Enter leads along the chain and on to `last`, cmdSave unless
+    /// told otherwise; its first field has the focus when the screen opens.
+    void setUpForm(QList<QWidget*> chain, QSize twips, QWidget* last = nullptr);
 
     /// Runs the query on the main database and shows its rows; `filter` narrows the fetched ones (see
     /// store::Recordset::Filter). Column 0 is the key.
     void showRows(const QString& query, const std::vector<DataColumn>& columns, const QString& filter = {});
-    /// Makes the row of that key the list's current one, where it is in the list.
-    void goToRow(qint64 key);
+    /// chooseRow; the row is marked once it is in the mask. The focus stays where that puts it.
+    void goToRow(int row);
     /// Prints the list (see printList); it stands at its first row afterwards.
     void printRows(const QString& reportFile, const QString& title,
                    const std::function<void(const Progress&)>& fillPrintTable);
@@ -98,6 +99,8 @@ class MasterDataForm : public QWidget {
     static bool filled(QLineEdit& field);
     /// Tells the user, and gives false: the end of a check or guard that fails. An answer does not count.
     bool refuse(const QString& text, const QString& caption, int style = kOk);
+    /// The same, and the focus goes to the field that is to be mended.
+    bool refuse(QWidget& faulty, const QString& text, const QString& caption, int style = kOk);
     /// Asks with Yes and No.
     bool confirm(const QString& text, const QString& caption);
 
@@ -111,7 +114,6 @@ class MasterDataForm : public QWidget {
     void setUpActs();
     void showFresh();
     void browseTo(int row);
-    void enterMask();
     void save();
     void remove();
 
@@ -120,7 +122,7 @@ class MasterDataForm : public QWidget {
     DataGrid* m_grid = nullptr;
     QAbstractButton* m_delete = nullptr;
     QWidget* m_firstField = nullptr;
-    QPointer<QWidget> m_entry; ///< where the mask is entered after a choice
+    QPointer<QWidget> m_entry; ///< where the present choice put the focus, null where it left it
     qint64 m_key = 0;
 };
 

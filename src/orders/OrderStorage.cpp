@@ -210,6 +210,7 @@ std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
     head.time_BestellZeit = ReadableSerial(row->Fields(u"time_BestellZeit").Value());
     head.time_Lieferzeit = ReadableSerial(row->Fields(u"time_Lieferzeit").Value());
     head.txt_Konditionen = row->Fields(u"txt_Konditionen").text();
+    head.txt_LieferDatum = row->Fields(u"txt_LieferDatum").text();
     head.dbl_SummeOhneMWSt = row->Fields(u"dbl_SummeOhneMWSt").toDouble();
     head.dbl_MWStBetrag = row->Fields(u"dbl_MWStBetrag").toDouble();
     head.dbl_TotalMitMWSt = row->Fields(u"dbl_TotalMitMWSt").toDouble();

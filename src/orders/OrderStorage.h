@@ -60,7 +60,7 @@ std::optional<double> ReadableSerial(const common::Value& stored);
 struct OrderHead {
     qint64 lng_TrxNr = 0, lng_KundenID = 0, lng_KurierID = 0;
     std::optional<double> lng_BestellDatum, lng_LieferDatum, time_BestellZeit, time_Lieferzeit;
-    QString txt_Konditionen;
+    QString txt_Konditionen, txt_LieferDatum;
     double dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, dbl_TotalMitMWSt = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "common/modFunctions.h"
+#include "desks/MainDesks.h"
 #include "desks/OrderDesk.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Dialogs.h"
@@ -97,9 +98,7 @@ void frmAuftragswesenVorbestellungen::ShowVorbestellung(qint64 trxNr) {
 std::optional<qint64> frmAuftragswesenVorbestellungen::chosen() const {
     const platform::DataGrid& grid = *m_ui->VorbestellungGrid;
     const qint64 trxNr = grid.value(grid.row(), kTrxNr).toLong();
-    if (grid.row() < 0 || !common::isDate(grid.text(grid.row(), kLieferDatum)) || trxNr <= 0)
-        return std::nullopt;
-    return trxNr;
+    return grid.row() >= 0 && trxNr > 0 ? std::optional(trxNr) : std::nullopt;
 }
 
 void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
@@ -108,6 +107,8 @@ void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
                                             tr("Vorbestellung Löschen")) != platform::kAnswerYes)
         return;
     DeleteVorbestellung(*trxNr);
+    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
+        box->showMessage(tr("Vorbestellung %1 gelöscht").arg(*trxNr));
     DataControl.Refresh();
     FormatGrid();
 }

@@ -29,7 +29,7 @@ class frmAuftragswesenVorbestellungen : public QWidget, public desks::PreOrderLi
     void cmdShowAll_Click();
     void cmdDelete_Click();
     void VorbestellungGrid_DblClick();
-    /// Number of the current row; nothing without one, or when its delivery date is none.
+    /// Number of the current row; nothing without one.
     std::optional<qint64> chosen() const;
 
     std::unique_ptr<Ui::frmAuftragswesenVorbestellungen> m_ui;

@@ -32,6 +32,9 @@ void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
     if (head) {
         orders::ShowPeople(order, *head);
         orders::ShowHead(order, *head);
+        // Text and number tell the same date; where one is damaged the other is not trusted.
+        if (!common::isDate(head->txt_LieferDatum))
+            order.setDetail(Detail::Lieferung, QString());
     }
     orders::LoadLines(order, orders::PreOrders(), trxNr);
     orders::OrderButtons buttons = order.buttons();

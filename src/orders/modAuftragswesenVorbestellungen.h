@@ -14,7 +14,8 @@ namespace modAuftragswesenVorbestellungen {
 qint64 SaveVorbestellung(const orders::WorkingOrder& order);
 
 /// Clears the order and fills it as a coming order that can be booked: under the next transaction number,
-/// with the delivery that was agreed. Without a head of that number the head stays empty.
+/// with the delivery that was agreed; a date or time of it that is damaged is left empty for the clerk to
+/// type. Without a head of that number the head stays empty.
 void LoadVorbestellung(orders::WorkingOrder& order, qint64 trxNr);
 /// LoadVorbestellung, and the order is taken today and now.
 void OpenVorbestellung(orders::WorkingOrder& order, qint64 trxNr);

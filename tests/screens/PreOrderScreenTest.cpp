@@ -137,22 +137,25 @@ TEST_F(PreOrderListTest, DoubleClickOpensAndDeleteAsks) {
     EXPECT_EQ(dialogs.unexpected, 0);
 }
 
-TEST_F(PreOrderListTest, ADamagedDeliveryDateIsShownAndRefusedSilently) {
-    store(u"15/05/2026");
+TEST_F(PreOrderListTest, OneWithADamagedDeliveryDateIsOpenedAndDeletedLikeAnother) {
+    const qint64 damaged = store(u"15/05/2026");
     ConnMain.Execute(u"UPDATE tbl_Auftragswesen_Vorbestellungen_Master SET txt_LieferDatum = 'kaputt', "
                      u"time_Lieferzeit = 'bald'"_s);
     open();
     ASSERT_EQ(grid()->rowCount(), 1);
     EXPECT_EQ(grid()->model()->index(0, 2).data().toString(), u"bald"_s);
     doubleClick(0);
-    click("cmdDelete");
+    EXPECT_EQ(navigation.openedVorbestellung, damaged);
     ConnMain.Execute(u"UPDATE tbl_Auftragswesen_Vorbestellungen_Master SET txt_LieferDatum = NULL, "
-                     u"time_Lieferzeit = NULL"_s);
-    click("cmdLoad");
+                     u"lng_LieferDatum = NULL"_s);
+    click("cmdShowAll");
     doubleClick(0);
+    dialogs.answer(platform::kAnswerYes);
     click("cmdDelete");
-    EXPECT_EQ(navigation.openedVorbestellung, -1);
-    EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_EQ(dialogs.last().text, u"Möchten Sie diese Vorbestellung löschen?"_s);
+    EXPECT_EQ(grid()->rowCount(), 0);
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Details"_s), 0);
+    EXPECT_EQ(navigation.messages, QStringList{u"Vorbestellung %1 gelöscht"_s.arg(damaged)});
 }
 
 /// The alarm in the whole program, with the real order screen.
@@ -210,11 +213,10 @@ TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
     QTest::mouseClick(alarm()->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
     EXPECT_FALSE(alarm());
     EXPECT_EQ(QApplication::focusWidget(), number);
-    for (int minute = 0; minute < 24 * 60; ++minute) {
-        common::clock::set(TestFirm::day() + 0.75 + minute / 1440.0);
+    for (const bool closed : {true, false, true}) {
         tick();
         ASSERT_TRUE(alarm()) << "it comes again until the pre-order is deleted";
-        if (minute % 2)
+        if (closed)
             QTest::keyClick(number, Qt::Key_F10, Qt::ControlModifier);
     }
     EXPECT_EQ(app->mainWindow().findChildren<frmAuftragswesenVorbestellungenAlarm*>().size(), 1);

@@ -16,15 +16,15 @@ int main(int argc, char** argv) {
     platform::QtReportControl reports(dialogs);
     platform::CupsPrinters printers;
     const QString folder = QCoreApplication::applicationDirPath();
-    const std::unique_ptr<platform::BasicCAPI32> line =
-        platform::createLine(platform::LineSettings::read(folder + QStringLiteral("/tavolino.ini")));
+    const auto telephone = platform::LineSettings::read(folder + QStringLiteral("/tavolino.ini"));
+    const std::unique_ptr<platform::BasicCAPI32> line = platform::createLine(telephone);
     shell::Application tavolino(
         {.appPath = folder,
          .dialogs = dialogs,
          .registry = registry,
          .reports = reports,
          .printers = printers,
-         .line = line.get(),
+         .telephony = {line.get(), telephone.keptCalls, telephone.problem},
          // At once means at once: nothing is unwound, everything that counts is closed.
          .exitProcess = [](int code) { std::_Exit(code); }});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;

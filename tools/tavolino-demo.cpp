@@ -227,8 +227,10 @@ int main(int argc, char** argv) {
     platform::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
     platform::QtReportControl reports(dialogs);
     platform::CupsPrinters printers;
-    shell::Application application({installation, dialogs, registry, reports, printers, line.get(),
-                                    [](int code) { std::_Exit(code == 0 ? 1 : code); }});
+    shell::Application application(
+        {installation, dialogs, registry, reports, printers, {line.get()}, [](int code) {
+             std::_Exit(code == 0 ? 1 : code);
+         }});
     if (!application.start())
         giveUp(u"the program did not start"_s);
     application.mainWindow().showMaximized();

@@ -1,7 +1,6 @@
 #include "shell/Application.h"
 #include "platform/line/TelephoneLine.h"
 #include "shell/Screens.h"
-#include "shell/Startup.h"
 #include "store/StoreGlobals.h"
 
 // A static library's resources are not found unless they are asked for; the macro wants the global namespace.
@@ -39,7 +38,7 @@ bool Application::start() {
     common::guarded(common::Origin::User, [&] {
         m_window = std::make_unique<frmMDI>(m_services, m_screens, m_ground.procedures);
         m_navigation.setMainWindow(m_window.get());
-        Startup startup(*m_window, m_services, m_ground.line);
+        Startup startup(*m_window, m_services, m_ground.telephony);
         started = startup.run();
         m_lock = startup.takeLock();
     });
@@ -63,8 +62,8 @@ void Application::closeDown() {
         return;
     // The program ends whatever fails here; what failed stands in the log.
     try {
-        if (m_ground.line)
-            m_ground.line->Stop();
+        if (m_ground.telephony.line)
+            m_ground.telephony.line->Stop();
         for (store::Connection* connection : {&ConnMain, &ConnPhone, &ConnPrint})
             if (connection->IsOpen())
                 connection->Close();
@@ -72,7 +71,7 @@ void Application::closeDown() {
         m_log.write(QStringLiteral("Fehler beim Beenden"), QString::fromUtf8(failure.what()));
     }
     if (m_lock)
-        m_lock->unlock();
+        m_lock->release();
 }
 
 } // namespace shell

@@ -1,18 +1,15 @@
 #pragma once
 #include "platform/Services.h"
 #include "shell/ErrorReporter.h"
+#include "shell/InstanceLock.h"
 #include "shell/LogFile.h"
 #include "shell/PhoneBookSearch.h"
 #include "shell/ScreenRegistry.h"
 #include "shell/ShellNavigation.h"
+#include "shell/Startup.h"
 #include "shell/frmMDI.h"
-#include <QLockFile>
 #include <functional>
 #include <memory>
-
-namespace platform {
-class BasicCAPI32;
-}
 
 namespace shell {
 
@@ -27,8 +24,7 @@ class Application {
         platform::RegistryStore& registry;
         platform::ReportControl& reports;
         platform::Printers& printers;
-        /// Null is a program without a telephone.
-        platform::BasicCAPI32* line = nullptr;
+        Telephony telephony = {};
         /// Leaves the process at once; a test takes note instead and returns.
         std::function<void(int exitCode)> exitProcess;
         frmMDI::Procedures procedures = {};
@@ -66,7 +62,7 @@ class Application {
     ErrorReporter m_errors;
     PhoneBookSearch m_phoneBook;
     ScreenRegistry m_screens;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<InstanceLock> m_lock;
     std::unique_ptr<frmMDI> m_window;
     bool m_closed = false;
 };

@@ -1,7 +1,9 @@
 #include "shell/ScreenManager.h"
 #include "platform/QtDialogs.h"
+#include <QAction>
 #include <QEvent>
 #include <QMdiSubWindow>
+#include <QMenu>
 
 namespace shell {
 
@@ -95,6 +97,9 @@ QMdiSubWindow* ScreenManager::create(const QString& screen, const ScreenEntry& e
     QMdiSubWindow* window = m_room.addSubWindow(widget);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(screen + QStringLiteral("Window"));
+    // The frame's own keys (Ctrl+W, Ctrl+F4) would drop what stands on the screen: it closes by its button.
+    for (QAction* action : window->systemMenu()->actions())
+        action->setShortcuts(QList<QKeySequence>());
     m_open.insert(screen, window);
     place(*window, entry.maximised);
     return window;

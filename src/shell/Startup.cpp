@@ -13,7 +13,9 @@
 #include "store/SystemSettings.h"
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
+#include <QStorageInfo>
 #include <clocale>
 
 using namespace Qt::StringLiterals;
@@ -21,24 +23,31 @@ using namespace Qt::StringLiterals;
 namespace shell {
 namespace {
 
-bool writeTest(const QString& path) {
+enum class WriteTest { Passed, NoRights, NoRoom };
+
+WriteTest writeTest(const QString& path) {
     if (QFile::exists(path) && !QFile::remove(path))
-        return false;
+        return WriteTest::NoRights;
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("OK\r\n") < 0)
-        return false;
+    if (!file.open(QIODevice::WriteOnly))
+        return QStorageInfo(QFileInfo(path).path()).bytesAvailable() == 0 ? WriteTest::NoRoom
+                                                                          : WriteTest::NoRights;
+    // Whoever may make the file and cannot fill it lacks room, not rights.
+    const bool written = file.write("OK\r\n") > 0 && file.flush();
     file.close();
-    if (file.error() != QFile::NoError || !file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray line = file.readLine().trimmed();
+    const bool readable = file.open(QIODevice::ReadOnly);
+    const QByteArray line = readable ? file.readLine().trimmed() : QByteArray();
     file.close();
-    return file.remove() && line == "OK";
+    const bool removed = file.remove();
+    if (!written)
+        return WriteTest::NoRoom;
+    return removed && line == "OK" ? WriteTest::Passed : WriteTest::NoRights;
 }
 
 } // namespace
 
-Startup::Startup(frmMDI& window, const platform::Services& services, platform::BasicCAPI32* line) :
-    m_window(window), m_services(services), m_line(line) {
+Startup::Startup(frmMDI& window, const platform::Services& services, const Telephony& telephony) :
+    m_window(window), m_services(services), m_telephony(telephony) {
 }
 
 bool Startup::run() {
@@ -61,24 +70,50 @@ bool Startup::run() {
 }
 
 bool Startup::refuseSecondInstance() {
-    m_lock = std::make_unique<QLockFile>(store::appPath() + u"/tavolino.lock"_s);
-    // The lock counts as long as its owner lives; one left behind by a crash does not.
-    m_lock->setStaleLockTime(0);
-    if (m_lock->tryLock(0) || m_lock->error() != QLockFile::LockFailedError)
-        // A folder that cannot be written is the next step's to tell.
+    m_lock = std::make_unique<InstanceLock>(store::appPath() + u"/tavolino.lock"_s);
+    const InstanceLock::State found = m_lock->take();
+    // A folder that cannot be written is the next step's to tell.
+    if (found == InstanceLock::State::Taken || found == InstanceLock::State::Unwritable)
         return true;
+    if (found != InstanceLock::State::RunsHere && askAboutLock(found)) {
+        m_lock->takeOver();
+        return true;
+    }
     m_services.navigation.endProgram();
     return false;
 }
 
+bool Startup::askAboutLock(InstanceLock::State found) {
+    const QString who =
+        found == InstanceLock::State::HeldElsewhere
+            ? frmMDI::tr("Tavolino arbeitet mit diesen Daten schon auf dem Computer \"%1\", oder wurde dort "
+                         "nicht richtig beendet.")
+                  .arg(m_lock->computer())
+            : frmMDI::tr("Ob Tavolino mit diesen Daten schon läuft, ist nicht zu erkennen: \"%1\" ist nicht "
+                         "lesbar.")
+                  .arg(QDir::toNativeSeparators(m_lock->file()));
+    const QString question = frmMDI::tr("Läuft es nirgends mehr, können Sie weiterfahren. Möchten Sie "
+                                        "weiterfahren?");
+    return m_services.dialogs.MsgBox(who + u"\n\n"_s + question, platform::kYesNo,
+                                     frmMDI::tr("Tavolino läuft bereits")) == platform::kAnswerYes;
+}
+
 bool Startup::WriteTestApplicationFolder() {
-    if (writeTest(store::appPath() + u"/WriteTest.tmp"_s))
+    const WriteTest result = writeTest(store::appPath() + u"/WriteTest.tmp"_s);
+    if (result == WriteTest::Passed)
         return true;
-    m_services.dialogs.MsgBox(
-        frmMDI::tr(
-            "Dieser Benutzer hat keine Schreibzugriff. Geben Sie dem Benutzer die nötigen Berechtigungen "
-            "oder starten Sie die Applikation als Administrator. Das Programm wird nun beendet."),
-        platform::kInformation, frmMDI::tr("Keine Benutzerberechtigung"));
+    if (result == WriteTest::NoRoom)
+        m_services.dialogs.MsgBox(
+            frmMDI::tr(
+                "Auf den Datenträger des Programms kann nicht geschrieben werden, wahrscheinlich ist er "
+                "voll. Schaffen Sie Platz und starten Sie Tavolino neu. Das Programm wird nun beendet."),
+            platform::kStop, frmMDI::tr("Kein Platz"));
+    else
+        m_services.dialogs.MsgBox(
+            frmMDI::tr(
+                "Dieser Benutzer hat keine Schreibzugriff. Geben Sie dem Benutzer die nötigen Berechtigungen "
+                "oder starten Sie die Applikation als Administrator. Das Programm wird nun beendet."),
+            platform::kInformation, frmMDI::tr("Keine Benutzerberechtigung"));
     m_services.navigation.endProgram();
     return false;
 }
@@ -102,8 +137,20 @@ bool Startup::OpenDatabases() {
 }
 
 void Startup::EnableInterfaces() {
-    m_window.startTelephony(m_line);
+    m_window.startTelephony(m_telephony.line, m_telephony.keptCalls);
     m_window.startWebShop();
+    tellBrokenIni();
+}
+
+/// A file that is not understood must not pass for one without a telephone.
+void Startup::tellBrokenIni() {
+    if (m_telephony.problem.isEmpty())
+        return;
+    const QString text =
+        frmMDI::tr("Die Datei \"tavolino.ini\" ist fehlerhaft:\n\n%1\n\nWas nicht zu lesen ist, gilt "
+                   "als weggelassen. Berichtigen Sie die Datei und starten Sie Tavolino neu.");
+    m_services.dialogs.MsgBox(text.arg(m_telephony.problem), platform::kInformation,
+                              frmMDI::tr("Einstellungen der Installation"));
 }
 
 bool Startup::login() {

@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/Services.h"
-#include <QLockFile>
+#include "shell/InstanceLock.h"
 #include <QString>
 #include <memory>
 
@@ -12,25 +12,37 @@ class BasicCAPI32;
 
 namespace shell {
 
+/// The telephone, and what tavolino.ini says about it.
+struct Telephony {
+    /// Null is a program without a telephone.
+    platform::BasicCAPI32* line = nullptr;
+    /// So many calls the caller list keeps; 0 for all.
+    int keptCalls = 0;
+    /// What is wrong with tavolino.ini; "" for nothing.
+    QString problem{};
+};
+
 /// The start of the program, step by step; the order matters. Each step that ends the program says so through
 /// Navigation::endProgram and gives false, and nothing after it runs.
 class Startup {
   public:
-    /// The line may be null: a program without a telephone.
-    Startup(frmMDI& window, const platform::Services& services, platform::BasicCAPI32* line);
+    Startup(frmMDI& window, const platform::Services& services, const Telephony& telephony);
 
     /// Throws common::RunTimeError when a database cannot be opened.
     bool run();
 
     /// Held as long as the program runs, so that a second one on the same folder finds it taken.
-    std::unique_ptr<QLockFile> takeLock() { return std::move(m_lock); }
+    std::unique_ptr<InstanceLock> takeLock() { return std::move(m_lock); }
 
   private:
     bool refuseSecondInstance();
+    /// What stands there is no program that runs here: who it may be, and whether to go on all the same.
+    bool askAboutLock(InstanceLock::State found);
     bool WriteTestApplicationFolder();
     void SetRegionalSettings();
     bool OpenDatabases();
     void EnableInterfaces();
+    void tellBrokenIni();
     /// False when the program ended instead.
     bool login();
     void offerDraft();
@@ -38,8 +50,8 @@ class Startup {
 
     frmMDI& m_window;
     platform::Services m_services;
-    platform::BasicCAPI32* m_line;
-    std::unique_ptr<QLockFile> m_lock;
+    Telephony m_telephony;
+    std::unique_ptr<InstanceLock> m_lock;
 };
 
 } // namespace shell

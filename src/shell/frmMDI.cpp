@@ -146,14 +146,15 @@ void frmMDI::setUpPanels() {
 }
 
 void frmMDI::setUpTimers() {
-    const auto every = [this](QTimer& timer, int milliseconds, void (frmMDI::*tick)()) {
+    const auto every = [this](QTimer& timer, const char* name, int milliseconds, void (frmMDI::*tick)()) {
+        timer.setObjectName(QLatin1String(name));
         timer.setInterval(milliseconds);
         connectGuarded(Origin::Timer, &timer, &QTimer::timeout, this, [this, tick] { (this->*tick)(); });
     };
-    every(TimerBeep, 1000, &frmMDI::TimerBeep_Timer);
-    every(VorbestellungTimer, 60000, &frmMDI::VorbestellungTimer_Timer);
-    every(InternetLinkTimer, 60000, &frmMDI::InternetLinkTimer_Timer);
-    every(TimerZeit, 1000, &frmMDI::TimerZeit_Timer);
+    every(TimerBeep, "TimerBeep", 1000, &frmMDI::TimerBeep_Timer);
+    every(VorbestellungTimer, "VorbestellungTimer", 60000, &frmMDI::VorbestellungTimer_Timer);
+    every(InternetLinkTimer, "InternetLinkTimer", 60000, &frmMDI::InternetLinkTimer_Timer);
+    every(TimerZeit, "TimerZeit", 1000, &frmMDI::TimerZeit_Timer);
     TimerBeep.start();
     VorbestellungTimer.start();
     TimerZeit.start();

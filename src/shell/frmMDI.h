@@ -57,9 +57,10 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void TimerZeit_Timer();
 
     // Calls
-    /// Starts the line and shows the way to the caller list; without a line the program runs on, and both
-    /// stay away. The line outlives the window; null is a program without one.
-    void startTelephony(platform::BasicCAPI32* line);
+    /// Starts the line and shows the way to the caller list, which keeps so many calls (0 for all); without a
+    /// line the program runs on, and both stay away. The line outlives the window; null is a program without
+    /// one.
+    void startTelephony(platform::BasicCAPI32* line, int keptCalls);
     /// A call came in: shows its number and records it. Touches no open screen, so that a call never disturbs
     /// an order that is being keyed.
     void BasicCAPI32_IncomingCall(const QString& GerufeneNr, const QString& AnrufNr,
@@ -106,6 +107,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// The keys that lead on, in the empty room.
     void showHints();
     bool hasTelephony() const;
+    void startLine(platform::BasicCAPI32& line);
     void setUpTimers();
     void toolButton(class QToolButton* button, const QString& screen);
     void choose(const shell::MenuEntry& entry);
@@ -121,9 +123,10 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     shell::ScreenManager* m_screens = nullptr;
     shell::MenuTree* m_menu = nullptr;
     int m_internetAttention = 0;
+    int m_keptCalls = 0;
     bool m_userLoggedIn = false;
-    QTimer TimerBeep;
-    QTimer VorbestellungTimer;
-    QTimer InternetLinkTimer;
-    QTimer TimerZeit;
+    QTimer TimerBeep{this};
+    QTimer VorbestellungTimer{this};
+    QTimer InternetLinkTimer{this};
+    QTimer TimerZeit{this};
 };

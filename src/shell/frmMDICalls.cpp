@@ -16,22 +16,28 @@
 
 using namespace Qt::StringLiterals;
 
-void frmMDI::startTelephony(platform::BasicCAPI32* line) {
+void frmMDI::startTelephony(platform::BasicCAPI32* line, int keptCalls) {
+    m_keptCalls = keptCalls;
+    if (line)
+        startLine(*line);
+    showHints();
+}
+
+void frmMDI::startLine(platform::BasicCAPI32& line) {
     try {
-        if (!line)
-            throw common::RunTimeError(common::kPlatformFailure, tr("Keine Telefonleitung eingerichtet."));
-        common::connectGuarded(common::Origin::Call, line, &platform::BasicCAPI32::IncomingCall, this,
+        common::connectGuarded(common::Origin::Call, &line, &platform::BasicCAPI32::IncomingCall, this,
                                [this](const QString& called, const QString& caller, const QString& format) {
                                    BasicCAPI32_IncomingCall(called, caller, format);
                                });
-        line->IsAvailable();
-        line->Start();
+        line.IsAvailable();
+        line.Start();
         m_ui->ShowTelefonListeCommand->show();
     } catch (const std::exception& failure) {
         qWarning("Start ohne Telefonie: %s", failure.what());
-        m_ui->ShowTelefonListeCommand->hide();
+        const auto* told = dynamic_cast<const common::RunTimeError*>(&failure);
+        showMessage(
+            tr("Start ohne Telefonie: %1").arg(told ? told->sentence() : tr("die Leitung ist gestört")));
     }
-    showHints();
 }
 
 bool frmMDI::hasTelephony() const {
@@ -40,7 +46,7 @@ bool frmMDI::hasTelephony() const {
 
 void frmMDI::BasicCAPI32_IncomingCall(const QString&, const QString& AnrufNr, const QString&) {
     showWaitingCall(true, AnrufNr);
-    modTelefonie::RecordCall(AnrufNr);
+    modTelefonie::RecordCall(AnrufNr, m_keptCalls);
 }
 
 void frmMDI::ShowISDNNr_Click() {

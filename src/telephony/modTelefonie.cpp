@@ -5,17 +5,31 @@
 
 namespace modTelefonie {
 
-void RecordCall(const QString& anrufNr) {
+namespace {
+
+void addCall(const QString& anrufNr) {
     const double now = common::clock::now();
     store::WriteRecordset rows(RsMain, QStringLiteral("tbl_Verwaltung_AnruferListe"), ConnMain);
     rows->AddNew();
     rows->Fields(u"txt_Telefon") = anrufNr;
     rows->Fields(u"txt_Zeit") = common::formatDate(now, u"HH:MM:SS");
-    rows->Fields(u"txt_Datum") = common::formatDate(common::clock::today(), u"DD/MM/YYYY");
+    rows->Fields(u"txt_Datum") = common::formatDate(now, u"DD/MM/YYYY");
     // Cut to eight decimals, since the caller list finds the row again by this number as text.
     rows->Fields(u"lng_Datum") = *common::parseNumber(common::formatNumber(now, u"0.00000000"));
     rows->Fields(u"flag_Kunde") = 0;
     rows->Update();
+}
+
+} // namespace
+
+void RecordCall(const QString& anrufNr, int kept) {
+    store::Transaction transaction(ConnMain);
+    addCall(anrufNr);
+    if (kept > 0)
+        ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_AnruferListe WHERE lng_ID <= (SELECT "
+                                        "Max(lng_ID) FROM tbl_Verwaltung_AnruferListe) - ") +
+                         QString::number(kept));
+    transaction.commit();
 }
 
 void MarkCallTaken(const QString& anrufNr) {

@@ -4,8 +4,9 @@
 /// The caller list's side of a call.
 namespace modTelefonie {
 
-/// Records a call, whatever its number is; a suppressed one comes as "".
-void RecordCall(const QString& anrufNr);
+/// Records a call, whatever its number is; a suppressed one comes as "". Of the calls before it the latest
+/// ones stay, so that the list holds `kept` rows at most; 0 keeps all.
+void RecordCall(const QString& anrufNr, int kept = 0);
 /// Marks all calls of the number as taken, earlier ones too; numbers are compared as texts.
 void MarkCallTaken(const QString& anrufNr);
 

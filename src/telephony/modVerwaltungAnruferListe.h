@@ -5,7 +5,8 @@ namespace common {
 class Value;
 }
 
-/// The list of every call that the line has seen. Nothing but DeleteAnruferListe ever shortens it.
+/// The list of the calls that the line has seen. DeleteAnruferListe empties it; modTelefonie::RecordCall
+/// keeps it to the bound that the owner has set.
 namespace modVerwaltungAnruferListe {
 
 /// Query of the list, newest first: lng_ID, txt_Telefon, txt_Zeit, txt_Datum, lng_Datum, flag_Kunde.

@@ -90,6 +90,10 @@ TEST_F(Lookups, everyCallIsRecordedAndMarkedByItsText) {
     EXPECT_EQ(taken(), u"2");
     modTelefonie::MarkCallTaken(QStringLiteral("O'Brien"));
     EXPECT_EQ(taken(), u"3");
+
+    modTelefonie::RecordCall(QStringLiteral("044"), 3);
+    EXPECT_EQ(TestFirm::count(QStringLiteral("tbl_Verwaltung_AnruferListe")), 3);
+    EXPECT_EQ(taken(), u"2") << "the oldest went";
 }
 
 TEST_F(Lookups, phoneBookComparesTextsAndStopsAtHundred) {

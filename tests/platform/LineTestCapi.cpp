@@ -139,8 +139,8 @@ class RemoteCapi : public QThread {
             answer(client, client.read(qFromBigEndian<quint16>(header.data())).mid(2));
         if (&client == m_listener && callsToSend > 0) {
             --callsToSend;
-            send(client, connectInd(1, "\x21\x83"
-                                       "441234567"));
+            send(client, connectInd(1, "\x11\x83"
+                                       "41441234567"));
         }
     }
 
@@ -205,7 +205,7 @@ TEST(CapiLine, ReportsCallsLeavesThemAloneAndComesBackByItself) {
     phone.line->Start();
     remote.callsToSend = 2;
     ASSERT_TRUE(phone.waitForCalls(2));
-    EXPECT_EQ(phone.calls.at(0), (LineWatcher::Call{u"4455"_s, u"441234567"_s}));
+    EXPECT_EQ(phone.calls.at(0), (LineWatcher::Call{u"4455"_s, u"0441234567"_s}));
     EXPECT_TRUE(QTest::qWaitFor([&] { return remote.ignored == 2; }));
 
     remote.dropConnection = true;

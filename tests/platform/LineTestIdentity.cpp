@@ -79,3 +79,11 @@ TEST(SipIdentity, AssertedIdentityWinsUnlessSuppressed) {
     for (const auto& [asserted, privacy, caller] : cases)
         EXPECT_EQ(sipIdentity::caller(asserted, "sip:620@pbx", privacy), caller) << privacy.toStdString();
 }
+
+TEST(SipIdentity, StrangersAreOutsideThePrivateNetworks) {
+    for (const char* near :
+         {"127.0.0.1", "::1", "10.0.0.5", "172.31.1.1", "192.168.1.1", "169.254.1.1", "fd00::1", "fe80::1"})
+        EXPECT_TRUE(sipIdentity::isLocal(QHostAddress(QLatin1String(near)))) << near;
+    for (const char* far : {"172.32.1.1", "203.0.113.5", "2001:db8::1", "11.0.0.1", ""})
+        EXPECT_FALSE(sipIdentity::isLocal(QHostAddress(QLatin1String(far)))) << far;
+}

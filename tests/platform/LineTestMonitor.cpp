@@ -1,3 +1,5 @@
+#include "common/Guard.h"
+#include "common/RunTimeError.h"
 #include "platform/line/CallMonitorReader.h"
 #include "platform/line/LineFactory.h"
 #include "support/LineSupport.h"
@@ -106,4 +108,44 @@ TEST(CallMonitorLine, ReportsCallsAndComesBackByItself) {
     ASSERT_TRUE(router.waitForClient());
     router.say("d;RING;0;3;620;SIP0;\n");
     EXPECT_TRUE(phone.waitForCalls(3));
+}
+
+TEST(CallMonitorLine, EachCallStandsForItselfAndThoseOfTheOwnCountryAreNational) {
+    platform::LineSettings settings;
+    settings.kind = platform::LineSettings::Kind::Monitor;
+    settings.monitor = {u"127.0.0.1"_s, freePort()};
+    LineWatcher phone(platform::createLine(settings));
+    std::vector<common::Origin> errors;
+    common::setErrorHandler([&](common::Origin origin, std::exception_ptr) { errors.push_back(origin); });
+    QObject::connect(phone.line.get(), &platform::BasicCAPI32::IncomingCall, phone.line.get(), [&] {
+        if (phone.calls.size() == 1)
+            throw common::RunTimeError(1, u"x"_s);
+        if (phone.calls.size() == 8)
+            phone.line->Stop();
+    });
+    Router router;
+    ASSERT_TRUE(router.open(settings.monitor.port));
+    phone.line->Start();
+    ASSERT_TRUE(router.waitForClient());
+    QByteArray rings;
+    for (const char* number : {"+41441234567", "0041791234567", "+410441234567", "+49301234567",
+                               "0049301234567", "41441234567", "0041", "+41", "+41111"})
+        rings += QByteArray("d;RING;0;") + number + ";620;\n";
+    router.say(rings);
+    ASSERT_TRUE(phone.waitForCalls(8));
+    QTest::qWait(1);
+    EXPECT_EQ(phone.callers(),
+              (QStringList{u"0441234567"_s, u"0791234567"_s, u"0441234567"_s, u"+49301234567"_s,
+                           u"0049301234567"_s, u"41441234567"_s, u"0041"_s, u"+41"_s}))
+        << "the handler has stopped the line before the last one";
+    EXPECT_EQ(errors, std::vector<common::Origin>{common::Origin::Call});
+    common::setErrorHandler({});
+
+    settings.countryCode.clear();
+    LineWatcher asDelivered(platform::createLine(settings));
+    asDelivered.line->Start();
+    ASSERT_TRUE(router.waitForClient());
+    router.say("d;RING;0;+41441234567;620;\n");
+    ASSERT_TRUE(asDelivered.waitForCalls(1));
+    EXPECT_EQ(asDelivered.callers(), QStringList{u"+41441234567"_s});
 }

@@ -9,11 +9,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-LineSettings settingsFrom(const QByteArray& section) {
+LineSettings settingsFrom(const QByteArray& section, const QByteArray& head = "[Telefon]\n") {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"tavolino.ini"_s));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Telefon]\n" + section);
+    file.write(head + section);
     file.close();
     return LineSettings::read(file.fileName());
 }
@@ -34,7 +34,12 @@ TEST(LineSettings, ReadsTheWholeSection) {
     const auto settings = settingsFrom("Leitung=SIP\nWiederholung=9\nSipAdresse=::1\nSipPort=5070\n"
                                        "SipRegistrar=pbx.example:5080\nSipBenutzer=620\n"
                                        "SipPasswort=\"a,b;c=\\\"d\\\\%\"\nSipAblauf=1\nCapiController=2\n"
-                                       "MonitorHost=192.168.1.1\nMonitorPort=1013\n");
+                                       "MonitorHost=192.168.1.1\nMonitorPort=1013\nLandesvorwahl=+49\n"
+                                       "AnruferListe=500\nSipNurBekannte=ja\n");
+    EXPECT_EQ(settings.problem, u""_s);
+    EXPECT_EQ(settings.countryCode, u"49"_s);
+    EXPECT_EQ(settings.keptCalls, 500);
+    EXPECT_TRUE(settings.sip.onlyKnown);
     EXPECT_EQ(settings.kind, LineSettings::Kind::Sip);
     EXPECT_EQ(settings.retry.count(), 9000);
     EXPECT_EQ(settings.sip.address, u"::1"_s);
@@ -76,8 +81,6 @@ TEST(LineSettings, ALineThatCannotBeTellsWhy) {
     };
 
     const Case cases[] = {
-        {"", u"Es ist keine Telefonleitung eingerichtet."_s},
-        {"Leitung=keine\n", u"Es ist keine Telefonleitung eingerichtet."_s},
         {"Leitung=ISDN\n", u"Die Telefonleitung \"ISDN\" in tavolino.ini ist unbekannt."_s},
         {"Leitung=monitor\n",
          u"Für den Anrufmonitor ist in tavolino.ini kein Router oder ein ungültiger Port angegeben."_s},
@@ -88,4 +91,36 @@ TEST(LineSettings, ALineThatCannotBeTellsWhy) {
     };
     for (const auto& [section, sentence] : cases)
         EXPECT_EQ(refusal(settingsFrom(section)), sentence) << section.toStdString();
+}
+
+TEST(LineSettings, WhatIsWrongWithTheFileIsTold) {
+    EXPECT_FALSE(platform::createLine(settingsFrom("Leitung=keine\nLandesvorwahl=\n")));
+    EXPECT_EQ(settingsFrom("Leitung=keine\nLandesvorwahl=\n").countryCode, u""_s);
+    EXPECT_EQ(settingsFrom("Leitung=keine\n").countryCode, u"41"_s);
+
+    struct Case {
+        QByteArray section, head;
+        QString problem;
+    };
+
+    const Case cases[] = {
+        {"Leitung=keine\n", "[Telefon]\n", u""_s},
+        {"", "", u"[Telefon]"_s},
+        {"Leitung=sip\n", "[telefon\n", u"beschädigt"_s},
+        {QByteArray("\0\xff\x80\n=", 5), "PK\3\4", u"[Telefon]"_s},
+        {"Leitng=sip\n", "[Telefon]\n", u"Leitng"_s},
+        {"Leitung=sipp\n", "[Telefon]\n", u"Leitung"_s},
+        {"Leitung=sip\nSipPort=fünf\n", "[Telefon]\n", u"SipPort"_s},
+        {"Leitung=sip\nSipRegistrar=pbx:x\n", "[Telefon]\n", u"SipRegistrar"_s},
+        {"Leitung=sip\nLandesvorwahl=CH\n", "[Telefon]\n", u"Landesvorwahl"_s},
+        {"Leitung=sip\nSipNurBekannte=vielleicht\n", "[Telefon]\n", u"SipNurBekannte"_s},
+    };
+    for (const auto& [section, head, problem] : cases) {
+        const QString told = settingsFrom(section, head).problem;
+        EXPECT_EQ(told.isEmpty(), problem.isEmpty()) << section.toStdString();
+        EXPECT_TRUE(told.contains(problem)) << told.toStdString();
+    }
+    const QTemporaryDir folder;
+    EXPECT_EQ(LineSettings::read(folder.filePath(u"none.ini"_s)).problem, u""_s);
+    EXPECT_FALSE(LineSettings::read(folder.path()).problem.isEmpty()) << "a folder in the file's place";
 }

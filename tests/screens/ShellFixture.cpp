@@ -45,7 +45,7 @@ shell::Application& ShellTest::build() {
                                    .registry = registry,
                                    .reports = reports,
                                    .printers = printers,
-                                   .line = &line,
+                                   .telephony = {&line, keptCalls, iniProblem},
                                    .exitProcess = [this](int code) { ended.append(code); },
                                    .procedures = procedures});
     if (withFakeDesk)

@@ -72,6 +72,8 @@ class ShellTest : public testing::Test {
     TestReports reports;
     TestPrinters printers;
     FakeLine line;
+    int keptCalls = 0;
+    QString iniProblem;
     frmMDI::Procedures procedures;
     /// Exit codes that the program asked for.
     QList<int> ended;

@@ -14,8 +14,11 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
+#include <csignal>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using test::ShellTest;
@@ -62,6 +65,60 @@ TEST_F(ShellTest, SecondInstanceEndsSilentlyAndTouchesNothing) {
     EXPECT_TRUE(otherRegistry.values.isEmpty());
 }
 
+TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
+    const QString path = folder.filePath(u"tavolino.lock"_s);
+    const auto file = [&](const QByteArray& content) {
+        QFile lock(path);
+        EXPECT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write(content);
+    };
+    const QByteArray here = QSysInfo::machineHostName().toUtf8();
+    for (const QByteArray& left : {QByteArray(), QByteArray("\0\xff kaputt", 9),
+                                   "999999\ntavolino\n" + here + "\nanother-machine\nboot\n"}) {
+        build();
+        file(left);
+        EXPECT_TRUE(app->start()) << left.toStdString();
+    }
+    EXPECT_TRUE(dialogs.said.isEmpty());
+
+    for (const int answer : {platform::kAnswerNo, platform::kAnswerYes}) {
+        build();
+        file("4711\ntavolino\nKASSE-ALT\nanother-machine\nboot\n");
+        dialogs.answer(answer);
+        EXPECT_EQ(app->start(), answer == platform::kAnswerYes);
+        EXPECT_TRUE(dialogs.last().text.contains(u"\"KASSE-ALT\""_s));
+    }
+    EXPECT_EQ(ended, QList<int>{0});
+    const auto said = dialogs.said.size();
+    build();
+    EXPECT_TRUE(app->start()) << "the answer holds for the next start";
+    EXPECT_EQ(dialogs.said.size(), said);
+
+    build();
+    ASSERT_TRUE(QDir().mkpath(path));
+    dialogs.answer(platform::kAnswerYes);
+    EXPECT_TRUE(app->start());
+    EXPECT_TRUE(dialogs.last().text.contains(u"tavolino.lock"_s));
+    EXPECT_EQ(dialogs.unexpected, 0);
+}
+
+TEST_F(ShellTest, AFullDiskIsNoLackOfRightsAndLeavesNothingBehind) {
+    // The system refuses every byte that is written to a file, as a full disk does.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto formerSignal = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit nothing{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
+    const bool started = build().start();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, formerSignal);
+    EXPECT_FALSE(started);
+    ASSERT_EQ(dialogs.said.size(), 1);
+    EXPECT_EQ(dialogs.last().title, u"Kein Platz"_s);
+    EXPECT_EQ(ended, QList<int>{0});
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"WriteTest.tmp"_s)));
+}
+
 TEST_F(ShellTest, FolderWithoutWriteAccessEndsWithTheMessage) {
     // A folder in the test file's place cannot be removed or written, by whoever runs this.
     ASSERT_TRUE(QDir(folder.path()).mkpath(u"WriteTest.tmp/in the way"_s));
@@ -94,8 +151,13 @@ TEST_F(ShellTest, WithoutALineTheProgramRunsOn) {
     line.onStart = [] { throw std::runtime_error("no card"); };
     start();
     EXPECT_TRUE(find<QPushButton>("ShowTelefonListeCommand")->isHidden());
+    EXPECT_TRUE(label("MDIMeldung").startsWith(u"Start ohne Telefonie"_s));
     EXPECT_TRUE(ended.isEmpty());
     EXPECT_TRUE(dialogs.said.isEmpty());
+    iniProblem = u"Die Datei ist beschädigt."_s;
+    start();
+    ASSERT_EQ(dialogs.said.size(), 1) << "a broken file must not pass for one without a telephone";
+    EXPECT_TRUE(dialogs.last().text.contains(iniProblem));
 }
 
 TEST_F(ShellTest, CallsShowTheirNumberAndAreRecorded) {
@@ -130,25 +192,51 @@ TEST_F(ShellTest, SuppressedNumberIsRecordedAndOnlyCleared) {
     EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = False"_s), u"1"_s);
 }
 
-TEST_F(ShellTest, BackgroundErrorIsToldOnceRolledBackAndTheProgramGoesOn) {
-    int calls = 0;
+TEST_F(ShellTest, TimersRunAndAnErrorInTheirsOrInACallsIsToldOnceAndTheProgramGoesOn) {
+    int polls = 0, beeps = 0;
     procedures.pollWebShop = [&] {
-        if (++calls == 1)
+        if (++polls == 1)
             return;
         const store::Transaction own(ConnMain);
         ConnMain.Execute(u"DELETE FROM tbl_Einstellungen_System"_s);
         throw common::RunTimeError(common::kStoreFailure, u"Der Abruf ist gescheitert."_s, u"detail"_s);
     };
+    procedures.beep = [&] {
+        ++beeps;
+        throw std::runtime_error("no sound");
+    };
     frmMDI& window = start();
-    for (int i = 0; i < 2; ++i)
-        common::guarded(common::Origin::Timer, [&] { window.InternetLinkTimer_Timer(); });
-    EXPECT_EQ(dialogs.said.size(), 1);
-    EXPECT_EQ(dialogs.last().text, u"Der Abruf ist gescheitert."_s);
-    EXPECT_TRUE(ended.isEmpty());
-    EXPECT_FALSE(ConnMain.InTransaction());
+    const auto letTick = [&](const char* name, int interval) {
+        auto* timer = find<QTimer>(name);
+        EXPECT_TRUE(timer->isActive()) << name;
+        EXPECT_EQ(timer->interval(), interval) << name;
+        QSignalSpy ticks(timer, &QTimer::timeout);
+        timer->setInterval(1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return ticks.size() >= 2; })) << name;
+        timer->setInterval(interval);
+        return int(std::exchange(dialogs.said, {}).size());
+    };
+    common::clock::set(46000.75);
+    EXPECT_EQ(letTick("TimerZeit", 1000), 0);
+    EXPECT_EQ(label("MDIZeitAnzeige"), u"09/12/2025 18:00:00"_s);
+    common::clock::release();
+    window.setInternetAttention(3);
+    EXPECT_EQ(letTick("TimerBeep", 1000), 1);
+    EXPECT_GE(beeps, 2);
+    EXPECT_EQ(letTick("InternetLinkTimer", 60000), 1);
     EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Einstellungen_System"_s), u"1"_s);
-    common::guarded(common::Origin::User, [&] { window.InternetLinkTimer_Timer(); });
-    EXPECT_EQ(dialogs.said.size(), 2);
+    SysVorbestellungAutomatischStatus = 1;
+    ConnMain.Execute(u"DROP TABLE tbl_Auftragswesen_Vorbestellungen_Master"_s);
+    EXPECT_EQ(letTick("VorbestellungTimer", 60000), 1);
+    ConnMain.Execute(u"DROP TABLE tbl_Verwaltung_AnruferListe"_s);
+    for (int call = 0; call < 2; ++call)
+        Q_EMIT line.IncomingCall(u"044"_s, u"0791112233"_s, u""_s);
+    EXPECT_EQ(std::exchange(dialogs.said, {}).size(), 1);
+    EXPECT_EQ(find<QPushButton>("ShowISDNNr")->text(), u"0791112233"_s) << "the number is shown all the same";
+    EXPECT_TRUE(ended.isEmpty());
+
+    find<QPushButton>("ShowISDNNr")->click();
+    EXPECT_EQ(dialogs.said.size(), 1) << "the user's own action is told again";
     EXPECT_EQ(ended, QList<int>{1});
     EXPECT_EQ(line.stops, 1);
 }
@@ -257,6 +345,11 @@ TEST_F(ShellTest, MenuKeysReachTheMenuAlsoFromATextField) {
     QTest::keyClick(field, Qt::Key_B, Qt::ControlModifier);
     EXPECT_TRUE(window.screens().open(u"frmAuftragswesenAuftragserfassung"_s));
     QTest::keyClick(field, Qt::Key_K, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_W, Qt::Key_F4}) {
+        QTest::keyClick(field, key, Qt::ControlModifier);
+        EXPECT_TRUE(window.screens().open(u"frmVerwaltungKunden"_s))
+            << "a key of the frame closed the screen";
+    }
     EXPECT_EQ(field->text(), u"Ausschnitt"_s) << "the field took the menu's key for its own";
     EXPECT_EQ(opened, 1) << "a screen opened twice";
     field->setFocus();

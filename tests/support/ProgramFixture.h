@@ -37,7 +37,7 @@ class ProgramTest : public testing::Test {
                                        .registry = registry,
                                        .reports = reports,
                                        .printers = printers,
-                                       .line = line.get(),
+                                       .telephony = {line.get()},
                                        .exitProcess = [this](int code) { ended << code; }});
         const bool started = program->start();
         QApplication::setActiveWindow(&window());

@@ -21,7 +21,7 @@ CallMonitorLine::CallMonitorLine(const LineSettings::Monitor& settings, std::chr
     m_retryTimer.setSingleShot(true);
     connectGuarded(Origin::Timer, &m_retryTimer, &QTimer::timeout, this, [this] { connectToRouter(); });
     connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::connected, this, [this] { onConnected(); });
-    QObject::connect(&m_socket, &QTcpSocket::readyRead, this, [this] { onData(); });
+    connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::readyRead, this, [this] { onData(); });
     connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::disconnected, this, [this] { onLost(); });
     connectGuarded(Origin::Answer, &m_socket, &QTcpSocket::errorOccurred, this, [this] { onLost(); });
 }
@@ -50,6 +50,7 @@ void CallMonitorLine::Stop() {
     m_isStarted = false;
     m_retryTimer.stop();
     m_socket.abort();
+    dropArrived();
 }
 
 void CallMonitorLine::connectToRouter() {
@@ -75,15 +76,9 @@ void CallMonitorLine::onLost() {
     m_retryTimer.start(m_retry);
 }
 
-/// Every call is guarded by itself, so that an error in one does not lose the next. The handler may run the
-/// event loop and may stop the line.
 void CallMonitorLine::onData() {
-    for (const auto& call : m_reader.feed(m_socket.readAll())) {
-        if (m_isStarted)
-            common::guarded(common::Origin::Call, [&] {
-                Q_EMIT IncomingCall(call.called, call.caller, QStringLiteral("Monitor"));
-            });
-    }
+    for (const auto& call : m_reader.feed(m_socket.readAll()))
+        arrived(call.called, call.caller, QStringLiteral("Monitor"));
 }
 
 } // namespace platform

@@ -43,7 +43,7 @@ void CapiLine::Stop() {
     m_retryTimer.stop();
     dropNotifier();
     m_library.reset();
-    m_arrived.clear();
+    dropArrived();
 }
 
 void CapiLine::open() {
@@ -54,7 +54,7 @@ void CapiLine::open() {
         listen(quint16(controller));
 }
 
-/// Calls that come in before the answer are kept.
+/// Calls that come in before the answer count.
 void CapiLine::listen(quint16 controller) {
     m_library->put(capi::listenRequest(m_library->application(), ++m_number, controller));
     while (const auto answer = m_library->get(answerLimit)) {
@@ -81,7 +81,6 @@ void CapiLine::watch() {
     m_notifier = std::make_unique<QSocketNotifier>(m_library->descriptor(), QSocketNotifier::Read);
     common::connectGuarded(common::Origin::Answer, m_notifier.get(), &QSocketNotifier::activated, this,
                            [this] { onMessages(); });
-    report();
 }
 
 /// Perhaps from within its own signal.
@@ -116,7 +115,6 @@ void CapiLine::onMessages() {
         m_library->close();
         m_retryTimer.start(m_retry);
     }
-    report();
 }
 
 void CapiLine::take(const QByteArray& message) {
@@ -126,21 +124,9 @@ void CapiLine::take(const QByteArray& message) {
     if (header->command == capi::kConnectInd) {
         m_library->put(capi::ignoreCall(*header));
         if (const auto call = capi::callIn(message))
-            m_arrived.emplace_back(call->called, call->caller);
+            arrived(call->called, call->caller, QStringLiteral("ISDN"), call->isInternational);
     } else if (header->command == capi::kDisconnectInd || header->command == capi::kInfoInd) {
         m_library->put(capi::acknowledge(*header));
-    }
-}
-
-/// Every call is guarded by itself, so that an error in one does not lose the next. The handler may run the
-/// event loop and may stop the line.
-void CapiLine::report() {
-    while (!m_arrived.empty()) {
-        const auto [called, caller] = m_arrived.front();
-        m_arrived.pop_front();
-        common::guarded(common::Origin::Call, [&, calledNr = called, callerNr = caller] {
-            Q_EMIT IncomingCall(calledNr, callerNr, QStringLiteral("ISDN"));
-        });
     }
 }
 

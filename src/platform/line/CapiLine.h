@@ -4,7 +4,6 @@
 #include "platform/line/TelephoneLine.h"
 #include <QSocketNotifier>
 #include <QTimer>
-#include <deque>
 #include <memory>
 
 namespace platform {
@@ -29,14 +28,12 @@ class CapiLine : public BasicCAPI32 {
     void dropNotifier();
     void onMessages();
     void take(const QByteArray& message);
-    void report();
 
     LineSettings::Capi m_settings;
     std::chrono::milliseconds m_retry;
     std::unique_ptr<capi::Library> m_library;
     std::unique_ptr<QSocketNotifier> m_notifier;
     QTimer m_retryTimer;
-    std::deque<std::pair<QString, QString>> m_arrived; ///< called, caller
     quint16 m_number = 0;
     bool m_isLossLogged = false;
 };

@@ -84,7 +84,9 @@ std::optional<Call> callIn(const QByteArray& connectInd) {
     const auto caller = takeStructure(connectInd, position);
     if (!called || !caller)
         return {};
-    return Call{digits(called->mid(1)), callerNumber(*caller)};
+    constexpr int typeOfNumber = 0x70, international = 0x10;
+    return Call{digits(called->mid(1)), callerNumber(*caller),
+                (byteAt(*caller, 0) & typeOfNumber) == international};
 }
 
 quint16 listenResult(const QByteArray& listenConf) {

@@ -28,7 +28,8 @@ std::optional<Header> header(const QByteArray& message);
 
 struct Call {
     QString called;
-    QString caller; ///< digits as delivered; "" when the network or the caller suppressed it
+    QString caller;               ///< digits as delivered; "" when the network or the caller suppressed it
+    bool isInternational = false; ///< the caller's digits begin with a country's code
 };
 
 /// The numbers out of a CONNECT_IND; nothing for a broken one.

@@ -5,8 +5,9 @@
 #include "platform/line/SipLine.h"
 
 namespace platform {
+namespace {
 
-std::unique_ptr<BasicCAPI32> createLine(const LineSettings& settings) {
+std::unique_ptr<BasicCAPI32> lineOf(const LineSettings& settings) {
     switch (settings.kind) {
     case LineSettings::Kind::Sip:
         return std::make_unique<SipLine>(settings.sip, settings.retry);
@@ -21,7 +22,16 @@ std::unique_ptr<BasicCAPI32> createLine(const LineSettings& settings) {
     case LineSettings::Kind::None:
         break;
     }
-    return std::make_unique<NoLine>(QStringLiteral("Es ist keine Telefonleitung eingerichtet."));
+    return nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<BasicCAPI32> createLine(const LineSettings& settings) {
+    auto line = lineOf(settings);
+    if (line)
+        line->setCountryCode(settings.countryCode);
+    return line;
 }
 
 } // namespace platform

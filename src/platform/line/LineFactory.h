@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// The line that the settings ask for, not started. Never null and never throws: a line that cannot be made
-/// out tells so when it is started.
+/// The line that the settings ask for, not started; null when they ask for none. Never throws: a line that
+/// cannot be made out tells so when it is started.
 std::unique_ptr<BasicCAPI32> createLine(const LineSettings& settings);
 
 } // namespace platform

@@ -10,6 +10,8 @@ namespace platform {
 ///     Leitung=sip              keine (or left out) | sip | capi | monitor
 ///     Wiederholung=5           seconds until a lost line is tried again (1 to 600); SIP doubles them, up
 ///                              to 60
+///     Landesvorwahl=41         the own country's code: "+41..." and "0041..." go on as "0..."; empty: never
+///     AnruferListe=5000        so many calls the caller list keeps; 0 or left out: all
 ///
 ///     SipAdresse=0.0.0.0       local address to listen on; 0.0.0.0 is every network card
 ///     SipPort=5060             local port, UDP and TCP
@@ -18,6 +20,7 @@ namespace platform {
 ///     SipPasswort="..."        in double quotes if it holds one of , ; = " \ (the last two as \" and \\)
 ///     SipAnmeldename=          name for the log-in where it is not the extension's
 ///     SipDomain=               domain of the extension where it is not the registrar's host
+///     SipNurBekannte=nein      ja: calls come from the registrar and from local addresses only
 ///     SipAblauf=300            seconds that a registration is to hold (60 to 86400); 60 for a PBX beyond
 ///                              the router, so that the router keeps the way back open
 ///
@@ -39,6 +42,7 @@ struct LineSettings {
         QString loginName; ///< never empty if there is a user
         QString domain;    ///< never empty if there is a registrar
         std::chrono::seconds expiry{300};
+        bool onlyKnown = false;
     };
 
     struct Capi {
@@ -53,9 +57,13 @@ struct LineSettings {
     Kind kind = Kind::None;
     QString kindText; ///< `Leitung` as written, for the message about an unknown one
     std::chrono::milliseconds retry{5000};
+    QString countryCode = QStringLiteral("41"); ///< digits; "" for none
+    int keptCalls = 0;                          ///< 0 for all
     Sip sip;
     Capi capi;
     Monitor monitor;
+    /// What is wrong with the file, a sentence a line; "" for nothing. What is wrong counts as left out.
+    QString problem;
 
     /// A file that is not there gives the defaults, which means no line. Never throws.
     static LineSettings read(const QString& iniFile);

@@ -3,7 +3,7 @@
 
 namespace platform {
 
-/// No line, or one that cannot be made out: Start throws and tells why.
+/// A line that cannot be made out: Start throws and tells why.
 class NoLine : public BasicCAPI32 {
     Q_OBJECT
   public:

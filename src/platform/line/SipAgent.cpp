@@ -7,6 +7,7 @@
 #include <QTcpServer>
 #include <QUdpSocket>
 #include <cstdarg>
+#include <sofia-sip/msg_addr.h>
 #include <sofia-sip/nta_tag.h>
 #include <sofia-sip/nua_tag.h>
 #include <sofia-sip/sip_status.h>
@@ -83,6 +84,18 @@ QByteArray privacyOf(const sip_t& sip) {
     return values.join(';');
 }
 
+/// The address that a packet came from.
+QHostAddress senderOf(msg_t* message) {
+    const su_sockaddr_t* sender = message ? msg_addr(message) : nullptr;
+    if (!sender)
+        return {};
+    const QHostAddress address(&sender->su_sa);
+    // An IPv4 caller at an IPv6 socket.
+    bool isV4 = false;
+    const quint32 v4 = address.toIPv4Address(&isV4);
+    return isV4 ? QHostAddress(v4) : address;
+}
+
 QByteArray uriText(const url_t* url) {
     QByteArray text(2048, '\0');
     const auto length = url_e(text.data(), text.size(), url);
@@ -91,7 +104,8 @@ QByteArray uriText(const url_t* url) {
 
 } // namespace
 
-SipAgent::SipAgent(const LineSettings::Sip& settings, std::chrono::milliseconds retry) {
+SipAgent::SipAgent(const LineSettings::Sip& settings, std::chrono::milliseconds retry) :
+    m_onlyKnown(settings.onlyKnown) {
     checkPort(settings);
     const auto url = listenUrl(settings);
     m_root = createRoot();
@@ -159,8 +173,12 @@ void SipAgent::handle(nua_event_t event, int status, const char* phrase, nua_han
                       const sip_t* sip, tagi_t* tags) {
     switch (event) {
     case nua_i_invite:
-        if (status < 200 && sip && !m_ringing.contains(handle))
+        if (status >= 200 || !sip || m_ringing.contains(handle))
+            break;
+        if (mayCall(senderOf(nua_current_request(m_nua))))
             ring(handle, *sip);
+        else
+            nua_respond(handle, SIP_403_FORBIDDEN, TAG_END());
         break;
     case nua_i_state:
         forgetIfTerminated(handle, tags);
@@ -189,6 +207,11 @@ void SipAgent::handle(nua_event_t event, int status, const char* phrase, nua_han
     default:
         break;
     }
+}
+
+bool SipAgent::mayCall(const QHostAddress& caller) const {
+    return !m_onlyKnown || sipIdentity::isLocal(caller) ||
+           (m_registration && m_registration->isRegistrar(caller));
 }
 
 void SipAgent::ring(nua_handle_t* handle, const sip_t& invite) {

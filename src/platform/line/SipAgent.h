@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/line/LineSettings.h"
 #include <QDeadlineTimer>
+#include <QHostAddress>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -11,8 +12,9 @@ namespace platform {
 
 class SipRegistration;
 
-/// The SIP stack with its socket. It answers an INVITE with 180 and never picks up; it answers OPTIONS; it
-/// holds the registration if one is set. Nothing happens except in step(), on the caller's thread.
+/// The SIP stack with its socket. It answers an INVITE with 180 and never picks up, or with 403 where
+/// strangers are shut out; it answers OPTIONS; it holds the registration if one is set. Nothing happens
+/// except in step(), on the caller's thread.
 class SipAgent {
   public:
     struct Call {
@@ -39,6 +41,7 @@ class SipAgent {
     void handle(nua_event_t event, int status, const char* phrase, nua_handle_t* handle, const sip_t* sip,
                 tagi_t* tags);
     void ring(nua_handle_t* handle, const sip_t& invite);
+    bool mayCall(const QHostAddress& caller) const;
     void forgetIfTerminated(nua_handle_t* handle, tagi_t* tags);
     void refuseOther(int status, nua_handle_t* handle);
     void giveUpOldCalls();
@@ -47,6 +50,7 @@ class SipAgent {
     su_root_t* m_root = nullptr;
     nua_t* m_nua = nullptr;
     std::unique_ptr<SipRegistration> m_registration;
+    bool m_onlyKnown = false;
     std::unordered_map<nua_handle_t*, QDeadlineTimer> m_ringing;
     std::deque<Call> m_arrived;
     bool m_isSignedOff = false;

@@ -110,4 +110,12 @@ QString caller(const QByteArrayList& assertedIdentities, const QByteArray& fromU
     return userPart(fromUri);
 }
 
+bool isLocal(const QHostAddress& address) {
+    static const char* const nets[] = {"10.0.0.0/8", "172.16.0.0/12", "192.168.0.0/16", "fc00::/7"};
+    return address.isLoopback() || address.isLinkLocal() ||
+           std::any_of(std::begin(nets), std::end(nets), [&](const char* net) {
+               return address.isInSubnet(QHostAddress::parseSubnet(QLatin1String(net)));
+           });
+}
+
 } // namespace platform::sipIdentity

@@ -1,9 +1,10 @@
 #pragma once
 #include <QByteArray>
 #include <QByteArrayList>
+#include <QHostAddress>
 #include <QString>
 
-/// The caller's number out of what a SIP request tells about its caller.
+/// Who calls, out of what a SIP request tells about its caller.
 namespace platform::sipIdentity {
 
 /// The user part of a sip, sips or tel URI: without scheme, password, parameters and host, escapes decoded,
@@ -22,5 +23,8 @@ QByteArrayList addresses(const QByteArray& headerValue);
 /// the first usable address of the P-Asserted-Identity headers counts, and without one the URI of From.
 QString caller(const QByteArrayList& assertedIdentities, const QByteArray& fromUri,
                const QByteArray& privacy);
+
+/// Whether an address is one that no stranger in the internet has: this computer's, or of a private network.
+bool isLocal(const QHostAddress& address);
 
 } // namespace platform::sipIdentity

@@ -35,19 +35,13 @@ void SipLine::Start() {
 void SipLine::Stop() {
     m_timer.stop();
     m_agent.reset();
+    dropArrived();
 }
 
-/// A handler of the event may show a box and so run the event loop: the stack is never entered twice, as the
-/// calls go out only when it has returned. The handler may stop the line. A call whose handler fails is done
-/// with; the next one follows with the next tick.
 void SipLine::tick() {
     m_agent->step();
-    while (m_agent) {
-        const auto call = m_agent->takeCall();
-        if (!call)
-            break;
-        Q_EMIT IncomingCall(call->called, call->caller, QStringLiteral("SIP"));
-    }
+    while (const auto call = m_agent->takeCall())
+        arrived(call->called, call->caller, QStringLiteral("SIP"));
 }
 
 } // namespace platform

@@ -67,6 +67,8 @@ void SipRegistration::lookUpRegistrar() {
         common::guarded(common::Origin::Answer, [&] {
             const auto wanted = QHostAddress(m_settings.address).protocol();
             const auto found = info.addresses();
+            if (!found.isEmpty())
+                m_registrars = found;
             const auto usable =
                 std::find_if(found.begin(), found.end(),
                              [wanted](const QHostAddress& address) { return address.protocol() == wanted; });

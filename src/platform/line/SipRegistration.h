@@ -17,6 +17,9 @@ class SipRegistration : public QObject {
 
     bool owns(const nua_handle_t* handle) const { return handle && handle == m_handle; }
 
+    /// Whether the registrar's name leads to the address.
+    bool isRegistrar(const QHostAddress& address) const { return m_registrars.contains(address); }
+
     /// The registrar's answer to REGISTER; `answer` is null when none came.
     void takeAnswer(int status, const char* phrase, const sip_t* answer);
     /// Asks the registrar to forget us. False when there is nothing to ask for.
@@ -38,9 +41,10 @@ class SipRegistration : public QObject {
     std::chrono::milliseconds m_retry;
     std::chrono::milliseconds m_pause;
     nua_handle_t* m_handle = nullptr;
-    QHostAddress m_registrar; ///< null until looked up
-    QHostAddress m_local;     ///< what Contact tells
-    int m_challenges = 0;     ///< since the last success
+    QHostAddress m_registrar;         ///< null until looked up
+    QList<QHostAddress> m_registrars; ///< all that its name leads to
+    QHostAddress m_local;             ///< what Contact tells
+    int m_challenges = 0;             ///< since the last success
     bool m_isRegistered = false;
     QTimer m_retryTimer;
     QTimer m_addressTimer;

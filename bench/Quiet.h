@@ -3,7 +3,7 @@
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
 #include "platform/Services.h"
-#include "platform/report/ReportControl.h"
+#include "platform/report/Reports.h"
 #include "telephony/PhoneBook.h"
 
 /// Services that do nothing, so that only the road itself is measured.
@@ -38,9 +38,9 @@ class QuietRegistry : public platform::RegistryStore {
     void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}
 };
 
-class QuietReports : public platform::ReportControl {
+class QuietReports : public platform::Reports {
   public:
-    void PrintReport() override {}
+    platform::ReportEnd run(const platform::ReportJob&) override { return platform::ReportEnd::Done; }
 };
 
 class QuietPrinters : public platform::Printers {
@@ -48,8 +48,6 @@ class QuietPrinters : public platform::Printers {
     QList<platform::Printer> all() override { return {}; }
 
     platform::Printer defaultPrinter() override { return {}; }
-
-    void setDefaultPrinter(const platform::Printer&) override {}
 };
 
 class QuietPhoneBook : public telephony::PhoneBook {

@@ -2,7 +2,7 @@
 #include "Measure.h"
 #include "Quiet.h"
 #include "platform/report/CupsPrinters.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
@@ -61,7 +61,7 @@ int showProgram(int argc, char** argv, const QString& folder) {
     shell::applyStyle(qt);
     QuietDialogs dialogs;
     QuietRegistry registry;
-    platform::QtReportControl reports(dialogs);
+    platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
     shell::Application tavolino({.appPath = folder,
                                  .dialogs = dialogs,

@@ -2,7 +2,7 @@
 #include "platform/QtDialogs.h"
 #include "platform/line/LineFactory.h"
 #include "platform/report/CupsPrinters.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
     shell::applyStyle(qt);
     platform::QtDialogs dialogs;
     platform::IniRegistryStore registry;
-    platform::QtReportControl reports(dialogs);
+    platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
     const QString folder = QCoreApplication::applicationDirPath();
     const auto telephone = platform::LineSettings::read(folder + QStringLiteral("/tavolino.ini"));

@@ -11,7 +11,7 @@
 #include "platform/form/DataGrid.h"
 #include "platform/line/LineFactory.h"
 #include "platform/report/CupsPrinters.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "store/StoreGlobals.h"
@@ -225,7 +225,7 @@ int main(int argc, char** argv) {
 
     platform::QtDialogs dialogs;
     platform::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
-    platform::QtReportControl reports(dialogs);
+    platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
     shell::Application application(
         {installation, dialogs, registry, reports, printers, {line.get()}, [](int code) {

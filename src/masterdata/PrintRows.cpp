@@ -1,4 +1,5 @@
 #include "masterdata/PrintRows.h"
+#include "store/FirmName.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 
@@ -33,6 +34,13 @@ void fillPrintTable(const QString& table, const QString& columns, store::Records
         ConnPrint.Execute(empty);
         throw;
     }
+}
+
+platform::ReportJob installedReport(const QString& reportFile, const QString& title) {
+    return {.ReportFileName = store::appPath() + u"\\Reports\\"_s + reportFile,
+            .DataFile = PfadPrintDB,
+            .WindowTitle = title,
+            .firm = store::firmName()};
 }
 
 QString sqlNumber(const common::Value& number) {

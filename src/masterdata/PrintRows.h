@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/Progress.h"
+#include "platform/report/Reports.h"
 #include "store/Recordset.h"
 #include <QStringList>
 #include <functional>
@@ -11,6 +12,9 @@ namespace masterdata {
 /// literals of a row, counted from 0. Given up or failed, the table is empty.
 void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
                     const std::function<QStringList(int row)>& values, const platform::Progress& progress);
+
+/// A run of one of the installation's report files over its print database.
+platform::ReportJob installedReport(const QString& reportFile, const QString& title);
 
 /// A number as literal, null as Null.
 QString sqlNumber(const common::Value& number);

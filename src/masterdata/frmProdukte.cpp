@@ -1,5 +1,6 @@
 #include "masterdata/frmProdukte.h"
 #include "common/Guard.h"
+#include "masterdata/PrintRows.h"
 #include "platform/form/FieldHelpers.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmProdukte.h"
@@ -23,9 +24,11 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
               {20025, 8550});
     platform::selectAllOnFocus(*m_ui->txt_Beschreibung);
     connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
-        printRows(u"rep_Produkte.rpt"_s, tr("Produktliste"), [this](const platform::Progress& progress) {
-            FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText(), progress);
-        });
+        printRows(masterdata::installedReport(u"rep_Produkte.rpt"_s, tr("Produktliste")),
+                  [this](const platform::Progress& progress) {
+                      FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText(),
+                                       progress);
+                  });
     });
     setUpPictures();
     FormatGrid();

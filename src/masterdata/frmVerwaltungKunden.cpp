@@ -3,6 +3,7 @@
 #include "common/Guard.h"
 #include "desks/MainDesks.h"
 #include "desks/OrderDesk.h"
+#include "masterdata/PrintRows.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
 #include "platform/form/FieldHelpers.h"
@@ -78,9 +79,10 @@ void frmVerwaltungKunden::setUpButtons() {
     onClick(m_ui->cmdSearchPhoneBook, [this] { cmdSearchPhoneBook_Click(); });
     onClick(m_ui->cmdAuftragserfassung, [this] { cmdAuftragserfassung_Click(); });
     onClick(m_ui->DruckerCommand, [this] {
-        printRows(u"rep_Kundenliste.rpt"_s, tr("Kundenliste"), [this](const platform::Progress& progress) {
-            FillKundenStamm(dataControl().Recordset(), progress);
-        });
+        printRows(masterdata::installedReport(u"rep_Kundenliste.rpt"_s, tr("Kundenliste")),
+                  [this](const platform::Progress& progress) {
+                      FillKundenStamm(dataControl().Recordset(), progress);
+                  });
     });
     // As long as no row was chosen the first one is the present one.
     onClick(m_ui->cmdNext, [this] { moveTo(qMax(m_ui->ClientGrid->row(), 0) + 1); });

@@ -122,7 +122,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     /// number takes the place of %1.
     void finished(const QString& what, qint64 number);
     void tell(const QString& text, const QString& title, int style);
-    void printSlip(int target);
+    /// `note` goes into the message that a slip did not come out.
+    void printSlip(int target, const QString& note = {});
     void finishEdits();
 
     std::unique_ptr<Ui::frmAuftragswesenAuftragserfassung> m_ui;

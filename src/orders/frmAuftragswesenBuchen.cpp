@@ -46,8 +46,9 @@ void frmAuftragswesenAuftragserfassung::finishEdits() {
     m_draft.flush();
 }
 
-void frmAuftragswesenAuftragserfassung::printSlip(int target) {
-    modAuftragswesenBestellschein::PrintBestellung(target, m_order, m_services.reports, m_services.printers);
+void frmAuftragswesenAuftragserfassung::printSlip(int target, const QString& note) {
+    modAuftragswesenBestellschein::PrintBestellung(target, m_order, m_services.reports, m_services.printers,
+                                                   note);
 }
 
 void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
@@ -89,7 +90,7 @@ void frmAuftragswesenAuftragserfassung::book() {
         return;
     finished(tr("Auftrag %1 verbucht"), *trxNr);
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
-        printSlip(kToPrinter);
+        printSlip(kToPrinter, tr("Der Auftrag ist bereits gespeichert."));
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
 }
@@ -121,7 +122,7 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
         return;
     // The slip comes before the write, the firm's practice.
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
-        printSlip(kToPrinter);
+        printSlip(kToPrinter, tr("Die Änderung wird nach dem Drucken gespeichert."));
     const qint64 trxNr = shownTrxNr();
     modAuftragswesenAuftragserfassung::UpdateBestellung(m_order, trxNr);
     finished(tr("Auftrag %1 geändert"), trxNr);

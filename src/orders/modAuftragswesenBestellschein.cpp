@@ -1,15 +1,19 @@
 #include "orders/modAuftragswesenBestellschein.h"
+#include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Like.h"
 #include "common/modFunctions.h"
+#include "masterdata/PrintRows.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <algorithm>
 #include <array>
+#include <optional>
 
 using common::Value;
 using orders::Col;
 using orders::WorkingOrder;
+using platform::ReportJob;
 using store::WriteRecordset;
 namespace Detail = orders::Detail;
 
@@ -27,7 +31,7 @@ double discountOf(const WorkingOrder& order) {
     return sum;
 }
 
-void writeHead(const WorkingOrder& order) {
+void writeHead(const WorkingOrder& order, const QString& werbetext) {
     WriteRecordset head(RsPrint, QStringLiteral("ZusatzInfo"), ConnPrint);
     if (head->Eof())
         head->AddNew();
@@ -45,7 +49,7 @@ void writeHead(const WorkingOrder& order) {
     head->Fields(u"TotalRabatt") = amount(discountOf(order));
     head->Fields(u"TotalPreis") = amount(order.total(orders::TotalRow::Total));
     head->Fields(u"MWST-Satz") = QStringLiteral("-");
-    head->Fields(u"Werbung") = SysWerbetext;
+    head->Fields(u"Werbung") = werbetext;
     head->Update();
 }
 
@@ -101,6 +105,13 @@ void writeVat(const SlipVat& vat) {
                       QStringLiteral("', MWStBetrag2 = '") + amount(vat.betrag2) + QStringLiteral("' ;"));
 }
 
+void writeSlip(const WorkingOrder& order, const QString& werbetext) {
+    store::Transaction together(ConnPrint);
+    writeHead(order, werbetext);
+    writeVat(writeLines(order));
+    together.commit();
+}
+
 struct PrinterEntry {
     QString name;
     int copies;
@@ -114,52 +125,126 @@ std::vector<PrinterEntry> entriesInUse() {
     return {entries.begin(), entries.begin() + count};
 }
 
-void runReport(int Ziel, platform::ReportControl& report, const platform::Printer& printer) {
+/// A setting that names no template leaves the one of the slip before. Meant so.
+QString slipFile() {
+    static int vorlage = 0;
     if (SysVorlageBestellung >= 0 && SysVorlageBestellung <= 3)
-        report.ReportFileName = store::appPath() + QStringLiteral("\\Reports\\rep_report") +
-                                QString::number(SysVorlageBestellung + 1) + QStringLiteral(".rpt");
-    report.DataFile = PfadPrintDB;
-    report.WindowTitle = QStringLiteral("Auftragsschein");
-    report.windowState = platform::ReportControl::kNormal;
-    report.orientation = platform::ReportControl::kAsDesigned;
-    report.PrinterDriver = printer.DriverName;
-    report.PrinterName = printer.DeviceName;
-    report.PrinterPort = printer.Port;
-    report.destination = Ziel == 1 ? platform::ReportControl::kToWindow : platform::ReportControl::kToPrinter;
-    report.PrintReport();
+        vorlage = SysVorlageBestellung;
+    return QStringLiteral("rep_report%1.rpt").arg(vorlage + 1);
 }
 
-void runCopies(int Ziel, platform::ReportControl& report, platform::Printers& printers) {
-    for (const PrinterEntry& entry : entriesInUse()) {
-        const QList<platform::Printer> all = printers.all();
-        const auto match = std::find_if(all.begin(), all.end(), [&](const platform::Printer& printer) {
-            return common::like(printer.DeviceName, entry.name);
-        });
-        if (match != all.end())
-            printers.setDefaultPrinter(*match);
-        for (int copy = 0; copy < entry.copies; ++copy)
-            runReport(Ziel, report, printers.defaultPrinter());
+ReportJob slipJob(const platform::Printer& printer, int destination) {
+    ReportJob job = masterdata::installedReport(slipFile(), QStringLiteral("Auftragsschein"));
+    job.PrinterName = printer.DeviceName;
+    job.PrinterDriver = printer.DriverName;
+    job.PrinterPort = printer.Port;
+    job.destination = destination;
+    return job;
+}
+
+/// The first whose name fits the entry's, which is a pattern.
+std::optional<platform::Printer> printerFor(const PrinterEntry& entry, platform::Printers& printers) {
+    for (const platform::Printer& printer : printers.all())
+        if (common::like(printer.DeviceName, entry.name))
+            return printer;
+    return std::nullopt;
+}
+
+QString missingPrinter(const QString& name) {
+    return QStringLiteral("Der Drucker \"%1\" der System Einstellungen ist nicht vorhanden.").arg(name);
+}
+
+// The invented order
+
+struct SampleLine {
+    QString code, name;
+    double count, price, rate;
+};
+
+void fillSampleHead(WorkingOrder& order, const QString& vatNummer) {
+    const QString today = common::formatDate(common::clock::now(), u"DD/MM/YYYY");
+    order.ShowKundenAdresse(
+        QStringLiteral(u"Muster Anna\r\nSeestrasse 1\r\n8000 Zürich\r\nTel: 044 000 00 00"));
+    const std::pair<orders::DetailCell, QString> head[] = {
+        {Detail::AuftragsNr, QString::number(SysInitTrxNr)},
+        {Detail::KundenNr, QStringLiteral("1")},
+        {Detail::Kurier, QStringLiteral("AB")},
+        {Detail::Datum, today},
+        {Detail::Bestellzeit, QStringLiteral("18:30")},
+        {Detail::Lieferzeit, QStringLiteral("19:15")},
+        {Detail::MWStNr, vatNummer},
+        {Detail::Konditionen, QStringLiteral("Bar")},
+        {Detail::Lieferung, today}};
+    for (const auto& [cell, text] : head)
+        order.setDetail(cell, text);
+}
+
+void fillSampleLines(WorkingOrder& order) {
+    const SampleLine lines[] = {
+        {QStringLiteral("12"), QStringLiteral("Pizza Margherita"), 2, 33, SysMWStSatz3},
+        {{}, QStringLiteral("Knoblauch"), 1, 0, SysMWStSatz3},
+        {QStringLiteral("S3"), QStringLiteral(u"Grüner Salat"), 1, 8.5, SysMWStSatz3},
+        {QStringLiteral("W1"), QStringLiteral("Merlot 5 dl"), 1, 19, SysMWStSatz1}};
+    int row = 0;
+    for (const SampleLine& line : lines) {
+        const std::pair<int, Value> cells[] = {
+            {Col::Kurzzeichen, line.code}, {Col::Anzahl, line.count}, {Col::Einheit, QStringLiteral("Stk.")},
+            {Col::Bezeichnung, line.name}, {Col::Ccy, SysCurrency},   {Col::Preis, line.price},
+            {Col::MWSt, line.rate}};
+        for (const auto& [col, value] : cells)
+            order.BestellungGrid.setCell(row, col, value);
+        order.BestellungGrid_Change(row++, Col::Preis);
     }
+}
+
+bool hasPrintedOrder() {
+    const store::OpenRecordset rows(RsPrint, QStringLiteral("SELECT * FROM ZusatzInfo"), ConnPrint);
+    return !rows->Eof();
+}
+
+/// Left behind, the rows would be shown as a printed order.
+void emptySlip() {
+    ConnPrint.Execute(QStringLiteral("DELETE * FROM BestellReport"));
+    ConnPrint.Execute(QStringLiteral("DELETE * FROM ZusatzInfo"));
 }
 
 } // namespace
 
-void PrintBestellung(int Ziel, const WorkingOrder& order, platform::ReportControl& report,
-                     platform::Printers& printers) {
-    writeHead(order);
-    writeVat(writeLines(order));
-    const platform::Printer remembered = printers.defaultPrinter();
-    try {
-        runCopies(Ziel, report, printers);
-    } catch (...) {
-        printers.setDefaultPrinter(remembered);
-        throw;
+void PrintBestellung(int Ziel, const WorkingOrder& order, platform::Reports& reports,
+                     platform::Printers& printers, const QString& note) {
+    writeSlip(order, SysWerbetext);
+    platform::Printer printer = printers.defaultPrinter();
+    QStringList givenUp;
+    for (const PrinterEntry& entry : entriesInUse()) {
+        const auto found = printerFor(entry, printers);
+        // One that is not found leaves the printer as it was, also that of the entry before.
+        printer = found.value_or(printer);
+        if (givenUp.contains(printer.DeviceName))
+            continue;
+        ReportJob job = slipJob(printer, Ziel == 1 ? ReportJob::kToWindow : ReportJob::kToPrinter);
+        job.copies = entry.copies;
+        job.note =
+            found || entry.name.isEmpty() ? note : missingPrinter(entry.name) + QLatin1Char(' ') + note;
+        const platform::ReportEnd end = reports.run(job);
+        if (end == platform::ReportEnd::Unusable)
+            return;
+        if (end == platform::ReportEnd::GivenUp)
+            givenUp << printer.DeviceName;
     }
-    printers.setDefaultPrinter(remembered);
 }
 
-void PreviewVorlage(platform::ReportControl& report, platform::Printers& printers) {
-    runReport(1, report, printers.defaultPrinter());
+void PreviewVorlage(platform::Reports& reports, platform::Printers& printers, const QString& werbetext,
+                    const QString& vatNummer) {
+    const bool sample = !hasPrintedOrder();
+    if (sample) {
+        WorkingOrder order;
+        fillSampleHead(order, vatNummer);
+        fillSampleLines(order);
+        writeSlip(order, werbetext);
+    }
+    reports.run(slipJob(printers.defaultPrinter(), ReportJob::kToWindow));
+    if (sample)
+        emptySlip();
 }
 
 } // namespace modAuftragswesenBestellschein

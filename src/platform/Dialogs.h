@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/Progress.h"
-#include "platform/report/ReportControl.h"
+#include "platform/report/Reports.h"
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -13,10 +13,10 @@ enum BoxStyle : int { kOk = 0, kYesNo = 4, kRetryCancel = 5, kStop = 16, kInform
 /// Answers of the message boxes.
 enum BoxAnswer : int { kAnswerOk = 1, kAnswerCancel = 2, kAnswerRetry = 4, kAnswerYes = 6, kAnswerNo = 7 };
 
-/// A printer, and how its paper lies (ReportControl::Orientation).
+/// A printer, and how its paper lies (ReportJob::Orientation).
 struct PrinterChoice {
     Printer printer;
-    int orientation = ReportControl::kPortrait;
+    int orientation = ReportJob::kPortrait;
 };
 
 /// The only way to a modal dialog, so that a test answers it and reads what was said.

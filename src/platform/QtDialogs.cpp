@@ -125,15 +125,15 @@ std::optional<PrinterChoice> QtDialogs::ChoosePrinter(const PrinterChoice& curre
     QPrinter printer(QPrinter::HighResolution);
     if (!current.printer.DeviceName.isEmpty())
         printer.setPrinterName(current.printer.DeviceName);
-    printer.setPageOrientation(current.orientation == ReportControl::kLandscape ? QPageLayout::Landscape
-                                                                                : QPageLayout::Portrait);
+    printer.setPageOrientation(current.orientation == ReportJob::kLandscape ? QPageLayout::Landscape
+                                                                            : QPageLayout::Portrait);
     QPrintDialog dialog(&printer, QApplication::activeWindow());
     dialog.setWindowTitle(tr("Drucker"));
     askForPrinterOnly(dialog);
     if (execModal(dialog) != QDialog::Accepted)
         return {};
     const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
-    const int orientation = landscape ? ReportControl::kLandscape : ReportControl::kPortrait;
+    const int orientation = landscape ? ReportJob::kLandscape : ReportJob::kPortrait;
     const QString name = printer.printerName();
     if (name == current.printer.DeviceName)
         return PrinterChoice{current.printer, orientation};

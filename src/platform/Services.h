@@ -6,14 +6,14 @@ class Dialogs;
 class Navigation;
 class Printers;
 class RegistryStore;
-class ReportControl;
+class Reports;
 
 /// The long-lived objects that every screen is handed at its construction. They outlive all screens.
 struct Services {
     Dialogs& dialogs;
     Navigation& navigation;
     RegistryStore& registry;
-    ReportControl& reports;
+    Reports& reports;
     Printers& printers;
 };
 

@@ -22,7 +22,7 @@ class Application {
         QString appPath;
         platform::Dialogs& dialogs;
         platform::RegistryStore& registry;
-        platform::ReportControl& reports;
+        platform::Reports& reports;
         platform::Printers& printers;
         Telephony telephony = {};
         /// Leaves the process at once; a test takes note instead and returns.

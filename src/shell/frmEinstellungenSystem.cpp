@@ -4,7 +4,7 @@
 #include "orders/modAuftragswesenBestellschein.h"
 #include "orders/modBestellNummern.h"
 #include "platform/form/FieldHelpers.h"
-#include "platform/report/ReportControl.h"
+#include "platform/report/Reports.h"
 #include "shell/modEinstellungenSystem.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -205,7 +205,7 @@ void frmEinstellungenSystem::restrictEditierung() {
 
 void frmEinstellungenSystem::cmdPreview_Click() {
     // As they are typed: they are taken over only when the screen closes.
-    const modEinstellungenSystem::SampleOrder sample(m_ui->txt_Werbetext->toPlainText(),
-                                                     m_ui->txt_VATNummer->text());
-    modAuftragswesenBestellschein::PreviewVorlage(m_services.reports, m_services.printers);
+    modAuftragswesenBestellschein::PreviewVorlage(m_services.reports, m_services.printers,
+                                                  m_ui->txt_Werbetext->toPlainText(),
+                                                  m_ui->txt_VATNummer->text());
 }

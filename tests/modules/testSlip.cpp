@@ -4,7 +4,6 @@
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 using orders::Col;
 using test::TestFirm;
@@ -46,7 +45,7 @@ struct Slip : testing::Test {
     QStringList printed() const {
         QStringList list;
         for (const auto& run : reports.runs)
-            list << run.printer;
+            list << QStringList(run.copies, run.PrinterName);
         return list;
     }
 
@@ -128,28 +127,51 @@ TEST_F(Slip, copiesAndPrinters) {
         reports.runs.clear();
         print();
         EXPECT_EQ(printed().join(QLatin1Char(',')), QString::fromUtf16(c.printed));
-        EXPECT_EQ(printers.current.DeviceName, u"Büro");
     }
 }
 
-TEST_F(Slip, defaultPrinterComesBackAfterAFailure) {
-    reports.onPrint = [] { throw std::runtime_error("no paper"); };
-    EXPECT_THROW(print(), std::runtime_error);
-    EXPECT_EQ(printers.current.DeviceName, u"Büro");
+TEST_F(Slip, aPrinterThatIsGivenUpGetsNoFurtherCopy) {
+    SysPrinter1Status = SysPrinter2Status = 1;
+    reports.onRun = [](const platform::ReportJob& job) {
+        return job.PrinterName == QStringLiteral("Kasse") ? platform::ReportEnd::GivenUp
+                                                          : platform::ReportEnd::Done;
+    };
+    for (const auto& [second, ran] : {std::pair{u"Küche", 2}, {u"Kasse", 1}}) {
+        SysPrinter2Name = QString::fromUtf16(second);
+        reports.runs.clear();
+        print();
+        EXPECT_EQ(reports.runs.size(), ran);
+    }
+    reports.onRun = [](const platform::ReportJob&) { return platform::ReportEnd::Unusable; };
+    reports.runs.clear();
+    print();
+    EXPECT_EQ(reports.runs.size(), 1) << "the template fails on every printer";
+}
+
+TEST_F(Slip, theNoteTellsWhichPrinterIsMissing) {
+    SysPrinter1Name = QStringLiteral("Lager");
+    modAuftragswesenBestellschein::PrintBestellung(0, order, reports, printers,
+                                                   QStringLiteral("Gespeichert."));
+    EXPECT_EQ(reports.runs.last().note,
+              u"Der Drucker \"Lager\" der System Einstellungen ist nicht vorhanden. Gespeichert.");
+    SysPrinter1Name = QStringLiteral("Kasse");
+    modAuftragswesenBestellschein::PrintBestellung(0, order, reports, printers,
+                                                   QStringLiteral("Gespeichert."));
+    EXPECT_EQ(reports.runs.last().note, u"Gespeichert.");
 }
 
 TEST_F(Slip, templateAndDestination) {
     for (int vorlage = 0; vorlage < 4; ++vorlage) {
         SysVorlageBestellung = qint16(vorlage);
         print(vorlage == 0 ? 1 : 0);
-        EXPECT_EQ(reports.runs.last().file,
+        EXPECT_EQ(reports.runs.last().ReportFileName,
                   store::appPath() + QStringLiteral("\\Reports\\rep_report%1.rpt").arg(vorlage + 1));
         EXPECT_EQ(reports.runs.last().destination, vorlage == 0 ? 0 : 1);
-        EXPECT_EQ(reports.runs.last().data, PfadPrintDB);
+        EXPECT_EQ(reports.runs.last().DataFile, PfadPrintDB);
     }
     SysVorlageBestellung = 7;
     print();
-    EXPECT_TRUE(reports.runs.last().file.endsWith(QStringLiteral("rep_report4.rpt")));
+    EXPECT_TRUE(reports.runs.last().ReportFileName.endsWith(QStringLiteral("rep_report4.rpt")));
 }
 
 TEST_F(Slip, aLoadedOrderPrintsAsItStands) {

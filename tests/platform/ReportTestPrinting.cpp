@@ -1,6 +1,6 @@
 #include "install/Installer.h"
 #include "platform/report/CupsPrinters.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "platform/report/ReportDocument.h"
 #include "store/Recordset.h"
 #include "tests/platform/ReportSample.h"
@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using platform::QtReportControl;
 using platform::ReportData;
 
 namespace {
@@ -63,17 +62,15 @@ class ReportPrintingTest : public testing::Test {
         }
     }
 
-    void print(QtReportControl& control, const QString& printer, const QString& report) {
-        control.ReportFileName = report;
-        control.DataFile = m_dataFile;
-        control.PrinterName = printer;
-        control.WindowTitle = u"Auftragsschein"_s;
-        control.PrintReport();
-    }
-
-    void print(const QString& printer, const QString& report = templatePath(1)) {
-        QtReportControl control(m_dialogs);
-        print(control, printer, report);
+    platform::ReportEnd print(const QString& printer, const QString& report = templatePath(1),
+                              int copies = 1) {
+        return platform::QtReports(m_dialogs).run({.ReportFileName = report,
+                                                   .DataFile = m_dataFile,
+                                                   .WindowTitle = u"Auftragsschein"_s,
+                                                   .firm = u"Pizzeria Müller & Söhne"_s,
+                                                   .PrinterName = printer,
+                                                   .copies = copies,
+                                                   .note = u"So steht es um den Auftrag."_s});
     }
 
     test::CupsServer m_server;
@@ -111,7 +108,8 @@ TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrder) {
                                u"14.73"_s,
                                u"MWSt 2.6 %"_s,
                                u"10.72"_s,
-                               u"Wir danken für Ihre Bestellung!"_s};
+                               u"Wir danken für Ihre Bestellung!"_s,
+                               u"Pizzeria Müller & Söhne"_s};
     for (int number = 1; number <= 4; ++number) {
         print(u"Kueche"_s, templatePath(number));
         const QString pdf = m_server.waitForPdf(u"Kueche"_s, number);
@@ -167,7 +165,7 @@ TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
         EXPECT_TRUE(
             said.text.contains(u"Der Drucker \"%1\" %2."_s.arg(one.name, QString::fromUtf8(one.says))))
             << said.text.toStdString();
-        EXPECT_TRUE(said.text.contains(u"Der Auftrag ist bereits gespeichert."_s));
+        EXPECT_TRUE(said.text.contains(u"So steht es um den Auftrag."_s));
         EXPECT_EQ(said.style, platform::kRetryCancel + platform::kStop);
         EXPECT_EQ(said.title, u"Auftragsschein"_s);
         EXPECT_FALSE(m_server.waitForPdf(one.name).isEmpty()) << one.name.toStdString();
@@ -179,8 +177,8 @@ TEST_F(ReportPrintingTest, CancelPrintsNowhere) {
     for (const QString& name : {u"Gibtsnicht"_s, u""_s}) {
         m_dialogs.said.clear();
         m_dialogs.answer(platform::kAnswerCancel);
-        print(name);
-        EXPECT_EQ(m_dialogs.said.size(), 1) << name.toStdString();
+        EXPECT_EQ(print(name, templatePath(1), 3), platform::ReportEnd::GivenUp);
+        EXPECT_EQ(m_dialogs.said.size(), 1) << "no copy is tried any more: " << name.toStdString();
     }
     EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0);
 }
@@ -200,11 +198,10 @@ TEST_F(ReportPrintingTest, BrokenReportOrDataIsToldAndReturns) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("<html>{{#ZusatzInfo}}");
     file.close();
-    QtReportControl control(m_dialogs);
-    print(control, u"Kueche"_s, broken);
-    print(control, u"Kueche"_s, m_folder.path() + u"\\Reports\\rep_fehlt.rpt"_s);
+    EXPECT_EQ(print(u"Kueche"_s, broken, 3), platform::ReportEnd::Unusable);
+    print(u"Kueche"_s, m_folder.path() + u"\\Reports\\rep_fehlt.rpt"_s);
     m_dataFile = m_folder.filePath(u"fehlt.mdb"_s);
-    print(control, u"Kueche"_s, templatePath(1));
+    print(u"Kueche"_s);
     ASSERT_EQ(m_dialogs.said.size(), 3);
     EXPECT_TRUE(m_dialogs.said[0].text.contains(u"\"rep_broken.rpt\" ist nicht verwendbar"_s));
     EXPECT_TRUE(m_dialogs.said[1].text.contains(u"\"rep_fehlt.rpt\" wurde nicht gefunden"_s));
@@ -213,7 +210,7 @@ TEST_F(ReportPrintingTest, BrokenReportOrDataIsToldAndReturns) {
     EXPECT_EQ(m_server.finishedJobs(u"Kueche"_s), 0);
 }
 
-TEST_F(ReportPrintingTest, PrintersAndTheOwnDefault) {
+TEST_F(ReportPrintingTest, ThePrintersAreTheSystemsOfTheMoment) {
     platform::CupsPrinters printers;
     QStringList names;
     for (const platform::Printer& printer : printers.all())
@@ -221,9 +218,9 @@ TEST_F(ReportPrintingTest, PrintersAndTheOwnDefault) {
     EXPECT_EQ(names, (QStringList{u"Haupt"_s, u"Kueche"_s}));
     EXPECT_EQ(printers.defaultPrinter().DeviceName, u"Haupt"_s);
     EXPECT_TRUE(printers.defaultPrinter().Port.startsWith(u"file:"_s));
-    printers.setDefaultPrinter({u"Kueche"_s, {}, {}});
-    EXPECT_EQ(printers.defaultPrinter().DeviceName, u"Kueche"_s);
-    EXPECT_EQ(platform::CupsPrinters().defaultPrinter().DeviceName, u"Haupt"_s);
+    print(u"Haupt"_s);
+    m_server.setDefault(u"Kueche"_s);
+    EXPECT_EQ(printers.defaultPrinter().DeviceName, u"Kueche"_s) << "also after a report was printed";
 }
 
 TEST(ReportLayoutTest, RollIsAsLongAsItsText) {

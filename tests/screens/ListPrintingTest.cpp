@@ -4,8 +4,9 @@
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
 #include "platform/report/PreviewWindow.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "platform/report/SheetExport.h"
+#include "store/FirmName.h"
 #include "store/SystemSettings.h"
 #include "support/CupsServer.h"
 #include "support/FullDisk.h"
@@ -24,9 +25,9 @@ namespace {
 QString pdfOf(const QString& reportFile, const QTemporaryDir& folder) {
     const platform::ReportTemplate report(QStringLiteral(TAVOLINO_SOURCE_DIR) + u"/reports/"_s + reportFile);
     const QString path = folder.filePath(u"list.pdf"_s);
-    platform::saveAsPdf(
-        platform::ReportDocument(report.fill(platform::readPrintTables(PfadPrintDB, report.sections()))),
-        path);
+    platform::ReportData data = platform::readPrintTables(PfadPrintDB, report.sections());
+    data.firm = store::firmName();
+    platform::saveAsPdf(platform::ReportDocument(report.fill(data)), path);
     return path;
 }
 
@@ -52,7 +53,7 @@ TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
     settings.write("[Firma]\nName=Pizzeria Müller & Söhne, Zürich\n");
     settings.close();
     printers.current = {u"Kasse"_s, u"PS"_s, u"socket"_s};
-    dialogs.chosenPrinter = platform::PrinterChoice{{u"Büro"_s, {}, {}}, platform::ReportControl::kLandscape};
+    dialogs.chosenPrinter = platform::PrinterChoice{{u"Büro"_s, {}, {}}, platform::ReportJob::kLandscape};
     ConnMain.Execute(
         u"UPDATE tbl_Verwaltung_Produkte SET txt_Produkt = 'Zuppa ''Nonna''' WHERE lng_ID = 2"_s);
     ConnMain.Execute(
@@ -65,11 +66,11 @@ TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
     EXPECT_EQ(TestFirm::value(u"SELECT Count(*) AS N FROM ArtikelStamm"_s, ConnPrint).toInt(),
               grid()->rowCount());
     ASSERT_EQ(reports.runs.size(), 1);
-    EXPECT_TRUE(reports.runs.first().file.endsWith(u"\\Reports\\rep_Produkte.rpt"_s));
-    EXPECT_EQ(reports.runs.first().printer, u"Büro"_s);
-    EXPECT_EQ(reports.runs.first().destination, int(platform::ReportControl::kToWindow));
-    EXPECT_EQ(reports.windowState, int(platform::ReportControl::kMaximized));
-    EXPECT_EQ(reports.orientation, int(platform::ReportControl::kLandscape));
+    EXPECT_TRUE(reports.runs.first().ReportFileName.endsWith(u"\\Reports\\rep_Produkte.rpt"_s));
+    EXPECT_EQ(reports.runs.first().PrinterName, u"Büro"_s);
+    EXPECT_EQ(reports.runs.first().destination, int(platform::ReportJob::kToWindow));
+    EXPECT_EQ(reports.runs.first().windowState, int(platform::ReportJob::kMaximized));
+    EXPECT_EQ(reports.runs.first().orientation, int(platform::ReportJob::kLandscape));
 
     const QString text = test::pdfText(pdfOf(u"rep_Produkte.rpt"_s, folder)).simplified();
     for (int row = 0; row < grid()->rowCount(); ++row)
@@ -116,12 +117,12 @@ TEST_F(ProductListTest, ThePreviewSavesAPdf) {
                 firm.folder() + u"/Reports/rep_Kundenliste.rpt"_s);
     ConnPrint.Execute(u"INSERT INTO KundenStamm(KundenNr, Namen, Ort, Telefon) VALUES(7, 'Meier', 'Zürich', "
                       u"'0791234567')"_s);
-    platform::QtReportControl control(dialogs);
-    control.ReportFileName = store::appPath() + u"\\Reports\\rep_Kundenliste.rpt"_s;
-    control.DataFile = PfadPrintDB;
-    control.WindowTitle = u"Kundenliste"_s;
-    control.destination = platform::ReportControl::kToWindow;
-    control.PrintReport();
+    platform::QtReports(dialogs).run(
+        {.ReportFileName = store::appPath() + u"\\Reports\\rep_Kundenliste.rpt"_s,
+         .DataFile = PfadPrintDB,
+         .WindowTitle = u"Kundenliste"_s,
+         .firm = {},
+         .destination = platform::ReportJob::kToWindow});
     platform::PreviewWindow* preview = nullptr;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (auto* found = qobject_cast<platform::PreviewWindow*>(window))
@@ -178,7 +179,7 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
 TEST_F(ExtrasListTest, PrintsItsRows) {
     click(u"DruckerCommand");
     ASSERT_EQ(reports.runs.size(), 1);
-    EXPECT_TRUE(reports.runs.first().file.endsWith(u"\\Reports\\rep_ProdukteExtras.rpt"_s));
+    EXPECT_TRUE(reports.runs.first().ReportFileName.endsWith(u"\\Reports\\rep_ProdukteExtras.rpt"_s));
     const QTemporaryDir folder;
     const QString text = test::pdfText(pdfOf(u"rep_ProdukteExtras.rpt"_s, folder)).simplified();
     ASSERT_GT(grid()->rowCount(), 0);

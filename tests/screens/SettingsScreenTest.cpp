@@ -291,10 +291,11 @@ TEST_F(SettingsScreenTest, PreviewsTheTemplateOfTheMomentOverASampleOrTheLastOrd
         return TestFirm::value(u"SELECT Count(*) AS N FROM "_s + table, ConnPrint).toInt();
     };
     QString total, werbetext;
-    reports.onPrint = [&] {
+    reports.onRun = [&](const platform::ReportJob&) {
         total = TestFirm::value(u"SELECT TotalPreis FROM ZusatzInfo"_s, ConnPrint);
         werbetext = TestFirm::value(u"SELECT Werbung FROM ZusatzInfo"_s, ConnPrint);
         EXPECT_GT(rows(u"BestellReport"_s), 0);
+        return platform::ReportEnd::Done;
     };
     open();
     put(u"combo_DruckVorlage"_s, u"Vorlage Nr. 4"_s);
@@ -303,9 +304,9 @@ TEST_F(SettingsScreenTest, PreviewsTheTemplateOfTheMomentOverASampleOrTheLastOrd
     click(u"cmdPreview"_s);
     EXPECT_EQ(werbetext, u"Neu"_s) << "as typed, before it is taken over";
     ASSERT_EQ(reports.runs.size(), 1);
-    EXPECT_TRUE(reports.runs.last().file.endsWith(u"\\Reports\\rep_report4.rpt"_s));
-    EXPECT_EQ(reports.runs.last().destination, int(platform::ReportControl::kToWindow));
-    EXPECT_EQ(reports.runs.last().data, PfadPrintDB);
+    EXPECT_TRUE(reports.runs.last().ReportFileName.endsWith(u"\\Reports\\rep_report4.rpt"_s));
+    EXPECT_EQ(reports.runs.last().destination, int(platform::ReportJob::kToWindow));
+    EXPECT_EQ(reports.runs.last().DataFile, PfadPrintDB);
     EXPECT_EQ(total, u"60.50"_s); // 2 x 16.50 + 8.50 + 19.00
     EXPECT_EQ(rows(u"BestellReport"_s), 0);
     EXPECT_EQ(rows(u"ZusatzInfo"_s), 0);

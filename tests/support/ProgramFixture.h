@@ -5,7 +5,7 @@
 #include "platform/IniRegistryStore.h"
 #include "platform/line/TelephoneLine.h"
 #include "platform/report/CupsPrinters.h"
-#include "platform/report/QtReportControl.h"
+#include "platform/report/QtReports.h"
 #include "shell/Application.h"
 #include "support/CupsServer.h"
 #include "support/Keys.h"
@@ -27,7 +27,7 @@ class ProgramTest : public testing::Test {
     }
 
     /// False when the start sequence ended the program. The program before it is gone by then.
-    bool start(platform::ReportControl& reports, platform::Printers& printers) {
+    bool start(platform::Reports& reports, platform::Printers& printers) {
         program.reset();
         if (ConnMain.IsOpen())
             store::CloseDatabases();
@@ -126,7 +126,7 @@ class PrintingProgramTest : public ProgramTest {
     }
 
     CupsServer printing;
-    platform::QtReportControl reports{dialogs};
+    platform::QtReports reports{dialogs};
     platform::CupsPrinters printers;
 };
 

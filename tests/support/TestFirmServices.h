@@ -5,7 +5,7 @@
 #include "desks/PreOrderDesk.h"
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
-#include "platform/report/ReportControl.h"
+#include "platform/report/Reports.h"
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -77,28 +77,20 @@ class TestPrinters : public platform::Printers {
 
     platform::Printer defaultPrinter() override { return current; }
 
-    void setDefaultPrinter(const platform::Printer& printer) override { current = printer; }
-
     QList<platform::Printer> printers;
     platform::Printer current;
 };
 
-/// Keeps each run's file, printer and destination.
-class TestReports : public platform::ReportControl {
+/// Keeps each run.
+class TestReports : public platform::Reports {
   public:
-    struct Run {
-        QString file, printer, data;
-        int destination;
-    };
-
-    void PrintReport() override {
-        runs.append({ReportFileName, PrinterName, DataFile, destination});
-        if (onPrint)
-            onPrint();
+    platform::ReportEnd run(const platform::ReportJob& job) override {
+        runs.append(job);
+        return onRun ? onRun(job) : platform::ReportEnd::Done;
     }
 
-    QList<Run> runs;
-    std::function<void()> onPrint;
+    QList<platform::ReportJob> runs;
+    std::function<platform::ReportEnd(const platform::ReportJob&)> onRun;
 };
 
 class TestRegistry : public platform::RegistryStore {

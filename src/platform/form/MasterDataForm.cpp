@@ -88,9 +88,9 @@ void MasterDataForm::goToRow(int row) {
         m_grid->clearSelection();
 }
 
-void MasterDataForm::printRows(const QString& reportFile, const QString& title,
+void MasterDataForm::printRows(const ReportJob& list,
                                const std::function<void(const Progress&)>& fillPrintTable) {
-    printList(m_services, reportFile, title, [&](const Progress& progress) {
+    printList(m_services, list, [&](const Progress& progress) {
         fillPrintTable(progress);
         m_grid->standAt(0);
     });

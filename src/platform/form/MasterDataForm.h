@@ -61,8 +61,7 @@ class MasterDataForm : public QWidget {
     /// chooseRow; the row is marked once it is in the mask. The focus stays where that puts it.
     void goToRow(int row);
     /// Prints the list (see printList); it stands at its first row afterwards.
-    void printRows(const QString& reportFile, const QString& title,
-                   const std::function<void(const Progress&)>& fillPrintTable);
+    void printRows(const ReportJob& list, const std::function<void(const Progress&)>& fillPrintTable);
 
     // What a screen fills in
 

@@ -22,7 +22,7 @@ QList<Printer> CupsPrinters::all() {
 }
 
 Printer CupsPrinters::defaultPrinter() {
-    return m_default ? *m_default : printerOf(QPrinterInfo::defaultPrinter());
+    return printerOf(QPrinterInfo::defaultPrinter());
 }
 
 } // namespace platform

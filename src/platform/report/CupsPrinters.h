@@ -1,6 +1,5 @@
 #pragma once
-#include "platform/report/ReportControl.h"
-#include <optional>
+#include "platform/report/Reports.h"
 
 namespace platform {
 
@@ -9,11 +8,6 @@ class CupsPrinters : public Printers {
   public:
     QList<Printer> all() override;
     Printer defaultPrinter() override;
-
-    void setDefaultPrinter(const Printer& printer) override { m_default = printer; }
-
-  private:
-    std::optional<Printer> m_default;
 };
 
 } // namespace platform

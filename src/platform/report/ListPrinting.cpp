@@ -1,7 +1,6 @@
 #include "platform/report/ListPrinting.h"
 #include "platform/Dialogs.h"
 #include "platform/form/FieldHelpers.h"
-#include "store/StoreGlobals.h"
 
 namespace platform {
 namespace {
@@ -11,25 +10,21 @@ constexpr int kPauseAfterFilling = 1000;
 
 } // namespace
 
-void printList(const Services& services, const QString& reportFile, const QString& title,
+void printList(const Services& services, ReportJob list,
                const std::function<void(const Progress&)>& fillPrintTable) try {
-    fillPrintTable(services.dialogs.ShowProgress(title));
+    fillPrintTable(services.dialogs.ShowProgress(list.WindowTitle));
     waitMilliseconds(kPauseAfterFilling);
     const auto choice =
-        services.dialogs.ChoosePrinter({services.printers.defaultPrinter(), ReportControl::kPortrait});
+        services.dialogs.ChoosePrinter({services.printers.defaultPrinter(), ReportJob::kPortrait});
     if (!choice)
         return;
-    ReportControl& report = services.reports;
-    report.ReportFileName = store::appPath() + QStringLiteral("\\Reports\\") + reportFile;
-    report.DataFile = PfadPrintDB;
-    report.PrinterName = choice->printer.DeviceName;
-    report.PrinterDriver = choice->printer.DriverName;
-    report.PrinterPort = choice->printer.Port;
-    report.orientation = choice->orientation;
-    report.destination = ReportControl::kToWindow;
-    report.windowState = ReportControl::kMaximized;
-    report.WindowTitle = title;
-    report.PrintReport();
+    list.PrinterName = choice->printer.DeviceName;
+    list.PrinterDriver = choice->printer.DriverName;
+    list.PrinterPort = choice->printer.Port;
+    list.orientation = choice->orientation;
+    list.destination = ReportJob::kToWindow;
+    list.windowState = ReportJob::kMaximized;
+    services.reports.run(list);
 
 } catch (const GivenUp&) {
 

@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/Progress.h"
 #include "platform/Services.h"
-#include <QString>
+#include "platform/report/Reports.h"
 #include <functional>
 
 namespace platform {
@@ -10,8 +10,8 @@ namespace platform {
 /// user chooses the printer and sees the list in a window that fills the screen. Nothing is shown when the
 /// choice is cancelled or the filling given up.
 ///
-/// `reportFile` is the name of the report file in the program's folder, `title` the window's.
-void printList(const Services& services, const QString& reportFile, const QString& title,
+/// `list` tells the report file with its data and title; printer and window are settled here.
+void printList(const Services& services, ReportJob list,
                const std::function<void(const Progress&)>& fillPrintTable);
 
 } // namespace platform

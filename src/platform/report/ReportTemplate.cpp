@@ -2,11 +2,9 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/RunTimeError.h"
-#include "store/StoreGlobals.h"
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSettings>
 #include <algorithm>
 #include <kainjow/mustache.hpp>
 
@@ -100,6 +98,7 @@ ReportData::Row firstValues(const std::vector<ReportData::Row>& rows) {
 mustache::data contextOf(const ReportData& data, const QString& text, const QString& apart) {
     const Rows objects(text);
     mustache::object context;
+    context["Firma"] = valueOf(data.firm);
     for (const auto& [table, rows] : data.tables) {
         mustache::list list;
         if (table != apart)
@@ -126,8 +125,9 @@ LongList longListOf(const QString& text, const ReportData& data) {
         const auto found = match.next();
         const auto rows = data.tables.find(found.captured(1));
         const bool inTable = QStringView(text).left(found.capturedStart()).trimmed().endsWith(u"</thead>"_s);
-        const bool plain =
-            !found.captured(2).contains(u"<table"_s) && !found.captured(2).contains(u":erste"_s);
+        const bool plain = !found.captured(2).contains(u"<table"_s) &&
+                           !found.captured(2).contains(u":erste"_s) &&
+                           !found.captured(2).contains(u"Firma}}"_s);
         if (rows != data.tables.end() && rows->second.size() > kShortList && inTable && plain)
             return {found.captured(1), found.captured(2), found.capturedStart(), found.capturedLength()};
     }
@@ -153,19 +153,12 @@ QString filled(const QString& text, const mustache::data& context) {
     return QString::fromStdString(tags.render(context));
 }
 
-/// The firm's name as tavolino.ini tells it.
-QString firmName() {
-    const QSettings file(store::appPath() + u"/tavolino.ini"_s, QSettings::IniFormat);
-    // A comma outside quotes divides a list.
-    return file.value(u"Firma/Name"_s).toStringList().join(u", "_s);
-}
-
 /// Head and foot are drawn as plain text: no escaping, one line.
-QString filledLine(const QString& text, const mustache::data& context) {
+QString filledLine(const QString& text, const mustache::data& context, const QString& firm) {
     mustache::mustache tags(text.toStdString());
     tags.set_custom_escape([](const std::string& value) { return value; });
     return QString::fromStdString(tags.render(context))
-        .replace(u"{Firma}"_s, firmName())
+        .replace(u"{Firma}"_s, firm)
         .replace(u"{Heute}"_s, common::formatDate(common::clock::now(), u"DD/MM/YYYY"))
         .simplified();
 }
@@ -280,8 +273,8 @@ FilledReport ReportTemplate::fill(const ReportData& data, const Progress& progre
     }
     const mustache::data context = contextOf(data, m_text, list.table);
     FilledReport report{m_title, filled(text, context), m_page, std::move(rows)};
-    report.page.header = filledLine(m_page.header, context);
-    report.page.footer = filledLine(m_page.footer, context);
+    report.page.header = filledLine(m_page.header, context, data.firm);
+    report.page.footer = filledLine(m_page.footer, context, data.firm);
     return report;
 }
 

@@ -15,6 +15,8 @@ namespace platform {
 struct ReportData {
     using Row = std::vector<std::pair<QString, QString>>;
     std::map<QString, std::vector<Row>> tables;
+    /// The firm's name.
+    QString firm{};
 };
 
 /// The paper of a report. Lengths in millimetres.
@@ -66,6 +68,7 @@ struct FilledReport {
 ///     {{Column:kurz}}                a number without zeros at the end of its decimals: "2.00" is "2"
 ///     {{Column:betrag}}              a number with two decimals and thousands marks: "1234.5" is "1'234.50"
 ///     {{Table:erste.Column}}         the first value of the column that is not empty, usable anywhere
+///     {{Firma}}                      the firm's name, usable anywhere
 class ReportTemplate {
   public:
     /// Throws common::RunTimeError: kFileNotFound for a missing file, kPlatformFailure for one that cannot be

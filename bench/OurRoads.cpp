@@ -1,6 +1,7 @@
 #include "OurRoads.h"
 #include "common/Convert.h"
 #include "masterdata/modVerwaltungKunden.h"
+#include "orders/frmLetzteBestellungen.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "orders/modBestellNummern.h"
 #include "store/SqliteEngine.h"
@@ -70,6 +71,10 @@ ScreenRoads::ScreenRoads() : m_screen(m_services.services(), m_phoneBook) {
     m_screen.resize(1366, 768);
     m_screen.show();
     paint();
+}
+
+void ScreenRoads::lastOrders() {
+    m_screen.findChild<frmLetzteBestellungen*>()->readNow();
 }
 
 void ScreenRoads::keyedCode(const QString& code) {

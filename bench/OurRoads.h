@@ -52,6 +52,8 @@ class ScreenRoads {
 
     void call(const QString& number) { m_screen.takeCall(number); }
 
+    /// The customer's last orders, which are read behind the painting.
+    void lastOrders();
     void keyedCode(const QString& code);
 
     void load(qint64 trxNr) { m_screen.loadBooking(trxNr); }

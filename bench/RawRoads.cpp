@@ -4,6 +4,7 @@ namespace bench {
 namespace {
 
 constexpr double kLineStep = 0.01;
+constexpr int kLastOrders = 5;
 
 } // namespace
 
@@ -46,7 +47,19 @@ RawRoads::RawRoads(RawStore& store) :
     m_extra(store, "SELECT txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = ?"),
     m_following(store,
                 "SELECT lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_TrxNr > ? ORDER BY "
-                "lng_TrxNr") {
+                "lng_TrxNr"),
+    m_ordersOf(store,
+               "SELECT lng_TrxNr , dbl_BestellDatumNow , dbl_TotalMitMWSt FROM "
+               "tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = ? ORDER BY lng_TrxNr DESC") {
+    QByteArray places = "?";
+    for (int orders = 1; orders <= kLastOrders; ++orders, places += " , ?")
+        m_linesOf.push_back(std::make_unique<RawStatement>(
+            store, "SELECT d . lng_TrxNrMaster , d . flag_IsProdukt , d . dbl_Menge , p . txt_Produkt , e . "
+                   "txt_Extra FROM tbl_Auftragswesen_Bestellungen_Details AS d LEFT JOIN "
+                   "tbl_Verwaltung_Produkte AS p ON p . lng_ID = d . lng_ProduktID LEFT JOIN "
+                   "tbl_Verwaltung_ProdukteExtras AS e ON e . lng_ID = d . lng_ExtraID WHERE d . "
+                   "lng_TrxNrMaster IN ( " +
+                       places + " ) ORDER BY d . dbl_TrxNr"));
 }
 
 qint64 RawRoads::lastTrxNr() {
@@ -84,7 +97,7 @@ void RawRoads::kundeExists(qint64 kundenId) {
 }
 
 void RawRoads::call(double telefon) {
-    const qint64 id = findKunde(telefon);
+    const qint64 id = m_lastKunde = findKunde(telefon);
     take(lastTrxNr());
     findKunde(telefon);
     kundeAdresse(id);
@@ -93,6 +106,29 @@ void RawRoads::call(double telefon) {
     take(lastTrxNr());
     kundeAdresse(id);
     take(lastTrxNr());
+}
+
+void RawRoads::lastOrders() {
+    m_ordersOf.bind(1, m_lastKunde);
+    std::vector<qint64> numbers;
+    // The one behind the last is looked at as well: it could tie with it.
+    while (m_ordersOf.step() && int(numbers.size()) < kLastOrders) {
+        numbers.push_back(m_ordersOf.integer(0));
+        take(m_ordersOf.real(1));
+        take(m_ordersOf.real(2));
+    }
+    m_ordersOf.reset();
+    if (numbers.empty())
+        return;
+    RawStatement& lines = *m_linesOf[numbers.size() - 1];
+    for (size_t i = 0; i < numbers.size(); ++i)
+        lines.bind(int(i) + 1, numbers[i]);
+    while (lines.step()) {
+        take(lines.integer(0));
+        take(lines.real(2));
+        take(lines.text(lines.integer(1) != 0 ? 3 : 4));
+    }
+    lines.reset();
 }
 
 void RawRoads::readArtikel() {

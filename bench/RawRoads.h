@@ -1,7 +1,9 @@
 #pragma once
 #include "RawStore.h"
 #include "Workload.h"
+#include <memory>
 #include <variant>
+#include <vector>
 
 namespace bench {
 
@@ -14,6 +16,8 @@ class RawRoads {
     /// The values that book() writes, but for the number: those of an order in the file at `handle`.
     void bookLike(sqlite3* handle, qint64 trxNr);
     void call(double telefon);
+    /// The last orders of the customer called for.
+    void lastOrders();
     void keyedCode(const Workload::Code& code);
     void extrasOf(qint64 produktId);
     void book();
@@ -54,10 +58,13 @@ class RawRoads {
 
     RawStatement m_begin, m_commit, m_lastTrxNr, m_nextTrxNr, m_findKunde, m_adresse, m_exists, m_artikel,
         m_extras, m_insertHead, m_insertLine, m_head, m_kurier, m_lines, m_code, m_produkt, m_extra,
-        m_following;
+        m_following, m_ordersOf;
+    /// Each for so many orders.
+    std::vector<std::unique_ptr<RawStatement>> m_linesOf;
     std::vector<Line> m_read;
     Row m_bookedHead;
     std::vector<Row> m_bookedLines;
+    qint64 m_lastKunde = 0;
     qint64 m_lastProdukt = 0;
     qint64 m_sum = 0;
 };

@@ -9,6 +9,7 @@ namespace {
 constexpr size_t kCompared = 20;
 constexpr size_t kWalk = 100;
 constexpr double kLookupAim = 2;
+constexpr double kShownAim = 3;
 constexpr double kBookingAim = 1.3;
 
 } // namespace
@@ -75,6 +76,16 @@ std::vector<Road> Roads::onScreen() {
     return {
         {"Screen: call to customer", 5, [this](size_t i) { m_screen.call(caller(i).number); },
          [this](size_t i) { m_raw.call(caller(i).telefon); }, kLookupAim},
+        {"Screen: call, last orders shown", 5,
+         [this](size_t i) {
+             m_screen.call(caller(i).number);
+             m_screen.lastOrders();
+         },
+         [this](size_t i) {
+             m_raw.call(caller(i).telefon);
+             m_raw.lastOrders();
+         },
+         kShownAim},
         {"Screen: keyed code to line, extras offered", 20,
          [this](size_t i) { m_screen.keyedCode(code(i).keyed); },
          [this](size_t i) {

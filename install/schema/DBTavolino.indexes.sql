@@ -1,10 +1,10 @@
 -- Every lookup on the way of a keystroke has its index, so that none grows with the tables. The sums of the
 -- statistics are read from the index alone.
 
--- Orders: by customer with his journal's sums; by courier and by day with the turnover, within a day by number, as
--- the journal lists them; by moment for a working day that ends after midnight.
+-- Orders: by customer the newest first, with his journal's sums; by courier and by day with the turnover, within a
+-- day by number, as the journal lists them; by moment for a working day that ends after midnight.
 CREATE INDEX idx_Bestellungen_Kunde ON tbl_Auftragswesen_Bestellungen_Master
-    (lng_KundenID, lng_LieferDatum, dbl_TotalMitMWSt);
+    (lng_KundenID, lng_TrxNr, lng_LieferDatum, dbl_TotalMitMWSt);
 CREATE INDEX idx_Bestellungen_Datum ON tbl_Auftragswesen_Bestellungen_Master
     (lng_BestellDatum, lng_TrxNr, dbl_TotalMitMWSt, dbl_MWStBetrag);
 CREATE INDEX idx_Bestellungen_Kurier ON tbl_Auftragswesen_Bestellungen_Master

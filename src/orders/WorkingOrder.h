@@ -106,6 +106,9 @@ class WorkingOrder : public QObject {
     void PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl);
     /// Puts an extra into the first empty row, under the line above. Nothing while row 0 is empty.
     void PickExtra(qint64 extraId, const QString& extra, double anzahl);
+    /// The same into a row, whatever stands there. An extra needs a line above.
+    void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl);
+    void PutExtra(int row, qint64 extraId, const QString& extra, double anzahl);
     /// Removes the line; a product takes the extras that follow it along. Closes the gap, keeps 100 rows.
     void RemoveLine(int row);
 

@@ -23,9 +23,11 @@ int WorkingOrder::LastFilledRow() const {
 }
 
 void WorkingOrder::PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl) {
-    const int row = FirstEmptyRow();
-    if (row < 0)
-        return;
+    if (const int row = FirstEmptyRow(); row >= 0)
+        PutProdukt(row, produktId, kurzzeichen, anzahl);
+}
+
+void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl) {
     suche = SucheModus::Produkt;
     BestellungGrid.setCell(row, Col::ProduktID, produktId);
     BestellungGrid.setCell(row, Col::IsProdukt, 1);
@@ -37,9 +39,11 @@ void WorkingOrder::PickProdukt(qint64 produktId, const QString& kurzzeichen, dou
 }
 
 void WorkingOrder::PickExtra(qint64 extraId, const QString& extra, double anzahl) {
-    const int row = FirstEmptyRow();
-    if (row <= 0)
-        return;
+    if (const int row = FirstEmptyRow(); row > 0)
+        PutExtra(row, extraId, extra, anzahl);
+}
+
+void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra, double anzahl) {
     suche = SucheModus::Extra;
     BestellungGrid.setCell(row, Col::ProduktID, BestellungGrid.cell(row - 1, Col::ProduktID));
     BestellungGrid.setCell(row, Col::IsProdukt, 0);

@@ -39,6 +39,7 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     setUpGrids();
     setUpFields();
     setUpButtons();
+    setUpLetzteBestellungen();
     setUpShortcuts();
     m_ui->TabStripArtikel->setStyle(new platform::CompactTabStyle(m_ui->TabStripArtikel));
     combo_PreisGruppe_Click();
@@ -240,6 +241,8 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
         m_ui->txt_SucheTelefonNummer->setFocus(Qt::ShortcutFocusReason);
         m_ui->txt_SucheTelefonNummer->selectAll();
     });
+    add(Qt::Key_F4, [this] { cmdWieLetztesMal_Click(); });
+    add(Qt::SHIFT | Qt::Key_F4, [this] { m_ui->box_LetzteBestellungen->goToList(); });
     add(Qt::Key_F5, [this] {
         m_ui->BestellungDetailsGrid->goTo({2, 1});
         m_ui->BestellungDetailsGrid->setFocus();
@@ -308,6 +311,7 @@ void frmAuftragswesenAuftragserfassung::showAddress() {
         m_ui->txt_KundenAdresse->setPlainText(m_shownAddress);
     }
     m_ui->txt_KundenAdresse->setVisible(m_order.KundenAdresseShown());
+    m_ui->box_LetzteBestellungen->setKunde(m_order.KundenAdresseShown() ? m_order.lng_KundenID : -1);
 }
 
 void frmAuftragswesenAuftragserfassung::showButtons() {

@@ -18,8 +18,9 @@ class frmAuftragswesenAuftragserfassung;
 }
 
 /// The screen on which an order is taken: a view on the working order, with the catalogue beside it.
-/// Everything can be done by keyboard: F3 telephone number, F5 head, F6 lines, F7 products, F8 extras, F12
-/// book, Ctrl+1 to Ctrl+9 a category, Alt+Left and Alt+Right step through the orders.
+/// Everything can be done by keyboard: F3 telephone number, F4 what the customer had last time, F5 head, F6
+/// lines, F7 products, F8 extras, F12 book, Ctrl+1 to Ctrl+9 a category, Alt+Left and Alt+Right step through
+/// the orders.
 class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDesk {
     Q_OBJECT
   public:
@@ -69,6 +70,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void setUpCatalogueGrids();
     void setUpFields();
     void setUpButtons();
+    void setUpLetzteBestellungen();
     void setUpShortcuts();
     void hideForbiddenButtons();
     void onClick(QAbstractButton* button, void (frmAuftragswesenAuftragserfassung::*handler)());
@@ -84,6 +86,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void ClearMaskSchnellsuche();
     void cmdKundeEditierung_Click();
     void cmdSimulationISDNCall_Click();
+    void cmdWieLetztesMal_Click();
+    void wieLetztesMal(qint64 trxNr);
 
     // Catalogue
     void combo_PreisGruppe_Click();

@@ -1,9 +1,11 @@
 // The customer's side of the order screen: search by number, quick capture, simulation of a call.
 #include "common/Convert.h"
+#include "common/Guard.h"
 #include "desks/CustomerDesk.h"
 #include "desks/MainDesks.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "orders/modLetzteBestellungen.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
@@ -89,4 +91,30 @@ void frmAuftragswesenAuftragserfassung::cmdSimulationISDNCall_Click() {
     const QString number = m_services.dialogs.InputBox(tr("Geben Sie eine Tel-Nummer ein"));
     if (auto* line = platform::mainDesk<desks::CallDesk>(m_services.navigation))
         line->BasicCAPI32_IncomingCall(u"GerufeneNr"_s, number, u"AnrufFormat"_s);
+}
+
+void frmAuftragswesenAuftragserfassung::setUpLetzteBestellungen() {
+    const auto* box = m_ui->box_LetzteBestellungen;
+    onClick(m_ui->cmdWieLetztesMal, &frmAuftragswesenAuftragserfassung::cmdWieLetztesMal_Click);
+    connect(box, &frmLetzteBestellungen::filled, m_ui->cmdWieLetztesMal, &QWidget::setEnabled);
+    common::connectGuarded(common::Origin::User, box, &frmLetzteBestellungen::bestellungChosen, this,
+                           [this](qint64 trxNr) { wieLetztesMal(trxNr); });
+}
+
+void frmAuftragswesenAuftragserfassung::cmdWieLetztesMal_Click() {
+    if (const auto newest = m_ui->box_LetzteBestellungen->newest())
+        wieLetztesMal(*newest);
+}
+
+void frmAuftragswesenAuftragserfassung::wieLetztesMal(qint64 trxNr) {
+    finishEdits();
+    const auto leftOut = modLetzteBestellungen::UebernehmeBestellung(m_order, trxNr);
+    goOn();
+    QStringList told;
+    if (!leftOut.nichtImAngebot.isEmpty())
+        told << tr("Nicht mehr im Angebot:") + u'\n' + leftOut.nichtImAngebot.join(u'\n');
+    if (!leftOut.keinPlatz.isEmpty())
+        told << tr("Kein Platz mehr im Auftrag:") + u'\n' + leftOut.keinPlatz.join(u'\n');
+    if (!told.isEmpty())
+        tell(told.join(u"\n\n"_s), tr("Wie letztes Mal"), platform::kInformation);
 }

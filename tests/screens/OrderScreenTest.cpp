@@ -8,9 +8,11 @@
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -327,6 +329,47 @@ TEST_F(OrderScreenTest, OneClickPicksOnceAndQuantitiesFallBack) {
     EXPECT_EQ(cell(2, Col::Ccy), u""_s) << "a double click picks no more than its first click";
     find<QComboBox>(u"combo_PreisGruppe")->setCurrentIndex(1);
     EXPECT_EQ(cell(0, Col::Preis), u"49.5"_s) << "lines in the order keep their prices";
+}
+
+TEST_F(OrderScreenTest, OneKeyOrdersWhatTheCustomerHadLastTime) {
+    auto* last = find<QTableView>(u"LetzteBestellungenGrid");
+    const auto box = [&] { return find<QGroupBox>(u"box_LetzteBestellungen")->accessibleName(); };
+    search(u"0791234567"_s);
+    press(Qt::Key_F4);
+    EXPECT_EQ(cell(0, Col::Ccy), u""_s) << "a new customer";
+    for (const char16_t* code : {u"10", u"W"}) {
+        search(u"0791234567"_s);
+        screen.order().BestellungGrid.endEdit(0, Col::Kurzzeichen, QString::fromUtf16(code));
+        dialogs.answer(platform::kAnswerNo);
+        click(u"cmdSave");
+    }
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 3"_s);
+
+    // Before the list is read, into an order whose first line is still being typed.
+    search(u"0791234567"_s);
+    EXPECT_EQ(last->model()->rowCount(), 0) << "not on the way of the call";
+    type(u"G"_s);
+    press(Qt::Key_F4);
+    EXPECT_EQ(cell(0, Col::Bezeichnung), u"Gutschein"_s);
+    EXPECT_EQ(cell(1, Col::Ccy), u""_s);
+    EXPECT_EQ(dialogs.last().text, u"Nicht mehr im Angebot:\n1x Wein"_s);
+    EXPECT_EQ(box(), u"Zuletzt bestellt am 15/05/2026"_s);
+    press(Qt::Key_F4, Qt::ShiftModifier);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(1, Col::Bezeichnung), u"Pizza Hawaii"_s);
+    EXPECT_EQ(QApplication::focusWidget(), find<CellGrid>(u"BestellungGrid"));
+    QTest::mouseClick(last->viewport(), Qt::LeftButton, {},
+                      last->visualRect(last->model()->index(1, 0)).center());
+    EXPECT_EQ(cell(2, Col::Bezeichnung), u"Pizza Hawaii"_s);
+
+    screen.takeCall(u"0799999999"_s);
+    EXPECT_EQ(last->model()->rowCount(), 0);
+    screen.takeCall(u"0791234567"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return last->model()->rowCount() == 2; }));
+    click(u"cmdCleanMask");
+    EXPECT_EQ(last->model()->rowCount(), 0);
+    EXPECT_EQ(box(), u"Letzte Bestellungen"_s);
 }
 
 TEST_F(OrderScreenTest, EveryControlCanBeFoundAndReached) {

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -58,6 +59,21 @@ void makeRoomForTitle(QMessageBox& box) {
         text->setMinimumWidth(room);
 }
 
+/// A key that is still held down from before answers no box: "Wiederholen" would follow upon "Wiederholen".
+class FreshKeysOnly : public QObject {
+  public:
+    explicit FreshKeysOnly(QMessageBox& box) : QObject(&box) {
+        box.installEventFilter(this);
+        for (QAbstractButton* button : box.buttons())
+            button->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        return event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat();
+    }
+};
+
 int answerOf(int button) {
     switch (button) {
     case QMessageBox::Yes:
@@ -102,6 +118,7 @@ int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
         box.setIcon(QMessageBox::Question);
     addButtons(box, style & 0x0F);
     makeRoomForTitle(box);
+    new FreshKeysOnly(box);
     return answerOf(execModal(box));
 }
 

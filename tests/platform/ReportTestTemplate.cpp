@@ -1,6 +1,10 @@
 #include "common/RunTimeError.h"
+#include "platform/report/ReportDocument.h"
 #include "platform/report/ReportTemplate.h"
+#include "support/CupsServer.h"
 #include <QFile>
+#include <QFileInfo>
+#include <QImage>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -105,13 +109,19 @@ TEST_F(ReportTemplateTest, ReadsPaperAndMargins) {
 
 TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
     const struct {
-        const char* text;
+        QByteArray text;
         const char* partOfSentence;
     } cases[] = {
         {"", "ist nicht verwendbar: sie ist leer"},
         {"{{#T}}offen", "Platzhalter sind fehlerhaft"},
         {"{{#T}}{{/U}}", "Platzhalter sind fehlerhaft"},
         {"zu{{", "Platzhalter sind fehlerhaft"},
+        {"{{=<% %>=}}x", "lassen sich nicht anders schreiben"},
+        {QByteArray("{{#T}}").repeated(3000) + "x" + QByteArray("{{/T}}").repeated(3000), "zu tief"},
+        {QByteArray("<table><tr><td>").repeated(3000) + "x", "zu tief"},
+        {QByteArray("{{#T}}<table><tr><td>").repeated(10) + "x" + QByteArray("{{/T}}").repeated(10),
+         "zu tief"},
+        {QByteArray("<b>").repeated(100'000), "zu tief"},
         {"<meta name=\"Seite\" content=\"A9\">x", "das Papier \"A9\" ist unbekannt"},
         {"<meta name=\"Seite\" content=\"Rolle 80\"><meta name=\"Rand\" content=\"1 40 1 40\">x",
          "keinen Platz"},
@@ -119,12 +129,45 @@ TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
 
     for (const auto& one : cases) {
         try {
-            ReportTemplate report(write(one.text));
-            ADD_FAILURE() << "accepted: " << one.text;
+            ReportTemplate(write(one.text)).fill(oneLine());
+            ADD_FAILURE() << "accepted: " << one.text.left(40).toStdString();
         } catch (const common::RunTimeError& error) {
             EXPECT_TRUE(error.sentence().contains(QString::fromUtf8(one.partOfSentence)))
                 << error.sentence().toStdString();
-            EXPECT_TRUE(error.sentence().contains(u"rep_test.rpt"_s)) << one.text;
+            EXPECT_TRUE(error.sentence().contains(u"rep_test.rpt"_s));
         }
+    }
+}
+
+TEST_F(ReportTemplateTest, ReadsNoFileOutsideItsFolder) {
+    const QTemporaryDir outside;
+    QImage tall(10, 3000, QImage::Format_RGB32);
+    for (const QString& place :
+         {m_folder.filePath(u"bild.png"_s), outside.filePath(u"bild.png"_s), outside.filePath(u"x.png"_s)})
+        ASSERT_TRUE(tall.save(place));
+    ASSERT_TRUE(QFile::link(outside.filePath(u"bild.png"_s), m_folder.filePath(u"verweis.png"_s)));
+    const QString sheet = outside.filePath(u"gross.css"_s);
+    QFile css(sheet);
+    ASSERT_TRUE(css.open(QIODevice::WriteOnly));
+    css.write("p { font-size: 300pt; }");
+    css.close();
+    const QString up = u"../"_s + QFileInfo(outside.path()).fileName() + u"/bild.png"_s;
+    const QString picture = u"<img src=\"%1\">"_s;
+
+    const struct {
+        QString names;
+        bool shown;
+    } cases[] = {{picture.arg(u"bild.png"_s), true},
+                 {picture.arg(outside.filePath(u"bild.png"_s)), false},
+                 {picture.arg(u"file://"_s + outside.filePath(u"bild.png"_s)), false},
+                 {picture.arg(up), false},
+                 {picture.arg(u"verweis.png"_s), false},
+                 {u"<link rel=\"stylesheet\" href=\"%1\">"_s.arg(sheet), false}};
+
+    for (const auto& one : cases) {
+        const QString text = u"<meta name=\"Seite\" content=\"Rolle 80\">"_s + one.names + u"<p>x</p>"_s;
+        const QString pdf = m_folder.filePath(u"slip.pdf"_s);
+        platform::saveAsPdf(platform::ReportDocument(ReportTemplate(write(text.toUtf8())).fill({})), pdf);
+        EXPECT_EQ(test::pdfPages(pdf).height > 200, one.shown) << one.names.toStdString();
     }
 }

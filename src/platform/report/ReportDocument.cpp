@@ -3,6 +3,9 @@
 #include "common/RunTimeError.h"
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextDocument>
@@ -97,6 +100,37 @@ class ListRows {
     int m_count, m_heads = 0, m_perRow = 0;
 };
 
+/// The text of a report. What it names (pictures, style sheets) is read from the folder of the report files
+/// only, wherever a name or a link leads.
+class ReportText : public QTextDocument {
+  public:
+    explicit ReportText(const QString& folder) : m_folder(QDir(folder).canonicalPath()) {}
+
+  protected:
+    QVariant loadResource(int type, const QUrl& name) override {
+        if (name.scheme() == u"data")
+            return QTextDocument::loadResource(type, name);
+        const QString place = QDir(m_folder).filePath(name.isLocalFile() ? name.toLocalFile() : name.path());
+        const QFileInfo file(QFileInfo(place).canonicalFilePath());
+        QFile content(file.filePath());
+        QByteArray bytes;
+        if (!m_folder.isEmpty() && file.filePath().startsWith(m_folder + u'/') && file.isFile() &&
+            content.open(QIODevice::ReadOnly))
+            bytes = content.readAll();
+        else
+            qWarning("A report names a file that the folder of the reports does not have: %s",
+                     qPrintable(name.toString()));
+        if (type != ImageResource)
+            return bytes;
+        // Given no picture, the toolkit would look for one by itself.
+        const QImage picture = QImage::fromData(bytes);
+        return picture.isNull() ? QImage(1, 1, QImage::Format_ARGB32_Premultiplied) : picture;
+    }
+
+  private:
+    const QString m_folder;
+};
+
 } // namespace
 
 void ReportDocument::setUp(QPagedPaintDevice& device) const {
@@ -113,7 +147,7 @@ void ReportDocument::setUp(QPagedPaintDevice& device) const {
 std::shared_ptr<QTextDocument> ReportDocument::layOut(const Piece& piece, QPagedPaintDevice& device) const {
     const ReportPage& page = m_report.page;
     const auto toPixels = [&](double millimetres) { return pixels(millimetres, device.logicalDpiY()); };
-    auto text = std::make_shared<QTextDocument>();
+    auto text = std::make_shared<ReportText>(m_report.folder);
     text->setUndoRedoEnabled(false);
     text->setDefaultFont(reportFont(10));
     text->setDocumentMargin(0);

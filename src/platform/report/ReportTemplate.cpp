@@ -23,6 +23,14 @@ constexpr size_t kShortList = 25;
 /// Stands for the rows of a long list; no text of a file has it.
 constexpr QChar kRowsMark(0xFDD0);
 
+/// The layout takes twice as long for every other table inside a table, and its stack ends.
+constexpr int kDeepestTables = 8;
+constexpr int kDeepestTags = 1000;
+constexpr int kDeepestSections = 20;
+const QString kNestingTags = u"<(/?)(?:div|span|font|a|b|i|u|s|em|strong|big|small|su[bp]|tt|code|pre|center|"
+                             "blockquote|[duo]l|h[1-6])\\b"_s;
+const QString kTooDeep = u"sie ist zu tief verschachtelt"_s;
+
 QString breakLines(QString text) {
     text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     while (text.endsWith(u'\n'))
@@ -163,6 +171,17 @@ QString filledLine(const QString& text, const mustache::data& context, const QSt
         .simplified();
 }
 
+/// How deep the elements of a pattern stand in one another; its first group is "/" in what closes.
+int nesting(const QString& text, const QString& pattern) {
+    const QRegularExpression mark(pattern, QRegularExpression::CaseInsensitiveOption);
+    int depth = 0, deepest = 0;
+    for (auto match = mark.globalMatch(text); match.hasNext();) {
+        depth = match.next().capturedView(1) == u"/" ? qMax(0, depth - 1) : depth + 1;
+        deepest = qMax(deepest, depth);
+    }
+    return deepest;
+}
+
 QString metaOf(const QString& html, const QString& name) {
     const QRegularExpression meta(u"<meta\\s+name=\"%1\"\\s+content=\"([^\"]*)\""_s.arg(name),
                                   QRegularExpression::CaseInsensitiveOption);
@@ -239,6 +258,11 @@ void ReportTemplate::readHead() {
 }
 
 void ReportTemplate::checkTags() const {
+    // Other marks than the usual ones would pass by what reads the file here.
+    if (m_text.contains(u"{{="_s))
+        refuse(u"ihre Platzhalter lassen sich nicht anders schreiben"_s);
+    if (nesting(m_text, u"\\{\\{\\s*([#^/])"_s) > kDeepestSections)
+        refuse(kTooDeep);
     const mustache::mustache tags(m_text.toStdString());
     if (!tags.is_valid())
         refuse(u"ihre Platzhalter sind fehlerhaft"_s, QString::fromStdString(tags.error_message()));
@@ -272,7 +296,11 @@ FilledReport ReportTemplate::fill(const ReportData& data, const Progress& progre
         text.replace(list.start, list.length, kRowsMark);
     }
     const mustache::data context = contextOf(data, m_text, list.table);
-    FilledReport report{m_title, filled(text, context), m_page, std::move(rows)};
+    FilledReport report{m_title, filled(text, context), m_page, QFileInfo(m_path).path(), std::move(rows)};
+    // Not before: a section may open what it does not close, once for each of its rows.
+    if (nesting(report.html, u"<(/?)table\\b"_s) > kDeepestTables ||
+        nesting(report.html, kNestingTags) > kDeepestTags)
+        refuse(kTooDeep);
     report.page.header = filledLine(m_page.header, context, data.firm);
     report.page.footer = filledLine(m_page.footer, context, data.firm);
     return report;

@@ -44,6 +44,8 @@ struct FilledReport {
     QString title;
     QString html;
     ReportPage page;
+    /// Where the pictures and style sheets that it names stand; none is read from elsewhere.
+    QString folder{};
     /// The rows of a list that is too long to be laid out at once; html has a mark in their place.
     std::vector<QByteArray> rows{};
 
@@ -72,7 +74,8 @@ struct FilledReport {
 class ReportTemplate {
   public:
     /// Throws common::RunTimeError: kFileNotFound for a missing file, kPlatformFailure for one that cannot be
-    /// used (tags that do not close, unknown paper). The sentence names the file.
+    /// used (tags that do not close, unknown paper, too deep a nesting). The sentence names the file. fill
+    /// throws the same.
     explicit ReportTemplate(const QString& path);
 
     /// The names of all sections; the print tables are among them.

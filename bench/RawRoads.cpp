@@ -211,10 +211,10 @@ void RawRoads::insert(RawStatement& statement, const Row& row) {
 }
 
 void RawRoads::book() {
+    m_begin.exec();
     m_nextTrxNr.step();
     const qint64 trxNr = m_nextTrxNr.integer(0) + 1;
     m_nextTrxNr.reset();
-    m_begin.exec();
     m_bookedHead[0] = trxNr;
     insert(m_insertHead, m_bookedHead);
     for (size_t i = 0; i < m_bookedLines.size(); ++i) {

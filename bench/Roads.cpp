@@ -1,7 +1,7 @@
 #include "Roads.h"
-#include "StatementLog.h"
 #include "orders/modBestellNummern.h"
 #include "store/StoreGlobals.h"
+#include "tests/support/StatementLog.h"
 
 namespace bench {
 namespace {
@@ -120,8 +120,8 @@ std::string Roads::differences() {
         // What is looked up once only, such as a table's columns, is no part of the road.
         road.ours(0);
         road.raw(0);
-        const StatementLog ours(OpenInstallation::handle());
-        const StatementLog raw(m_store.handle());
+        const test::StatementLog ours(OpenInstallation::handle());
+        const test::StatementLog raw(m_store.handle());
         for (size_t i = 0; i < kCompared; ++i) {
             road.ours(i);
             road.raw(i);

@@ -4,6 +4,7 @@
 #include "masterdata/modProdukteExtras.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "masterdata/modVerwaltungKuriere.h"
+#include "orders/modBestellNummern.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 #include <cmath>
@@ -42,12 +43,19 @@ QString numberIs(const QString& table, const QString& column, qint64 trxNr) {
            QString::number(trxNr);
 }
 
-/// Gives the order's number.
-qint64 writeHead(const WorkingOrder& order, const OrderTables& tables, const OrderNumber& number) {
+/// Nothing where the table counts by itself, and where there is no next one.
+std::optional<qint64> numberOf(const OrderNumber& number) {
+    if (number.kind == OrderNumber::Kind::Next)
+        return modBestellNummern::FindNextTrxNr();
+    return number.kind == OrderNumber::Kind::Rewrite ? std::optional(number.trxNr) : std::nullopt;
+}
+
+/// Without a number the table's counter gives one. Gives the order's number.
+qint64 writeHead(const WorkingOrder& order, const OrderTables& tables, std::optional<qint64> number) {
     WriteRecordset head(RsMain, allRows(tables.master), ConnMain);
     head->AddNew();
-    if (number.kind != OrderNumber::Kind::Counter)
-        head->Fields(u"lng_TrxNr") = number.trxNr;
+    if (number)
+        head->Fields(u"lng_TrxNr") = *number;
     const qint64 trxNr = head->Fields(u"lng_TrxNr").toLong();
     const qint64 bestellDatum = daysOf(order.detail(Detail::Datum));
     const qint64 lieferDatum = daysOf(order.detail(Detail::Lieferung));
@@ -183,12 +191,15 @@ std::optional<double> ReadableSerial(const Value& stored) {
     return serial && *serial >= 0 && *serial < kEndOfCalendar ? serial : std::nullopt;
 }
 
-qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
+std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
     store::Transaction transaction(ConnMain);
+    const std::optional<qint64> known = numberOf(number);
+    if (!known && number.kind != OrderNumber::Kind::Counter)
+        return std::nullopt;
     // Inside the transaction, so that a booked order is never lost between its deletion and its new writing.
     if (number.kind == OrderNumber::Kind::Rewrite)
         RemoveOrder(tables, number.trxNr);
-    const qint64 trxNr = writeHead(order, tables, number);
+    const qint64 trxNr = writeHead(order, tables, known);
     writeLines(order, tables, trxNr);
     MarkFinished(order.Kennung());
     transaction.commit();

@@ -20,11 +20,12 @@ const OrderTables& PreOrders();
 
 /// How the number of a written order comes about.
 struct OrderNumber {
-    enum class Kind { New, Rewrite, Counter };
+    enum class Kind { Next, Rewrite, Counter };
     Kind kind;
     qint64 trxNr = 0;
 
-    static OrderNumber New(qint64 trxNr) { return {Kind::New, trxNr}; }
+    /// The next number to book, read in the transaction that writes the order: nobody else can take it.
+    static OrderNumber Next() { return {Kind::Next, 0}; }
 
     /// What stands under the number goes, in the same transaction.
     static OrderNumber Rewrite(qint64 trxNr) { return {Kind::Rewrite, trxNr}; }
@@ -34,8 +35,9 @@ struct OrderNumber {
 };
 
 /// Writes head and lines in one transaction, all or nothing, marks the order as finished and gives the
-/// number. Throws kTypeMismatch for cells that hold no date where one is stored.
-qint64 WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
+/// number. Nothing is written and given where the next number cannot be found. Throws kTypeMismatch for cells
+/// that hold no date where one is stored.
+std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
 /// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
 /// transaction that does so: whatever cuts the program off, a draft is known to be done with or it is not

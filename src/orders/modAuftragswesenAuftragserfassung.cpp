@@ -113,9 +113,9 @@ bool MayDelete(const WorkingOrder& order) {
 
 std::optional<qint64> SaveBestellung(const WorkingOrder& order, platform::Dialogs& dialogs,
                                      platform::Navigation& navigation) {
-    const std::optional<qint64> trxNr = modBestellNummern::GetNextTrxNr(dialogs, navigation);
-    if (trxNr)
-        orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(*trxNr));
+    const std::optional<qint64> trxNr =
+        orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Next());
+    modBestellNummern::ShowTrxNr(trxNr, dialogs, navigation);
     return trxNr;
 }
 

@@ -44,8 +44,8 @@ SaveDecision DecideSave(const orders::WorkingOrder& order, std::optional<bool> v
 bool MayUpdate(const orders::WorkingOrder& order);
 bool MayDelete(const orders::WorkingOrder& order);
 
-/// Books the order under GetNextTrxNr, head and lines in one transaction, and gives the number. Nothing when
-/// none could be found: then the message was shown and the program is ending.
+/// Books the order under the next number, head and lines in one transaction, and gives the number. Nothing
+/// when none could be found: then the message was shown and the program is ending.
 std::optional<qint64> SaveBestellung(const orders::WorkingOrder& order, platform::Dialogs& dialogs,
                                      platform::Navigation& navigation);
 /// Writes the order anew under the same number, in one transaction.

@@ -23,7 +23,7 @@ const QString kListe = QStringLiteral("SELECT lng_TrxNr, txt_LieferDatum, time_L
 } // namespace
 
 qint64 SaveVorbestellung(const WorkingOrder& order) {
-    return orders::WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
+    return orders::WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter()).value();
 }
 
 void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {

@@ -18,25 +18,31 @@ std::optional<qint64> readNumber(const QString& sql, QStringView column) {
 
 } // namespace
 
-std::optional<qint64> GetNextTrxNr(platform::Dialogs& dialogs, platform::Navigation& navigation) {
-    std::optional<qint64> next =
+std::optional<qint64> FindNextTrxNr() {
+    const std::optional<qint64> last =
         readNumber(QStringLiteral("SELECT TOP 1 lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master "
                                   "ORDER BY lng_TrxNr DESC;"),
                    u"lng_TrxNr");
-    if (next)
-        ++*next;
-    else
-        next = readNumber(QStringLiteral("SELECT lng_InitTrxNr FROM tbl_Einstellungen_System;"),
-                          u"lng_InitTrxNr");
-    if (!next) {
+    if (last)
+        return *last + 1;
+    return readNumber(QStringLiteral("SELECT lng_InitTrxNr FROM tbl_Einstellungen_System;"),
+                      u"lng_InitTrxNr");
+}
+
+void ShowTrxNr(std::optional<qint64> trxNr, platform::Dialogs& dialogs, platform::Navigation& navigation) {
+    if (!trxNr) {
         dialogs.MsgBox(
             QStringLiteral("Es konnte keine Trx-Nr gefunden werden. Das Program wird darum beendet."),
             platform::kStop, QStringLiteral("Schwerer Fehler"));
         navigation.endProgram();
-        return std::nullopt;
+    } else if (auto* box = platform::mainDesk<desks::StatusBox>(navigation)) {
+        box->showAuftragsNummer(QString::number(*trxNr));
     }
-    if (auto* box = platform::mainDesk<desks::StatusBox>(navigation))
-        box->showAuftragsNummer(QString::number(*next));
+}
+
+std::optional<qint64> GetNextTrxNr(platform::Dialogs& dialogs, platform::Navigation& navigation) {
+    const std::optional<qint64> next = FindNextTrxNr();
+    ShowTrxNr(next, dialogs, navigation);
     return next;
 }
 

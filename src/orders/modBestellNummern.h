@@ -7,9 +7,13 @@
 /// The transaction numbers of the journal. All lookups use RsMain.
 namespace modBestellNummern {
 
-/// The next number to book: last number + 1, or the settings' first number on an empty journal. Shows it in
-/// the main window. Without an order and a settings row the database is damaged: shows the stop message, ends
-/// the program and gives nothing.
+/// The next number to book: last number + 1, or the settings' first number on an empty journal. Nothing
+/// without an order and a settings row.
+std::optional<qint64> FindNextTrxNr();
+/// Shows the number in the main window. Where none was found the database is damaged: shows the stop message
+/// and ends the program.
+void ShowTrxNr(std::optional<qint64> trxNr, platform::Dialogs& dialogs, platform::Navigation& navigation);
+/// FindNextTrxNr, shown by ShowTrxNr.
 std::optional<qint64> GetNextTrxNr(platform::Dialogs& dialogs, platform::Navigation& navigation);
 /// Highest number booked; the first number of the settings in memory on an empty journal.
 qint64 GetLastTrxNr();

@@ -40,17 +40,6 @@ Tokens foldTexts(const Tokens& in) {
     return out;
 }
 
-/// Where the clauses of a statement start; brackets are skipped.
-size_t findClause(const Tokens& tokens, const char16_t* word, size_t from = 0) {
-    int depth = 0;
-    for (size_t i = from; i < tokens.size(); ++i) {
-        depth += tokens[i].isSymbol(u"(") ? 1 : tokens[i].isSymbol(u")") ? -1 : 0;
-        if (depth == 0 && tokens[i].isWord(word))
-            return i;
-    }
-    return tokens.size();
-}
-
 std::vector<Tokens> splitAtCommas(const Tokens& tokens, size_t from, size_t to) {
     std::vector<Tokens> items(1);
     int depth = 0;
@@ -202,8 +191,19 @@ class Translator {
 
     /// Whether a literal here is a value: compared with something, set, or listed.
     bool valuePosition(size_t at) const {
-        return m_clause == Clause::Values ||
+        return m_clause == Clause::Values || isListed(at) ||
                (at > 0 && isComparison(m_tokens[at - 1]) && at > 1 && m_tokens[at - 2].kind != Token::Number);
+    }
+
+    /// Whether it is one of the literals behind IN.
+    bool isListed(size_t at) const {
+        const auto isItem = [](const Token& token) {
+            return token.kind == Token::Number || token.kind == Token::Text || token.isSymbol(u",") ||
+                   token.isSymbol(u"-");
+        };
+        while (at > 0 && isItem(m_tokens[at - 1]))
+            --at;
+        return at > 1 && m_tokens[at - 1].isSymbol(u"(") && m_tokens[at - 2].isWord(u"IN");
     }
 
     void emitToken(const Token& token) {

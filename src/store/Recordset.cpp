@@ -1,7 +1,9 @@
 #include "store/Recordset.h"
 #include "common/RunTimeError.h"
-#include "store/RecordsetRow.h"
-#include <QRegularExpression>
+#include "store/FetchedRows.h"
+#include "store/KeyedRows.h"
+#include "store/StreamedRows.h"
+#include <algorithm>
 
 namespace store {
 
@@ -12,41 +14,25 @@ using common::Value;
 namespace {
 
 bool isQuery(const QString& source) {
-    return source.trimmed().startsWith(u"SELECT"_s, Qt::CaseInsensitive);
-}
-
-/// The one table of a query, or "" when the source is no plain query on one table.
-QString tableOf(const QString& source) {
-    static const QRegularExpression bare(u"^\\s*\\[?([\\w ]+?)\\]?\\s*;?\\s*$"_s,
-                                         QRegularExpression::UseUnicodePropertiesOption);
-    static const QRegularExpression query(u"\\bFROM\\s+\\[?(\\w+)\\]?\\s*(;|WHERE\\b|ORDER\\b|$)"_s,
-                                          QRegularExpression::CaseInsensitiveOption |
-                                              QRegularExpression::UseUnicodePropertiesOption);
-    return (isQuery(source) ? query : bare).match(source).captured(1);
+    return QStringView(source).trimmed().startsWith(u"SELECT", Qt::CaseInsensitive);
 }
 
 } // namespace
 
+struct Recordset::Edit {
+    bool adding;
+    std::vector<Value> values;
+    std::vector<bool> put;
+
+    Edit(bool isNew, size_t columns) : adding(isNew), values(columns), put(columns) {}
+};
+
 Value Field::Value() const {
-    if (m_rows->m_streaming) {
-        if (m_rows->m_atEnd)
-            m_rows->currentRow();
-        return m_rows->m_cursor->value(m_column);
-    }
-    const Recordset::Row& row = m_rows->currentRow();
-    // The counter of a row being added is known before the row is written.
-    if (m_rows->m_newRow && m_rows->m_columns[size_t(m_column)].counter && !row.changed[size_t(m_column)])
-        *const_cast<Field*>(this) = common::Value(m_rows->m_connection->engine().newKey(m_rows->m_table));
-    return row.values[size_t(m_column)];
+    return m_rows->fieldValue(m_column);
 }
 
 Field& Field::operator=(const common::Value& value) {
-    if (!m_rows->m_updatable)
-        throw RunTimeError(common::kStoreFailure, u"Die Zeile kann nicht geändert werden."_s,
-                           m_rows->m_source);
-    Recordset::Row& row = m_rows->currentRow();
-    row.values[size_t(m_column)] = value;
-    row.changed[size_t(m_column)] = true;
+    m_rows->putField(m_column, value);
     return *this;
 }
 
@@ -60,42 +46,28 @@ void Recordset::abandon() {
     if (m_connection)
         m_connection->m_recordsets.remove(this);
     m_connection = nullptr;
-    m_cursor.reset();
-    m_columns.clear();
-    m_rows.clear();
-    m_order.clear();
-    m_newRow.reset();
+    m_edit.reset();
+    m_rows.reset();
+    m_fetched = nullptr;
+    m_editable.clear();
+    m_filter.clear();
     m_position = 0;
-    m_atEnd = m_fetched = m_streaming = m_updatable = false;
-    m_source.clear();
-    m_table.clear();
-    for (QString* part : {&m_from, &m_narrowed, &m_keyName})
-        part->clear();
-    m_total = 0;
 }
 
 void Recordset::Open(const QString& source, Connection& connection, int cursorType, int lockType, int) {
     if (IsOpen())
         throw RunTimeError(common::kObjectOpen, u"Die Datensatzgruppe ist bereits geöffnet."_s, m_source);
     Engine& engine = connection.engine();
+    const bool streamed = cursorType == adOpenForwardOnly && lockType == adLockReadOnly;
+    const bool query = isQuery(source);
+    m_plan = streamed && query ? std::nullopt : plainQuery(source);
+    m_source = m_plan && !query ? m_plan->sql() : source;
+    m_updatable = m_plan && (lockType == adLockOptimistic || lockType == adLockUnspecified);
+    m_byKeys = m_plan && cursorType == adOpenStatic && lockType == adLockReadOnly;
+    if (streamed)
+        m_rows = std::make_unique<StreamedRows>(engine.query(m_source, false));
     m_connection = &connection;
     connection.m_recordsets.insert(this);
-    m_source = isQuery(source) ? source : u"SELECT * FROM ["_s + tableOf(source) + u']';
-    try {
-        m_streaming = cursorType == adOpenForwardOnly && lockType == adLockReadOnly;
-        if (m_streaming) {
-            m_cursor = engine.query(m_source, false);
-            m_atEnd = !m_cursor->next();
-        } else if (lockType == adLockOptimistic || lockType == adLockUnspecified) {
-            m_table = tableOf(m_source);
-            m_updatable = !m_table.isEmpty();
-        } else if (cursorType == adOpenStatic) {
-            planSingleRows();
-        }
-    } catch (...) {
-        abandon();
-        throw;
-    }
 }
 
 void Recordset::Open(const QString& source, int cursorType, int lockType, int options) {
@@ -114,117 +86,88 @@ void Recordset::requireOpen() const {
         throw RunTimeError(common::kObjectClosed, u"Die Datensatzgruppe ist geschlossen."_s);
 }
 
-void Recordset::fetch() {
+RowSource& Recordset::rows() {
     requireOpen();
-    if (m_fetched || m_streaming)
-        return;
-    m_fetched = true;
-    if (m_keyName.isEmpty())
-        fetchAll();
-    else
-        fetchKeys();
+    if (!m_rows)
+        m_rows = openRows();
+    return *m_rows;
 }
 
-void Recordset::fetchAll() {
-    const std::unique_ptr<Cursor> cursor =
-        m_connection->engine().query(m_narrowed.isEmpty() ? m_source : m_narrowed, m_updatable);
-    m_columns = cursor->columns();
-    const int keyColumn = int(m_columns.size()) - 1;
-    if (m_updatable) {
-        m_columns.pop_back();
-        markCounter();
-    }
-    const size_t count = m_columns.size();
-    while (cursor->next()) {
-        Row row{std::vector<Value>(count), m_updatable ? cursor->value(keyColumn).toLong() : 0, {}};
-        for (size_t i = 0; i < count; ++i)
-            row.values[i] = cursor->value(int(i));
-        m_order.push_back(int(m_rows.size()));
-        m_rows.push_back(std::move(row));
-    }
+std::unique_ptr<RowSource> Recordset::openRows() {
+    Engine& engine = m_connection->engine();
+    const PlainQuery query = m_plan ? m_plan->narrowed(m_filter) : PlainQuery();
+    if (m_byKeys)
+        for (const Column& column : engine.columnsOf(query.table))
+            if (column.counter)
+                return std::make_unique<KeyedRows>(engine, query, column.name);
+    auto fetched =
+        std::make_unique<FetchedRows>(engine, m_filter.isEmpty() ? m_source : query.sql(), m_updatable);
+    m_fetched = m_updatable ? fetched.get() : nullptr;
+    m_editable.clear();
+    return fetched;
 }
 
-/// The engine tells of a query's columns their types only.
-void Recordset::markCounter() {
-    for (const Column& ofTable : m_connection->engine().columnsOf(m_table))
-        for (Column& column : m_columns)
-            if (ofTable.counter && column.name.compare(ofTable.name, Qt::CaseInsensitive) == 0)
-                column.counter = true;
-}
-
-Recordset::Row& Recordset::currentRow() {
-    requireOpen();
-    if (m_newRow)
-        return *m_newRow;
-    fetch();
-    if (m_streaming || m_position < 0 || m_position >= count())
+RowSource& Recordset::currentRow() {
+    RowSource& source = rows();
+    if (!source.hasRow(m_position))
         throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
-    Row& row = rowAt(m_position);
-    if (row.changed.empty())
-        row.changed.resize(row.values.size());
-    return row;
+    return source;
 }
 
 bool Recordset::Eof() {
-    requireOpen();
-    if (m_streaming)
-        return m_atEnd;
-    fetch();
-    return m_position >= count();
-}
-
-bool Recordset::Bof() {
-    fetch();
-    return count() == 0 || m_position < 0;
+    return !rows().hasRow(m_position);
 }
 
 int Recordset::RecordCount() {
-    fetch();
-    return m_streaming ? -1 : count();
+    return rows().count();
 }
 
 int Recordset::AbsolutePosition() {
-    fetch();
-    return m_position < 0 || m_position >= count() ? -1 : m_position + 1;
+    return rows().hasRow(m_position) ? m_position + 1 : -1;
 }
 
-void Recordset::SetAbsolutePosition(int position) {
-    fetch();
-    m_position = position - 1;
+void Recordset::moveTo(int position) {
+    m_edit.reset();
+    m_position = position;
 }
 
 void Recordset::MoveFirst() {
-    SetAbsolutePosition(1);
-}
-
-void Recordset::MoveLast() {
-    SetAbsolutePosition(RecordCount());
+    requireOpen();
+    moveTo(0);
 }
 
 void Recordset::MoveNext() {
-    if (Eof())
-        throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
-    if (m_streaming)
-        m_atEnd = !m_cursor->next();
-    else
-        ++m_position;
+    currentRow();
+    moveTo(m_position + 1);
 }
 
 void Recordset::MovePrevious() {
-    if (Bof())
+    requireOpen();
+    if (m_position == 0)
         throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
-    --m_position;
+    moveTo(m_position - 1);
 }
 
 const std::vector<Column>& Recordset::Columns() {
-    fetch();
-    return columnsNow();
+    requireOpen();
+    return m_edit ? editable() : rows().columns();
+}
+
+/// A query's own columns do not tell which is the counter.
+const std::vector<Column>& Recordset::editable() {
+    if (!m_editable.empty())
+        return m_editable;
+    const std::vector<Column>& ofTable = m_connection->engine().columnsOf(m_plan->table);
+    m_editable = m_fetched ? m_fetched->columns() : ofTable;
+    for (Column& column : m_editable)
+        for (const Column& other : ofTable)
+            if (other.counter && column.name.compare(other.name, Qt::CaseInsensitive) == 0)
+                column.counter = true;
+    return m_editable;
 }
 
 int Recordset::columnIndex(QStringView name) {
-    if (!m_newRow)
-        fetch();
-    const std::vector<Column>& columns = columnsNow();
+    const std::vector<Column>& columns = Columns();
     // Nearly always the name is written as in the schema, and comparing that is cheap.
     for (size_t i = 0; i < columns.size(); ++i)
         if (name == columns[i].name)
@@ -237,49 +180,97 @@ int Recordset::columnIndex(QStringView name) {
 }
 
 Field Recordset::Fields(QStringView name) {
-    requireOpen();
     return Field(*this, columnIndex(name));
 }
 
+Value Recordset::fieldValue(int column) {
+    const size_t index = size_t(column);
+    if (!m_edit || !(m_edit->adding || m_edit->put[index]))
+        return currentRow().value(m_position, column);
+    // The counter of a row being added is known before the row is written.
+    if (!m_edit->put[index] && editable()[index].counter)
+        putField(column, m_connection->engine().newKey(m_plan->table));
+    return m_edit->values[index];
+}
+
+void Recordset::putField(int column, const Value& value) {
+    if (!m_updatable)
+        throw RunTimeError(common::kStoreFailure, u"Die Zeile kann nicht geändert werden."_s, m_source);
+    if (!m_edit)
+        m_edit = std::make_unique<Edit>(false, currentRow().columns().size());
+    m_edit->values[size_t(column)] = value;
+    m_edit->put[size_t(column)] = true;
+}
+
 Value Recordset::valueAt(int row, int column) {
-    fetch();
-    return rowAt(row).values[size_t(column)];
+    RowSource& source = rows();
+    if (!source.hasRow(row))
+        throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
+    return source.value(row, column);
+}
+
+bool Recordset::holds(int row) {
+    return rows().holds(row);
+}
+
+void Recordset::prefetch(int first, int last) {
+    rows().prefetch(first, last);
 }
 
 void Recordset::AddNew() {
     requireOpen();
     if (!m_updatable)
         throw RunTimeError(common::kStoreFailure, u"Es kann keine Zeile angefügt werden."_s, m_source);
-    if (m_columns.empty())
-        m_columns = m_connection->engine().columnsOf(m_table);
-    m_newRow = std::make_unique<Row>();
-    m_newRow->values.resize(m_columns.size());
-    m_newRow->changed.resize(m_columns.size());
+    m_edit = std::make_unique<Edit>(true, editable().size());
 }
 
 void Recordset::Update() {
-    Row& row = currentRow();
+    if (!m_edit)
+        return void(currentRow());
     std::vector<Column> columns;
     std::vector<Value> values;
-    for (size_t i = 0; i < row.changed.size(); ++i) {
-        if (!row.changed[i])
+    for (size_t i = 0; i < m_edit->put.size(); ++i) {
+        if (!m_edit->put[i])
             continue;
-        columns.push_back(m_columns[i]);
-        values.push_back(row.values[i]);
+        columns.push_back(editable()[i]);
+        values.push_back(m_edit->values[i]);
     }
-    if (!m_newRow) {
-        m_connection->engine().update(m_table, row.key, columns, values);
-        row.changed.clear();
+    m_edit->adding ? insertEdited(columns, values) : updateEdited(columns, values);
+    m_edit.reset();
+}
+
+/// The new row is the current one then, if others were looked at.
+void Recordset::insertEdited(const std::vector<Column>& columns, const std::vector<Value>& values) {
+    const qint64 key = m_connection->engine().insert(m_plan->table, columns, values);
+    if (!m_fetched)
         return;
-    }
-    m_newRow->key = m_connection->engine().insert(m_table, columns, values);
-    if (m_fetched) {
-        m_newRow->changed.clear();
-        m_position = int(m_order.size());
-        m_order.push_back(int(m_rows.size()));
-        m_rows.push_back(std::move(*m_newRow));
-    }
-    m_newRow.reset();
+    m_position = m_fetched->count();
+    m_fetched->append(key, std::move(m_edit->values));
+}
+
+void Recordset::updateEdited(const std::vector<Column>& columns, const std::vector<Value>& values) {
+    m_connection->engine().update(m_plan->table, m_fetched->key(m_position), columns, values);
+    for (size_t i = 0; i < m_edit->put.size(); ++i)
+        if (m_edit->put[i])
+            m_fetched->put(m_position, int(i), m_edit->values[i]);
+}
+
+void Recordset::Sort(const QString& order) {
+    const QStringList words = order.split(u' ', Qt::SkipEmptyParts);
+    const bool down = words.size() > 1 && words[1].compare(u"DESC"_s, Qt::CaseInsensitive) == 0;
+    const QString column = words.isEmpty() ? QString() : rows().columns()[size_t(columnIndex(words[0]))].name;
+    moveTo(0);
+    rows().sort(column, down);
+}
+
+void Recordset::Filter(const QString& condition) {
+    requireOpen();
+    if (!m_plan)
+        throw RunTimeError(common::kSqlFailure, u"Diese Zeilen können nicht gefiltert werden."_s, m_source);
+    m_filter = condition;
+    m_rows.reset();
+    m_fetched = nullptr;
+    moveTo(0);
 }
 
 OpenRecordset::OpenRecordset(Recordset& rows, const QString& source, Connection& connection, int cursorType,

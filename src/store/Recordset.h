@@ -1,8 +1,10 @@
 #pragma once
 #include "store/Connection.h"
+#include "store/PlainQuery.h"
 #include <QString>
 #include <QStringView>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace store {
@@ -22,8 +24,9 @@ enum LockType : int {
     adLockOptimistic = 3
 };
 
+class FetchedRows;
 class Recordset;
-struct Condition;
+class RowSource;
 
 /// A field of the current row, addressed by its name.
 class Field {
@@ -56,19 +59,15 @@ class Field {
 /// A walk over the rows of a query or table, under the names of the interface that the firm's procedures were
 /// written for (`Eof` stands for EOF, which is a macro of C).
 ///
-/// Forward-only read-only recordsets stream from the store: Eof, Fields, MoveNext and Close. All others fetch
-/// their rows at the first look at one, so that a recordset opened only to add rows costs nothing on a large
-/// table.
-///
-/// A static read-only recordset of a plain query on one table with a counter ("SELECT columns FROM table",
-/// with or without WHERE and ORDER BY) fetches only the counters then, in the query's order, and each row
-/// when it is looked at. Of a whole table it fetches the first counters and the number of rows, and the other
-/// counters when one of them is looked at. Which rows it holds is settled by that, their values are those of
-/// the first look; a row that is gone by then has its counter only, or nothing where that was not fetched
-/// yet. Sort asks the store for the order of these rows; Filter fetches them all.
-///
-/// Filter before the first look has the store choose the rows of a plain query, so that the others are not
-/// fetched.
+/// How it is opened decides where the rows come from:
+/// - forward-only and read-only: straight from the running query (StreamedRows); Eof, Fields, MoveNext and
+///   Close are all there is;
+/// - static and read-only, of a plain query (see PlainQuery) on one table with a counter: by the counters of
+/// the
+///   rows, the values as they are looked at (KeyedRows);
+/// - else all rows are fetched (FetchedRows).
+/// The last two run their query at the first look at a row, so that a recordset opened only to add rows costs
+/// nothing on a large table.
 ///
 /// Yes/No columns read as -1 or 0, date and time columns as Serial. The work recordsets are shared by the
 /// whole program, so opening one that is open throws kObjectOpen: open them through OpenRecordset (below),
@@ -80,8 +79,8 @@ class Recordset {
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 
-    /// `source` is SQL text or a bare table name. Rows can be added and changed with lock type
-    /// adLockOptimistic, or with cursor and lock left at -1.
+    /// `source` is SQL text or a bare table name. Rows of a plain query can be added and changed with lock
+    /// type adLockOptimistic, or with cursor and lock left at -1.
     void Open(const QString& source, Connection& connection, int cursorType = adOpenUnspecified,
               int lockType = adLockUnspecified, int options = -1);
     /// Opens on the connection set by SetActiveConnection.
@@ -90,93 +89,81 @@ class Recordset {
 
     void SetActiveConnection(Connection& connection) { m_active = &connection; }
 
-    /// Closing a closed recordset throws kObjectClosed. An added row without Update is dropped.
+    /// Closing a closed recordset throws kObjectClosed. What was put without Update is dropped.
     void Close();
 
     bool IsOpen() const { return m_connection != nullptr; }
 
     bool Eof();
-    bool Bof();
-    /// Rows after the filter.
+    /// Rows after the filter; -1 of streamed ones.
     int RecordCount();
-    /// 1 for the first row; -1 before it, behind the last one, or in an empty recordset.
+    /// 1 for the first row; -1 behind the last one.
     int AbsolutePosition();
-    /// Position counted from 1.
-    void SetAbsolutePosition(int position);
 
+    /// What was put without Update is dropped by a move.
     void MoveFirst();
-    void MoveLast();
     void MoveNext();
     void MovePrevious();
 
     Field Fields(QStringView name);
     const std::vector<Column>& Columns();
-    /// Cell of any row without moving; `row` counted from 0 in the present order.
+
+    /// Cell of any row without moving; `row` counted from 0 in the present order. Outside the rows it throws
+    /// kNoCurrentRow.
     common::Value valueAt(int row, int column);
+    /// Whether valueAt gives the row's values without asking the store.
+    bool holds(int row);
+    /// Has valueAt give the values of these rows, the last one included, without asking the store.
+    void prefetch(int first, int last);
 
     void AddNew();
     void Update();
 
-    /// "column ASC" or "column DESC"; "" gives the store's order back. Sorts the fetched rows, texts without
-    /// regard to case. Stays on the first row.
+    /// "column ASC" or "column DESC"; "" gives the query's own order back. Texts without regard to case.
+    /// Stays on the first row.
     void Sort(const QString& order);
-    /// Conditions "column op literal" joined by AND, op one of = <> < > <= >=; "" shows all rows again.
-    void Filter(const QString& conditions);
-    /// From the current row on, the first that meets "column op literal"; behind the last row when none does.
-    void Find(const QString& criteria);
+    /// Shows those rows of a plain query that meet a condition of the store's dialect, in the query's order;
+    /// "" shows all again. The store chooses them, as they are then. Of any other query it throws
+    /// kSqlFailure.
+    void Filter(const QString& condition);
 
   private:
     friend class Field;
     friend class Connection;
-    struct Row;
+    /// Values of a row that is added or changed, and which of them were put.
+    struct Edit;
+
     void requireOpen() const;
-    void fetch();
-    /// Recognises a plain query, and whether its rows are fetched singly (see above).
-    void planSingleRows();
-    void fetchKeys();
-    void readKeys(int most);
-    void fetchOtherKeys();
-    QString keyQuery(const QString& orderBy) const;
-    QString rowQuery(qint64 key) const;
-    qint64 ofTable(const QString& aggregate) const;
-    void fetchAll();
-    void fetchAllAgain();
-    /// The row at a position of the present order, with its values.
-    Row& rowAt(int position);
-    void sortByStore(const QString& orderBy);
-    void markCounter();
-    Row& currentRow();
+    /// Runs the query where that has not happened yet.
+    RowSource& rows();
+    std::unique_ptr<RowSource> openRows();
+    /// Throws where there is no current row.
+    RowSource& currentRow();
+    void moveTo(int position);
     int columnIndex(QStringView name);
-
-    /// Columns of the running query, or of the fetched rows.
-    const std::vector<Column>& columnsNow() const { return m_streaming ? m_cursor->columns() : m_columns; }
-
-    int count() const { return qMax(int(m_order.size()), m_total); }
-
-    std::vector<Condition> parseConditions(const QString& text);
+    /// The columns of a row being added or changed.
+    const std::vector<Column>& editable();
+    common::Value fieldValue(int column);
+    void putField(int column, const common::Value& value);
+    void insertEdited(const std::vector<Column>& columns, const std::vector<common::Value>& values);
+    void updateEdited(const std::vector<Column>& columns, const std::vector<common::Value>& values);
     void abandon();
 
     Connection* m_active = nullptr;
     Connection* m_connection = nullptr;
     QString m_source;
-    QString m_table;
-    /// The parts of a plain query, and what narrows it.
-    QString m_list, m_from, m_where, m_orderBy, m_narrowed;
-    /// The counter's name, empty when all rows are fetched at once; the order that m_rows stand in.
-    QString m_keyName, m_keyOrder;
-    /// What was there when the first counters were fetched: that many rows, none with a higher counter.
-    int m_total = 0;
-    qint64 m_highest = 0;
+    std::optional<PlainQuery> m_plan;
+    QString m_filter;
     bool m_updatable = false;
-    bool m_streaming = false;
-    bool m_fetched = false;
-    std::unique_ptr<Cursor> m_cursor;
-    std::vector<Column> m_columns;
-    std::vector<Row> m_rows;
-    std::vector<int> m_order;
+    /// Whether rows may be read by their counters.
+    bool m_byKeys = false;
+    std::unique_ptr<RowSource> m_rows;
+    /// m_rows, where they can be changed.
+    FetchedRows* m_fetched = nullptr;
+    /// Counted from 0.
     int m_position = 0;
-    bool m_atEnd = false;
-    std::unique_ptr<Row> m_newRow;
+    std::unique_ptr<Edit> m_edit;
+    std::vector<Column> m_editable;
 };
 
 /// Opens `rows` and closes it when the scope is left, also by an exception. Closing earlier by hand is fine.

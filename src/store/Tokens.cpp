@@ -74,8 +74,12 @@ class Scanner {
     std::vector<Token> run() {
         std::vector<Token> tokens;
         tokens.reserve(size_t(m_sql.size() / 4 + 4));
-        while (skipBlanks())
+        while (skipBlanks()) {
+            const qsizetype from = m_at;
             tokens.push_back(next());
+            tokens.back().from = from;
+            tokens.back().to = m_at;
+        }
         return tokens;
     }
 
@@ -114,6 +118,16 @@ class Scanner {
 
 std::vector<Token> tokenize(const QString& sql) {
     return Scanner(sql).run();
+}
+
+size_t findClause(const std::vector<Token>& tokens, const char16_t* word, size_t from) {
+    int depth = 0;
+    for (size_t i = from; i < tokens.size(); ++i) {
+        depth += tokens[i].isSymbol(u"(") ? 1 : tokens[i].isSymbol(u")") ? -1 : 0;
+        if (depth == 0 && tokens[i].isWord(word))
+            return i;
+    }
+    return tokens.size();
 }
 
 QString Literal::text() const {

@@ -12,6 +12,8 @@ struct Token {
     QString text;
     /// Position among the literals (numbers and texts) of the statement; -1 for anything else.
     int literal = -1;
+    /// Where it stands in the statement, the second one behind it.
+    qsizetype from = 0, to = 0;
 
     bool isWord(const char16_t* word) const {
         return kind == Word && text.compare(QStringView(word), Qt::CaseInsensitive) == 0;
@@ -23,6 +25,9 @@ struct Token {
 /// Splits a statement into words, [names], numbers, 'texts' (a doubled quote is one quote) and symbols.
 /// An unfinished text throws common::RunTimeError kSqlFailure.
 std::vector<Token> tokenize(const QString& sql);
+/// Position of the first such word from `from` on that stands in no brackets; the number of tokens without
+/// one.
+size_t findClause(const std::vector<Token>& tokens, const char16_t* word, size_t from = 0);
 
 /// A number or text as it stands in a statement; a view on the statement.
 struct Literal {

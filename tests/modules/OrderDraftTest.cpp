@@ -115,7 +115,7 @@ TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
 
 TEST_F(OrderDraftTest, WhatIsOnlyLookedAtIsNotOfferedButAChangeIs) {
     using namespace modAuftragswesenAuftragserfassung;
-    const qint64 number = orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(1000));
+    const qint64 number = *orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Next());
     const qint64 later = modAuftragswesenVorbestellungen::SaveVorbestellung(order);
     const std::function<void()> roads[] = {
         [&] { LoadBestellung(order, number); },

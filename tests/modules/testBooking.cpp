@@ -249,8 +249,8 @@ TEST_F(Booking, failedChangeLosesNothing) {
 TEST_F(Booking, preOrdersCountByThemselves) {
     book();
     takeOrder();
-    const qint64 first = WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
-    const qint64 second = WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
+    const qint64 first = *WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
+    const qint64 second = *WriteOrder(order, orders::PreOrders(), orders::OrderNumber::Counter());
     EXPECT_EQ(second, first + 1);
     EXPECT_EQ(TestFirm::count(kHeads), 1);
     EXPECT_EQ(

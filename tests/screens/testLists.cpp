@@ -7,6 +7,7 @@
 #include "store/StoreGlobals.h"
 #include "telephony/frmVerwaltungTelefonbuch.h"
 #include "tests/screens/ShellFixture.h"
+#include "tests/support/StatementLog.h"
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -106,7 +107,7 @@ TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
     QSignalSpy chosen(&grid, &DataGrid::rowChosen);
     control.Sort(u"txt_Name ASC"_s);
     EXPECT_EQ(grid.text(0, 1), u"Ärni"_s);
-    control.Filter(u"txt_Name = 'Meier'"_s);
+    control.Refresh(u"txt_Name = 'Meier'"_s);
     EXPECT_EQ(grid.rowCount(), 1);
     EXPECT_EQ(grid.text(0, 1), u"Meier"_s);
     load(u"txt_Name = 'nobody'"_s);
@@ -120,6 +121,33 @@ TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
     EXPECT_EQ(grid.rowCount(), 0) << "a closed database leaves rows that cannot be read";
     grid.repaint();
     EXPECT_TRUE(chosen.isEmpty());
+}
+
+TEST_F(ListTest, PaintingAsksTheStoreNothing) {
+    {
+        store::Transaction together(ConnMain);
+        for (int i = 1001; i <= 1400; ++i)
+            ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden (txt_Firma) VALUES ('F%1')"_s.arg(i));
+        together.commit();
+    }
+    control.setConnection(ConnMain);
+    control.setRecordSource(u"SELECT lng_ID, txt_Firma FROM tbl_Verwaltung_Kunden ORDER BY txt_Firma"_s);
+    control.Refresh();
+    const auto shown = [&](int row) { return grid.model()->index(row, 1).data().toString(); };
+    for (const int row : {0, 399, 200}) {
+        grid.scrollTo(grid.model()->index(row, 1), DataGrid::PositionAtTop);
+        const int first = grid.rowAt(0);
+        const int last = grid.rowAt(grid.viewport()->height() - 1);
+        const test::StatementLog log(ConnMain);
+        grid.viewport()->repaint();
+        EXPECT_EQ(shown(first), u"F%1"_s.arg(1001 + first));
+        EXPECT_EQ(shown(last), u"F%1"_s.arg(1001 + last));
+        EXPECT_EQ(shown(100), u""_s) << "not read yet";
+        EXPECT_TRUE(log.statements().isEmpty()) << log.statements().first().toStdString();
+    }
+    grid.setRow(0);
+    grid.keyboardSearch(u"F1100"_s);
+    EXPECT_EQ(grid.row(), 99);
 }
 
 TEST_F(ListTest, AGridOutlivesItsControl) {

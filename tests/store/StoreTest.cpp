@@ -295,32 +295,50 @@ TEST_F(StoreTest, TransactionLeftByAnErrorIsRolledBack) {
     EXPECT_EQ(names(u""_s), QStringList{u"da"_s});
 }
 
-TEST_F(StoreTest, SortsFiltersAndFindsFetchedRows) {
+/// What a list shows, each row's first two columns.
+QString shownBy(Recordset& rows) {
+    QStringList list;
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        list << rows.valueAt(row, 0).toText() + u':' + rows.valueAt(row, 1).toText();
+    return list.join(u' ');
+}
+
+TEST_F(StoreTest, ListsAreSortedAndFilteredWhicheverKindTheirRowsAre) {
     add(u"Öl"_s, 3, true, 1);
     add(u"apfel"_s, 1, false, 2);
     add(u"Zimt"_s, 2, true, 2);
-    Recordset rows;
-    rows.Open(u"SELECT * FROM tbl_Dinge"_s, connection, store::adOpenStatic, store::adLockReadOnly);
-    const auto shown = [&] {
-        QStringList list;
-        for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext())
-            list << rows.Fields(u"txt_Name").text();
-        return list.join(u' ');
-    };
-    rows.Sort(u"txt_Name ASC"_s);
-    EXPECT_EQ(shown(), u"apfel Öl Zimt"_s);
-    rows.Sort(u"dbl_Preis DESC"_s);
-    EXPECT_EQ(shown(), u"Öl Zimt apfel"_s);
-    rows.Filter(u"flag_Status = 1 AND lng_Rang = 2"_s);
-    EXPECT_EQ(shown(), u"Zimt"_s);
-    EXPECT_EQ(rows.RecordCount(), 1);
-    rows.Filter(u""_s);
-    rows.Find(u"lng_Rang >= 2"_s);
-    EXPECT_EQ(rows.AbsolutePosition(), 2);
-    EXPECT_EQ(errorOf([&] { rows.Fields(u"dbl_Preis") = 5; }), common::kStoreFailure);
+    connection.Execute(u"CREATE VIEW view_Dinge AS SELECT * FROM tbl_Dinge"_s);
+    // By keys, and fetched.
+    for (const char16_t* table : {u"tbl_Dinge", u"view_Dinge"}) {
+        Recordset rows;
+        rows.Open(u"SELECT lng_ID, txt_Name, dbl_Preis FROM "_s + QString::fromUtf16(table) +
+                      u" WHERE lng_Rang < 3 OR lng_Rang > 8 ORDER BY lng_ID DESC;"_s,
+                  connection, store::adOpenStatic, store::adLockReadOnly);
+        EXPECT_EQ(shownBy(rows), u"3:Zimt 2:apfel 1:Öl"_s);
+        rows.Sort(u"txt_Name ASC"_s);
+        EXPECT_EQ(shownBy(rows), u"2:apfel 1:Öl 3:Zimt"_s);
+        rows.MoveNext();
+        rows.Sort(u"dbl_Preis DESC"_s);
+        EXPECT_EQ(shownBy(rows), u"1:Öl 3:Zimt 2:apfel"_s);
+        EXPECT_EQ(rows.AbsolutePosition(), 1);
+        rows.Sort(u""_s);
+        EXPECT_EQ(rows.valueAt(0, 0).toLong(), 3);
+        rows.Filter(u"flag_Status = 1 AND txt_Name LIKE 'z%' OR txt_Name = 'ÖL'"_s);
+        EXPECT_EQ(shownBy(rows), u"3:Zimt 1:Öl"_s);
+        rows.Filter(u""_s);
+        EXPECT_EQ(rows.RecordCount(), 3);
+        EXPECT_EQ(errorOf([&] { rows.Sort(u"txt_Fehlt"_s); }), common::kFieldNotFound);
+        EXPECT_EQ(errorOf([&] { rows.Fields(u"dbl_Preis") = 5; }), common::kStoreFailure);
+        EXPECT_EQ(errorOf([&] { rows.valueAt(3, 0); }), common::kNoCurrentRow);
+    }
+    Recordset sums;
+    sums.Open(u"SELECT lng_Rang, Count(*) AS N FROM tbl_Dinge GROUP BY lng_Rang"_s, connection);
+    EXPECT_EQ(shownBy(sums), u"1:1 2:2"_s);
+    EXPECT_EQ(errorOf([&] { sums.Filter(u"N = 1"_s); }), common::kSqlFailure);
+    EXPECT_EQ(errorOf([&] { sums.AddNew(); }), common::kStoreFailure);
 }
 
-/// A plain list fetches its rows singly; what it holds and shows stays what the query delivered.
+/// Which rows there are is settled first, their values when they are looked at.
 TEST_F(StoreTest, RowsLookedAtLaterAreThoseOfTheQuery) {
     for (const char16_t* name : {u"Öl", u"apfel", u"Zimt", u"Brot", u"Salz; ORDER BY x"})
         add(QString::fromUtf16(name), name[0] == u'Z' ? 1 : 2);
@@ -328,48 +346,32 @@ TEST_F(StoreTest, RowsLookedAtLaterAreThoseOfTheQuery) {
     rows.Open(u"SELECT lng_ID, txt_Name, dbl_Preis FROM tbl_Dinge WHERE txt_Name <> 'brot'  ORDER BY "
               u"txt_Name ASC ;"_s,
               connection, store::adOpenStatic, store::adLockReadOnly);
-    const auto keys = [&] {
-        QStringList list;
-        for (int row = 0; row < rows.RecordCount(); ++row)
-            list << rows.valueAt(row, 0).toText() + u':' + rows.valueAt(row, 1).toText();
-        return list.join(u' ');
-    };
     EXPECT_EQ(rows.RecordCount(), 4);
-    EXPECT_EQ(rows.valueAt(3, 1).toText(), u"Zimt"_s);
-    // One goes, one comes and one changes before it was looked at.
+    // One goes, one comes and one changes.
     connection.Execute(u"DELETE FROM tbl_Dinge WHERE lng_ID = 2"_s);
     add(u"neu"_s);
     connection.Execute(u"UPDATE tbl_Dinge SET txt_Name = 'Anis' WHERE lng_ID = 3"_s);
-    EXPECT_EQ(keys(), u"2: 1:Öl 5:Salz; ORDER BY x 3:Zimt"_s);
-    rows.MoveNext();
-    EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"Öl"_s);
+    EXPECT_FALSE(rows.holds(0));
+    EXPECT_EQ(shownBy(rows), u"2: 1:Öl 5:Salz; ORDER BY x 3:Anis"_s);
+    EXPECT_TRUE(rows.holds(0));
     rows.Sort(u"lng_ID DESC"_s);
-    EXPECT_EQ(rows.AbsolutePosition(), 1);
-    EXPECT_EQ(keys(), u"5:Salz; ORDER BY x 3:Zimt 1:Öl 2:"_s);
-    rows.Sort(u"dbl_Preis"_s);
-    EXPECT_EQ(rows.valueAt(0, 0).toLong(), 3);
-    EXPECT_EQ(errorOf([&] { rows.Sort(u"txt_Fehlt"_s); }), common::kFieldNotFound);
-    rows.Sort(u""_s);
-    EXPECT_EQ(rows.valueAt(0, 0).toLong(), 2);
-    rows.Find(u"txt_Name = 'zimt'"_s);
-    EXPECT_EQ(rows.AbsolutePosition(), 4);
+    EXPECT_EQ(shownBy(rows), u"5:Salz; ORDER BY x 3:Anis 1:Öl 2:"_s);
     rows.Filter(u"dbl_Preis = 2"_s);
-    EXPECT_EQ(keys(), u"1:Öl 5:Salz; ORDER BY x"_s);
+    EXPECT_EQ(shownBy(rows), u"1:Öl 5:Salz; ORDER BY x"_s);
     rows.Close();
     EXPECT_EQ(errorOf([&] { rows.valueAt(0, 0); }), common::kObjectClosed);
 }
 
 TEST_F(StoreTest, AWholeTableKeepsItsNumberOfRowsAndTheirOrder) {
-    store::Transaction transaction(connection);
-    for (int i = 1; i <= 300; ++i)
-        add(QString::number(1000 + i), i % 2);
-    transaction.commit();
+    {
+        store::Transaction transaction(connection);
+        for (int i = 1; i <= 300; ++i)
+            add(QString::number(1000 + i), i % 2);
+        transaction.commit();
+    }
     Recordset rows;
-    const auto open = [&] {
-        rows.Open(u"SELECT lng_ID, txt_Name FROM tbl_Dinge ORDER BY lng_ID DESC;"_s, connection,
-                  store::adOpenStatic, store::adLockReadOnly);
-    };
-    open();
+    rows.Open(u"SELECT lng_ID, txt_Name FROM tbl_Dinge ORDER BY lng_ID DESC;"_s, connection,
+              store::adOpenStatic, store::adLockReadOnly);
     EXPECT_EQ(rows.RecordCount(), 300);
     connection.Execute(u"DELETE FROM tbl_Dinge WHERE lng_ID = 5"_s);
     add(u"neu"_s);
@@ -377,22 +379,53 @@ TEST_F(StoreTest, AWholeTableKeepsItsNumberOfRowsAndTheirOrder) {
         EXPECT_EQ(rows.valueAt(row, 1).toText(), QString::fromUtf16(text)) << row;
     rows.Sort(u"txt_Name ASC"_s);
     EXPECT_EQ(rows.valueAt(4, 0).toLong(), 6);
-    rows.Close();
-
-    open();
+    rows.prefetch(250, 280);
+    EXPECT_TRUE(rows.holds(280));
+    EXPECT_FALSE(rows.holds(5));
     rows.Filter(u"txt_Name > '1290' AND lng_ID <> 300"_s);
     EXPECT_EQ(rows.RecordCount(), 10);
     EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);
     rows.Filter(u""_s);
     EXPECT_EQ(rows.RecordCount(), 300);
-    rows.Close();
+}
 
-    open();
-    rows.Sort(u"lng_ID ASC"_s);
-    rows.MoveLast();
-    EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"neu"_s);
-    rows.Sort(u""_s);
-    EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);
+TEST_F(StoreTest, PlainQueriesAreToldApart) {
+    struct Case {
+        const char16_t* source;
+        const char16_t* parts;
+    };
+
+    const Case cases[] = {
+        {u"tbl_Dinge", u"tbl_Dinge|*||"},
+        {u"[Preis Liste];", u"Preis Liste|*||"},
+        {u" select * from T", u"T|*||"},
+        {u"SELECT a, [b c] FROM [T x] WHERE a = 'ORDER BY ; x' ORDER  BY a DESC, b ;",
+         u"T x|a, [b c]|a = 'ORDER BY ; x'|a DESC, b"},
+        {u"SELECT a FROM T WHERE a IN (SELECT TOP 1 b FROM U GROUP BY b ORDER BY b)",
+         u"T|a|a IN (SELECT TOP 1 b FROM U GROUP BY b ORDER BY b)|"},
+        {u"SELECT a FROM T ORDER BY b", u"T|a||b"},
+        {u"SELECT TOP 5 a FROM T", nullptr},
+        {u"SELECT DISTINCT a FROM T", nullptr},
+        {u"SELECT a AS b FROM T", nullptr},
+        {u"SELECT Count(*) FROM T", nullptr},
+        {u"SELECT T.a FROM T", nullptr},
+        {u"SELECT a FROM T, U WHERE 1 = 1", nullptr},
+        {u"SELECT a FROM T AS U", nullptr},
+        {u"SELECT a FROM T INNER JOIN U ON a = b", nullptr},
+        {u"SELECT a FROM T WHERE a = 1 GROUP BY a", nullptr},
+        {u"SELECT a FROM T ORDER BY a LIMIT 1", nullptr},
+        {u"SELECT a FROM T UNION SELECT a FROM U", nullptr},
+        {u"SELECT a", nullptr},
+        {u"", nullptr},
+    };
+    for (const Case& c : cases) {
+        const auto query = store::plainQuery(QString::fromUtf16(c.source));
+        const QString parts =
+            query ? QStringList{query->table, query->columns, query->condition, query->order}.join(u'|')
+                  : QString();
+        EXPECT_EQ(parts, c.parts ? QString::fromUtf16(c.parts) : QString())
+            << QString::fromUtf16(c.source).toStdString();
+    }
 }
 
 TEST_F(StoreTest, CompactsIntoANewFileOnly) {

@@ -32,22 +32,20 @@ void DataControl::Refresh(const QString& filter) {
     if (!filter.isEmpty())
         m_rows.Filter(filter);
     m_count = m_rows.RecordCount();
-}
-
-void DataControl::Rebind() {
-    const Change change(*this);
-    m_count = m_rows.IsOpen() ? m_rows.RecordCount() : 0;
+    m_rows.prefetch(m_firstShown, m_lastShown);
 }
 
 void DataControl::Sort(const QString& order) {
     const Change change(*this);
     m_rows.Sort(order);
+    m_rows.prefetch(m_firstShown, m_lastShown);
 }
 
-void DataControl::Filter(const QString& conditions) {
-    const Change change(*this);
-    m_rows.Filter(conditions);
-    m_count = m_rows.RecordCount();
+void DataControl::showRows(int first, int last) {
+    m_firstShown = first;
+    m_lastShown = last;
+    if (isOpen())
+        m_rows.prefetch(first, last);
 }
 
 } // namespace platform

@@ -22,19 +22,19 @@ class DataControl : public QObject {
     /// Recordset::Open throws; the list is empty then.
     void Refresh(const QString& filter = {});
 
-    /// The rows of the last Refresh. After sorting or filtering it directly call Rebind.
+    /// The rows of the last Refresh.
     store::Recordset& Recordset() { return m_rows; }
 
-    /// Tells the list that order or choice of the rows changed.
-    void Rebind();
-
     void Sort(const QString& order);
-    void Filter(const QString& conditions);
+
+    /// Which rows a view shows: they are in memory from now on, after each Refresh and Sort as well, so that
+    /// painting asks the store nothing.
+    void showRows(int first, int last);
 
     /// Also after the connection was closed, which closes the recordset.
     bool isOpen() const { return m_rows.IsOpen(); }
 
-    /// As of the last Refresh, Sort or Filter; 0 when closed.
+    /// As of the last Refresh; 0 when closed.
     int rowCount() const { return isOpen() ? m_count : 0; }
 
   Q_SIGNALS:
@@ -46,6 +46,8 @@ class DataControl : public QObject {
     store::Recordset m_rows;
     QString m_source;
     int m_count = 0;
+    /// The first page, until a view tells.
+    int m_firstShown = 0, m_lastShown = 31;
 };
 
 } // namespace platform

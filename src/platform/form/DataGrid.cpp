@@ -1,10 +1,12 @@
 #include "platform/form/DataGrid.h"
+#include "common/Guard.h"
 #include "platform/form/GridColors.h"
 #include "platform/form/RecordsetModel.h"
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QToolTip>
 
 namespace platform {
@@ -19,6 +21,7 @@ DataGrid::DataGrid(QWidget* parent) :
     setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
+    setVerticalScrollMode(ScrollPerItem);
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
@@ -27,6 +30,7 @@ DataGrid::DataGrid(QWidget* parent) :
 
 void DataGrid::setDataControl(DataControl& control) {
     m_model->setDataControl(control);
+    readShownRows();
 }
 
 void DataGrid::formatColumns(std::vector<DataColumn> columns) {
@@ -168,6 +172,29 @@ void DataGrid::focusInEvent(QFocusEvent* event) {
     // Whoever comes by keyboard sees where the arrows start; nothing counts as chosen by that.
     if (!m_overMask && event->reason() != Qt::MouseFocusReason && markedRow() < 0 && rowCount() > 0)
         setRow(qMax(row(), 0));
+}
+
+void DataGrid::readShownRows() {
+    const int first = verticalScrollBar()->value();
+    const int page = viewport()->height() / verticalHeader()->defaultSectionSize();
+    m_model->showRows(first, first + page + 1);
+}
+
+void DataGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    common::guarded(common::Origin::User, [this] { readShownRows(); });
+}
+
+void DataGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (dy != 0)
+        common::guarded(common::Origin::User, [this] { readShownRows(); });
+}
+
+void DataGrid::keyboardSearch(const QString& typed) {
+    m_model->showRows(0, rowCount());
+    QTableView::keyboardSearch(typed);
+    readShownRows();
 }
 
 bool DataGrid::viewportEvent(QEvent* event) {

@@ -55,6 +55,8 @@ class DataGrid : public QTableView {
     /// its first row when the focus comes to it by a key.
     void setOverMask(bool over) { m_overMask = over; }
 
+    /// The first row below the present one, all round, that begins with what was typed.
+    void keyboardSearch(const QString& typed) override;
     /// Null outside the rows.
     common::Value value(int row, int column) const;
 
@@ -80,6 +82,8 @@ class DataGrid : public QTableView {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     /// A cell that shows its whole text has no tool tip.
     bool viewportEvent(QEvent* event) override;
     /// A row is marked, never given back.
@@ -91,6 +95,8 @@ class DataGrid : public QTableView {
     /// -1 without one.
     int markedRow() const;
     QModelIndex firstCell(int row) const;
+    /// Has the rows that come into view read before they are painted.
+    void readShownRows();
 
     RecordsetModel* m_model;
     QString m_emptyText;

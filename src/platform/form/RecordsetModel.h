@@ -17,7 +17,11 @@ class RecordsetModel : public QAbstractTableModel {
 
     const std::vector<DataColumn>& columns() const { return m_columns; }
 
+    /// Asks the store where the row is not in memory.
     common::Value value(int row, int column) const;
+    /// Has data() show these rows, the last one included: it asks the store nothing, and a row that is not in
+    /// memory shows empty.
+    void showRows(int first, int last);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -25,6 +29,8 @@ class RecordsetModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
+    bool hasCell(int row, int column) const;
+
     /// A screen's control may go before its grid does.
     QPointer<DataControl> m_control;
     std::vector<DataColumn> m_columns;

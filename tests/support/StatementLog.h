@@ -1,15 +1,17 @@
 #pragma once
+#include "store/Connection.h"
 #include <QByteArray>
 #include <QList>
 
 struct sqlite3;
 
-namespace bench {
+namespace test {
 
 /// Writes down the statements that a connection runs while the log lives.
 class StatementLog {
   public:
     explicit StatementLog(sqlite3* handle);
+    explicit StatementLog(store::Connection& connection);
     ~StatementLog();
     StatementLog(const StatementLog&) = delete;
     StatementLog& operator=(const StatementLog&) = delete;
@@ -21,4 +23,4 @@ class StatementLog {
     QList<QByteArray> m_statements;
 };
 
-} // namespace bench
+} // namespace test

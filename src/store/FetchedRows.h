@@ -18,7 +18,10 @@ class FetchedRows : public RowSource {
 
     int count() const override { return int(m_rows.size()); }
 
-    bool holds(int) const override { return true; }
+    const common::Value* held(int row, int column) const override {
+        const bool there = row >= 0 && row < count() && column >= 0 && column < int(m_columns.size());
+        return there ? &m_rows[size_t(row)].values[size_t(column)] : nullptr;
+    }
 
     void prefetch(int, int) override {}
 

@@ -108,6 +108,7 @@ void KeyedRows::readBlock(int row) {
     const int count = int(m_columns.size());
     for (const auto cursor = m_engine.query(blockQuery(wanted.keys()), true); cursor->next();) {
         Row* const there = wanted.take(cursor->value(count).toLong());
+        there->values.reserve(m_columns.size());
         for (int i = 0; i < count; ++i)
             there->values.push_back(cursor->value(i));
     }

@@ -24,8 +24,9 @@ class KeyedRows : public RowSource {
 
     int count() const override { return qMax(int(m_rows.size()), m_total); }
 
-    bool holds(int row) const override {
-        return row < int(m_rows.size()) && !m_rows[size_t(row)].values.empty();
+    const common::Value* held(int row, int column) const override {
+        const bool there = row >= 0 && column >= 0 && column < int(m_columns.size()) && holds(row);
+        return there ? &m_rows[size_t(row)].values[size_t(column)] : nullptr;
     }
 
     void prefetch(int first, int last) override;
@@ -39,6 +40,8 @@ class KeyedRows : public RowSource {
         /// Empty until they are read.
         std::vector<common::Value> values;
     };
+
+    bool holds(int row) const { return row < int(m_rows.size()) && !m_rows[size_t(row)].values.empty(); }
 
     QString keyQuery() const;
     /// `keys` is not empty.

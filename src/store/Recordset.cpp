@@ -209,8 +209,8 @@ Value Recordset::valueAt(int row, int column) {
     return source.value(row, column);
 }
 
-bool Recordset::holds(int row) {
-    return rows().holds(row);
+const Value* Recordset::held(int row, int column) {
+    return rows().held(row, column);
 }
 
 void Recordset::prefetch(int first, int last) {

@@ -111,9 +111,9 @@ class Recordset {
     /// Cell of any row without moving; `row` counted from 0 in the present order. Outside the rows it throws
     /// kNoCurrentRow.
     common::Value valueAt(int row, int column);
-    /// Whether valueAt gives the row's values without asking the store.
-    bool holds(int row);
-    /// Has valueAt give the values of these rows, the last one included, without asking the store.
+    /// The cell's value where it is in memory; null else, and outside the rows and columns.
+    const common::Value* held(int row, int column);
+    /// Brings these rows, the last one included, into memory.
     void prefetch(int first, int last);
 
     void AddNew();

@@ -18,8 +18,8 @@ class RowSource {
     virtual common::Value value(int row, int column) = 0;
     /// How many there are; -1 where only walking to the end tells.
     virtual int count() const = 0;
-    /// Whether the row's values are in memory.
-    virtual bool holds(int row) const = 0;
+    /// The value where it is in memory, else null. Rows and columns may be asked for that are not there.
+    virtual const common::Value* held(int row, int column) const = 0;
     /// Brings the values of these rows, the last one included, into memory.
     virtual void prefetch(int first, int last) = 0;
     /// Puts the rows in the order of a column; an empty name gives the query's own order back.

@@ -18,7 +18,7 @@ class StreamedRows : public RowSource {
 
     int count() const override { return -1; }
 
-    bool holds(int row) const override { return m_there && row == m_row; }
+    const common::Value* held(int, int) const override { return nullptr; }
 
     void prefetch(int, int) override {}
 

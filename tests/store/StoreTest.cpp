@@ -351,9 +351,9 @@ TEST_F(StoreTest, RowsLookedAtLaterAreThoseOfTheQuery) {
     connection.Execute(u"DELETE FROM tbl_Dinge WHERE lng_ID = 2"_s);
     add(u"neu"_s);
     connection.Execute(u"UPDATE tbl_Dinge SET txt_Name = 'Anis' WHERE lng_ID = 3"_s);
-    EXPECT_FALSE(rows.holds(0));
+    EXPECT_FALSE(rows.held(0, 0));
     EXPECT_EQ(shownBy(rows), u"2: 1:Öl 5:Salz; ORDER BY x 3:Anis"_s);
-    EXPECT_TRUE(rows.holds(0));
+    EXPECT_TRUE(rows.held(0, 0));
     rows.Sort(u"lng_ID DESC"_s);
     EXPECT_EQ(shownBy(rows), u"5:Salz; ORDER BY x 3:Anis 1:Öl 2:"_s);
     rows.Filter(u"dbl_Preis = 2"_s);
@@ -380,8 +380,8 @@ TEST_F(StoreTest, AWholeTableKeepsItsNumberOfRowsAndTheirOrder) {
     rows.Sort(u"txt_Name ASC"_s);
     EXPECT_EQ(rows.valueAt(4, 0).toLong(), 6);
     rows.prefetch(250, 280);
-    EXPECT_TRUE(rows.holds(280));
-    EXPECT_FALSE(rows.holds(5));
+    EXPECT_TRUE(rows.held(280, 1));
+    EXPECT_FALSE(rows.held(5, 1) || rows.held(300, 1) || rows.held(280, 2));
     rows.Filter(u"txt_Name > '1290' AND lng_ID <> 300"_s);
     EXPECT_EQ(rows.RecordCount(), 10);
     EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);

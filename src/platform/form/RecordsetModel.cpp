@@ -30,13 +30,10 @@ bool RecordsetModel::setColumns(std::vector<DataColumn> columns) {
     return true;
 }
 
-bool RecordsetModel::hasCell(int row, int column) const {
-    return m_control && m_control->isOpen() && row >= 0 && row < m_control->rowCount() && column >= 0 &&
-           column < int(m_control->Recordset().Columns().size());
-}
-
 common::Value RecordsetModel::value(int row, int column) const {
-    return hasCell(row, column) ? m_control->Recordset().valueAt(row, column) : common::Value();
+    const bool there = m_control && m_control->isOpen() && row >= 0 && row < m_control->rowCount() &&
+                       column >= 0 && column < int(m_control->Recordset().Columns().size());
+    return there ? m_control->Recordset().valueAt(row, column) : common::Value();
 }
 
 void RecordsetModel::showRows(int first, int last) {
@@ -55,8 +52,10 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const {
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     const DataColumn& column = m_columns.at(size_t(index.column()));
     if (role == Qt::DisplayRole) {
-        const bool held = hasCell(index.row(), index.column()) && m_control->Recordset().holds(index.row());
-        return held ? formatField(value(index.row(), index.column()), column.format) : QString();
+        const common::Value* shown = m_control && m_control->isOpen()
+                                         ? m_control->Recordset().held(index.row(), index.column())
+                                         : nullptr;
+        return shown ? formatField(*shown, column.format) : QString();
     }
     if (role == Qt::ToolTipRole)
         return toolTipOf(index.data().toString());

@@ -29,8 +29,6 @@ class RecordsetModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
-    bool hasCell(int row, int column) const;
-
     /// A screen's control may go before its grid does.
     QPointer<DataControl> m_control;
     std::vector<DataColumn> m_columns;

@@ -5,6 +5,7 @@
 #include "masterdata/Artikel.h"
 #include "orders/OrderStorage.h"
 #include "store/StoreGlobals.h"
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,6 +13,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 using common::Value;
@@ -26,6 +28,9 @@ constexpr int kPauseMilliseconds = 50;
 /// Many times the size of a full order.
 constexpr qint64 kLargest = 1'000'000;
 const QString kAside = u".defekt"_s;
+/// Of an order that was given up.
+const QString kGivenUp = u".verworfen"_s;
+constexpr qint64 kGivenUpSeconds = 12 * 3600;
 
 constexpr bool OrderButtons::*kButtons[] = {&OrderButtons::cmdKundeSchnellerfassung,
                                             &OrderButtons::cmdKundeEditierung,
@@ -129,6 +134,27 @@ QJsonObject read(const QString& path, const WorkingOrder& order, QString* putAsi
     return {};
 }
 
+void show(const QJsonObject& draft, WorkingOrder& order) {
+    // A draft of an earlier program has none.
+    if (const QString kennung = draft[u"kennung"_s].toString(); !kennung.isEmpty())
+        order.setKennung(kennung);
+    order.lng_KundenID = draft[u"kunde"_s].toInteger();
+    order.lng_KurierID = draft[u"kurier"_s].toInteger();
+    order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
+    for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
+        rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());
+    for (int row = 0; row < kOrderRows; ++row)
+        rowFromJson(order.BestellungGrid, row, draft[u"positionen"_s].toArray()[row].toArray());
+    OrderButtons buttons;
+    for (size_t i = 0; i < std::size(kButtons); ++i)
+        buttons.*kButtons[i] = draft[u"tasten"_s].toArray()[qsizetype(i)].toBool();
+    order.setButtons(buttons);
+    order.ShowKundenAdresse(draft[u"adresse"_s].toString());
+    if (!draft[u"adresseSichtbar"_s].toBool())
+        order.HideKundenAdresse();
+    order.CalculateTotalBestellung();
+}
+
 /// A process that was killed while it wrote leaves its unfinished copy behind.
 void removeUnfinished(const QString& path) {
     const QFileInfo draft(path);
@@ -155,6 +181,7 @@ OrderDraft::OrderDraft(WorkingOrder& order, QString file, QObject* parent) :
     connect(&order, &WorkingOrder::KundenAdresseChanged, this, [this] { schedule(); });
     connect(&order, &WorkingOrder::ButtonsChanged, this, [this] { schedule(); });
     connect(&order, &WorkingOrder::ReadFromStore, this, [this] { m_asRead = true; });
+    connect(&order, &WorkingOrder::AboutToClear, this, [this] { giveUp(); });
 }
 
 void OrderDraft::change() {
@@ -209,8 +236,50 @@ void OrderDraft::forget() {
     decline(m_file);
 }
 
+/// A change of a booked order is not: that one may be changed otherwise, or deleted, before it is taken back.
+bool OrderDraft::isWorthKeeping() const {
+    return m_order.LastFilledRow() >= 0 && !m_asRead && !m_order.buttons().cmdVerwaltungSave &&
+           m_order.Kennung() != m_finished;
+}
+
+void OrderDraft::giveUp() {
+    if (!isWorthKeeping())
+        return forget();
+    flush();
+    m_timer.stop();
+    std::error_code failure;
+    std::filesystem::rename(QFileInfo(m_file).filesystemFilePath(),
+                            QFileInfo(m_file + kGivenUp).filesystemFilePath(), failure);
+    Q_EMIT canTakeBackChanged(canTakeBack());
+}
+
+bool OrderDraft::canTakeBack() const {
+    return QFile::exists(m_file + kGivenUp);
+}
+
+bool OrderDraft::takeBack() {
+    const QString file = m_file + kGivenUp;
+    const QJsonObject draft = read(file, m_order);
+    const bool found = !draft.isEmpty() && !IsFinished(draft[u"kennung"_s].toString());
+    // The one on the screen takes its place in the file.
+    const bool exchanged = found && isWorthKeeping();
+    if (found) {
+        m_order.ClearBestellungMaske();
+        show(draft, m_order);
+        m_order.ShowComingTrxNr();
+        write();
+    }
+    if (!exchanged && !m_failing)
+        decline(file);
+    Q_EMIT canTakeBackChanged(canTakeBack());
+    return found;
+}
+
 OrderDraft::Found OrderDraft::look(const QString& file) {
     removeUnfinished(file);
+    if (const QFileInfo old(file + kGivenUp);
+        old.lastModified().secsTo(QDateTime::currentDateTime()) > kGivenUpSeconds)
+        decline(old.filePath());
     WorkingOrder order;
     Found found;
     const QJsonObject draft = read(file, order, &found.putAside);
@@ -222,27 +291,9 @@ OrderDraft::Found OrderDraft::look(const QString& file) {
 
 bool OrderDraft::restore(const QString& file, WorkingOrder& order) {
     const QJsonObject draft = read(file, order);
-    if (draft.isEmpty())
-        return false;
-    // A draft of an earlier program has none.
-    if (const QString kennung = draft[u"kennung"_s].toString(); !kennung.isEmpty())
-        order.setKennung(kennung);
-    order.lng_KundenID = draft[u"kunde"_s].toInteger();
-    order.lng_KurierID = draft[u"kurier"_s].toInteger();
-    order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
-    for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
-        rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());
-    for (int row = 0; row < kOrderRows; ++row)
-        rowFromJson(order.BestellungGrid, row, draft[u"positionen"_s].toArray()[row].toArray());
-    OrderButtons buttons;
-    for (size_t i = 0; i < std::size(kButtons); ++i)
-        buttons.*kButtons[i] = draft[u"tasten"_s].toArray()[qsizetype(i)].toBool();
-    order.setButtons(buttons);
-    order.ShowKundenAdresse(draft[u"adresse"_s].toString());
-    if (!draft[u"adresseSichtbar"_s].toBool())
-        order.HideKundenAdresse();
-    order.CalculateTotalBestellung();
-    return true;
+    if (!draft.isEmpty())
+        show(draft, order);
+    return !draft.isEmpty();
 }
 
 void OrderDraft::decline(const QString& file) {

@@ -14,6 +14,10 @@ namespace orders {
 /// change, off the way of the keystroke, replaced whole or not at all. The file holds personal data: only its
 /// owner reads it, and it goes as soon as the order is stored, cleaned or declined.
 ///
+/// An order that is given up unfinished (cleaned, its screen closed, another one taken instead) stays in a
+/// second file and can be taken back until the next one is given up; never one that was stored, nor a change
+/// of one. It goes half a day later, at a start.
+///
 /// Whether an order was stored is told by its identity (WorkingOrder::Kennung) and not by its looks. An order
 /// that was read from the store has no draft until something of it is changed.
 class OrderDraft : public QObject {
@@ -31,8 +35,12 @@ class OrderDraft : public QObject {
     /// The order stands stored or deleted: nothing is kept of it any more, whatever still happens to its
     /// cells.
     void finish();
-    /// Nothing is kept of the order.
-    void forget();
+    /// The order is given up unfinished. What clears the order comes here by itself.
+    void giveUp();
+    bool canTakeBack() const;
+    /// Brings the order back that was given up last; one on the screen is given up for it. False when there
+    /// is none, and nothing has changed then.
+    bool takeBack();
 
     /// What a start finds.
     struct Found {
@@ -51,10 +59,13 @@ class OrderDraft : public QObject {
     /// at each turn; the order itself can still be booked.
     void failed(const QString& sentence);
     void mended();
+    void canTakeBackChanged(bool can);
 
   private:
     void change();
     void schedule();
+    bool isWorthKeeping() const;
+    void forget();
     void write();
     void tellFailure(const common::RunTimeError& error);
     void tellMended();

@@ -142,6 +142,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 }
 
 void WorkingOrder::ClearBestellungMaske() {
+    Q_EMIT AboutToClear();
     m_kennung = newKennung();
     BestellungGrid.setRows(kOrderRows);
     for (int row = 0; row < kOrderRows; ++row)

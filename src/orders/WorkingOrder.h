@@ -140,6 +140,8 @@ class WorkingOrder : public QObject {
     /// ClearBestellungMaske ran: the screen hides its quick capture box.
     void Cleared();
     void ReadFromStore();
+    /// ClearBestellungMaske begins: the order that is given up still stands in the cells.
+    void AboutToClear();
 
   private:
     static QString newKennung();

@@ -190,6 +190,9 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
     onClick(m_ui->cmd_ClientSave, &Screen::cmd_ClientSave_Click);
     onClick(m_ui->cmd_ClientAbort, &Screen::cmd_ClientAbort_Click);
     onClick(m_ui->cmdCleanMask, &Screen::ClearBestellungMaske);
+    onClick(m_ui->cmdZurueckholen, &Screen::cmdZurueckholen_Click);
+    m_ui->cmdZurueckholen->setEnabled(m_draft.canTakeBack());
+    connect(&m_draft, &orders::OrderDraft::canTakeBackChanged, m_ui->cmdZurueckholen, &QWidget::setEnabled);
     onClick(m_ui->cmdRabatt, &Screen::cmdRabatt_Click);
     onClick(m_ui->cmdSave, &Screen::cmdSave_Click);
     onClick(m_ui->cmdPrint, &Screen::cmdPrint_Click);
@@ -250,6 +253,7 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     add(Qt::Key_F6, [this] { showLine(qMax(0, m_order.FirstEmptyRow())); });
     add(Qt::Key_F7, focus(m_ui->ProdukteGrid));
     add(Qt::Key_F8, focus(m_ui->ExtrasGrid));
+    add(Qt::Key_F11, [this] { m_ui->cmdZurueckholen->click(); });
     add(Qt::Key_F12, [this] { m_ui->cmdSave->click(); });
     add(Qt::ALT | Qt::Key_Left, [this] { cmdPreviousTrx_Click(); });
     add(Qt::ALT | Qt::Key_Right, [this] { cmdNextTrx_Click(); });
@@ -278,10 +282,10 @@ void frmAuftragswesenAuftragserfassung::showEvent(QShowEvent* event) {
         m_ui->txt_SucheTelefonNummer->setFocus();
 }
 
-/// Closing the screen drops the order on it, as every screen drops what is not saved. The end of the program
-/// does not come here.
+/// Closing the screen gives the order on it up, as every screen drops what is not saved. The end of the
+/// program does not come here.
 void frmAuftragswesenAuftragserfassung::closeEvent(QCloseEvent* event) {
-    m_draft.forget();
+    m_draft.giveUp();
     QWidget::closeEvent(event);
 }
 
@@ -343,6 +347,18 @@ void frmAuftragswesenAuftragserfassung::loadBooking(qint64 trxNr) {
 void frmAuftragswesenAuftragserfassung::restoreDraft() {
     if (!orders::OrderDraft::restore(orders::OrderDraft::defaultFile(), m_order))
         return;
+    showRestored();
+}
+
+void frmAuftragswesenAuftragserfassung::cmdZurueckholen_Click() {
+    const Settling settling(*this);
+    if (!m_draft.takeBack())
+        return;
+    showRestored();
+    note(tr("Der letzte unfertige Auftrag ist wieder da"));
+}
+
+void frmAuftragswesenAuftragserfassung::showRestored() {
     m_ui->combo_PreisGruppe->setCurrentIndex(m_order.PreisGruppe - 1);
     goOn();
 }

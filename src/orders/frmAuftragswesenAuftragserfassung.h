@@ -19,8 +19,8 @@ class frmAuftragswesenAuftragserfassung;
 
 /// The screen on which an order is taken: a view on the working order, with the catalogue beside it.
 /// Everything can be done by keyboard: F3 telephone number, F4 what the customer had last time, F5 head, F6
-/// lines, F7 products, F8 extras, F12 book, Ctrl+1 to Ctrl+9 a category, Alt+Left and Alt+Right step through
-/// the orders.
+/// lines, F7 products, F8 extras, F11 the order given up last, F12 book, Ctrl+1 to Ctrl+9 a category,
+/// Alt+Left and Alt+Right step through the orders.
 class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDesk {
     Q_OBJECT
   public:
@@ -84,6 +84,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void cmd_ClientSave_Click();
     void cmd_ClientAbort_Click();
     void ClearMaskSchnellsuche();
+    void cmdZurueckholen_Click();
+    void showRestored();
     void cmdKundeEditierung_Click();
     void cmdSimulationISDNCall_Click();
     void cmdWieLetztesMal_Click();

@@ -77,7 +77,7 @@ TEST_F(OrderDraftTest, IsGoneOnceTheOrderIsCleanedOrDeclined) {
     order.SucheTelefonNummer(u"0791234567"_s);
     draft.flush();
     EXPECT_TRUE(QFile::exists(file));
-    draft.forget();
+    draft.giveUp();
     EXPECT_FALSE(OrderDraft::look(file).order);
 }
 
@@ -128,6 +128,45 @@ TEST_F(OrderDraftTest, WhatIsOnlyLookedAtIsNotOfferedButAChangeIs) {
         draft.flush();
         EXPECT_TRUE(OrderDraft::look(file).order);
     }
+}
+
+TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
+    const QStringList first = cells(order);
+    const auto second = [&] {
+        order.SucheTelefonNummer(u"0799999999"_s);
+        order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    };
+    second();
+    const QStringList other = cells(order);
+    EXPECT_TRUE(draft.canTakeBack());
+    ASSERT_TRUE(draft.takeBack());
+    EXPECT_EQ(cells(order), first);
+    EXPECT_TRUE(OrderDraft::look(file).order) << "it has its draft again";
+    ASSERT_TRUE(draft.takeBack()) << "the other one was given up for it";
+    EXPECT_EQ(cells(order), other);
+
+    // Neither a stored one, nor one without lines, nor one that was only looked at comes into its place.
+    const qint64 number = orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(1000));
+    draft.finish();
+    order.ClearBestellungMaske();
+    order.SucheTelefonNummer(u"0799999999"_s);
+    modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
+    order.ClearBestellungMaske();
+    modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
+    order.PickProdukt(TestFirm::kWein, u"W"_s, 1); // a change of a booked one
+    order.ClearBestellungMaske();
+    ASSERT_TRUE(draft.takeBack());
+    EXPECT_EQ(order.lng_KundenID, TestFirm::kAnna);
+    EXPECT_FALSE(draft.canTakeBack());
+
+    // Cut off between its storing and its draft's end.
+    order.ClearBestellungMaske();
+    ASSERT_TRUE(draft.takeBack());
+    const QString kennung = order.Kennung();
+    order.ClearBestellungMaske();
+    orders::MarkFinished(kennung);
+    EXPECT_FALSE(draft.takeBack());
+    EXPECT_FALSE(draft.canTakeBack());
 }
 
 TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {

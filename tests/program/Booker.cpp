@@ -63,6 +63,7 @@ struct Desk {
 
     void clean() {
         say(u"C"_s);
+        draft.finish();
         order.ClearBestellungMaske();
         draft.flush();
     }

@@ -253,7 +253,7 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     add(Qt::Key_F6, [this] { showLine(qMax(0, m_order.FirstEmptyRow())); });
     add(Qt::Key_F7, focus(m_ui->ProdukteGrid));
     add(Qt::Key_F8, focus(m_ui->ExtrasGrid));
-    add(Qt::Key_F11, [this] { m_ui->cmdZurueckholen->click(); });
+    add(Qt::SHIFT | Qt::Key_F11, [this] { m_ui->cmdZurueckholen->click(); });
     add(Qt::Key_F12, [this] { m_ui->cmdSave->click(); });
     add(Qt::ALT | Qt::Key_Left, [this] { cmdPreviousTrx_Click(); });
     add(Qt::ALT | Qt::Key_Right, [this] { cmdNextTrx_Click(); });

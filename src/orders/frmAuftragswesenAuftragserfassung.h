@@ -19,7 +19,7 @@ class frmAuftragswesenAuftragserfassung;
 
 /// The screen on which an order is taken: a view on the working order, with the catalogue beside it.
 /// Everything can be done by keyboard: F3 telephone number, F4 what the customer had last time, F5 head, F6
-/// lines, F7 products, F8 extras, F11 the order given up last, F12 book, Ctrl+1 to Ctrl+9 a category,
+/// lines, F7 products, F8 extras, Shift+F11 the order given up last, F12 book, Ctrl+1 to Ctrl+9 a category,
 /// Alt+Left and Alt+Right step through the orders.
 class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDesk {
     Q_OBJECT

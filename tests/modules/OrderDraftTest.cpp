@@ -146,7 +146,7 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     EXPECT_EQ(cells(order), other);
 
     // Neither a stored one, nor one without lines, nor one that was only looked at comes into its place.
-    const qint64 number = orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::New(1000));
+    const qint64 number = *orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Next());
     draft.finish();
     order.ClearBestellungMaske();
     order.SucheTelefonNummer(u"0799999999"_s);

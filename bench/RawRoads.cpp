@@ -4,6 +4,8 @@ namespace bench {
 namespace {
 
 constexpr double kLineStep = 0.01;
+/// As long as an order's identity is.
+const QByteArray kIdentity(32, 'f');
 constexpr int kLastOrders = 5;
 
 } // namespace
@@ -39,6 +41,7 @@ RawRoads::RawRoads(RawStore& store) :
         "\"txt_Stückelung\", \"lng_Einheit\", \"txt_Ccy\", \"dbl_PreisMitMWSt\", \"dbl_Rabatt\", "
         "\"dbl_MWStSatz\", \"dbl_PreisOhneMWSt\", \"dbl_BestellZeitDouble\") VALUES (?, ?, ?, ?, ?, ?, "
         "?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+    m_finished(store, "INSERT INTO tbl_Auftragswesen_Erledigt ( txt_Kennung ) VALUES ( ? )"),
     m_head(store, "SELECT * FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_TrxNr = ?"),
     m_kurier(store, "SELECT txt_Kurzzeichen FROM tbl_Verwaltung_Kuriere WHERE lng_ID = ?"),
     m_lines(store, "SELECT * FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ?"),
@@ -222,6 +225,8 @@ void RawRoads::book() {
         m_bookedLines[i][1] = trxNr;
         insert(m_insertLine, m_bookedLines[i]);
     }
+    m_finished.bind(1, kIdentity);
+    m_finished.exec();
     m_commit.exec();
 }
 

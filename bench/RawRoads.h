@@ -57,8 +57,8 @@ class RawRoads {
     static void insert(RawStatement& statement, const Row& row);
 
     RawStatement m_begin, m_commit, m_lastTrxNr, m_nextTrxNr, m_findKunde, m_adresse, m_exists, m_artikel,
-        m_extras, m_insertHead, m_insertLine, m_head, m_kurier, m_lines, m_code, m_produkt, m_extra,
-        m_following, m_ordersOf;
+        m_extras, m_insertHead, m_insertLine, m_finished, m_head, m_kurier, m_lines, m_code, m_produkt,
+        m_extra, m_following, m_ordersOf;
     /// Each for so many orders.
     std::vector<std::unique_ptr<RawStatement>> m_linesOf;
     std::vector<Line> m_read;

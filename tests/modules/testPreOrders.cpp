@@ -1,6 +1,5 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
-#include "common/RunTimeError.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "store/SystemSettings.h"
@@ -115,13 +114,6 @@ TEST_F(PreOrders, DeletingLeavesNothingButTheOthers) {
     OpenVorbestellung(order, number);
     EXPECT_EQ(order.detail(Detail::KundenNr), u"");
     EXPECT_EQ(order.LastFilledRow(), -1);
-}
-
-TEST_F(PreOrders, AFailedStoringLeavesNothing) {
-    EXPECT_THROW(store(u"kein Datum"_s), common::RunTimeError);
-    EXPECT_THROW(store(u"20/05/2026"_s, u"bald"_s), common::RunTimeError);
-    EXPECT_FALSE(ConnMain.InTransaction());
-    EXPECT_EQ(TestFirm::count(kHeads) + TestFirm::count(kLines), 0);
 }
 
 TEST_F(PreOrders, TheFirstDueOneIsFoundFromTheMinuteOn) {

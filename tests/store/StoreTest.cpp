@@ -115,6 +115,12 @@ TEST_F(StoreTest, TextComparesWithoutCaseAndUmlautsIncluded) {
     EXPECT_EQ(names(u"WHERE NOT txt_Name LIKE 'm%' AND txt_Name LIKE '%'"_s).size(), 4);
 }
 
+TEST_F(StoreTest, APatternFindsWhateverFollowsItsBeginning) {
+    for (const char16_t* name : {u"Mü", u"Müller", u"Mÿ", u"MÜ\uFFFD", u"mü😀", u"Mü\U0010FFFF"})
+        add(QString::fromUtf16(name));
+    EXPECT_EQ(names(u"WHERE txt_Name LIKE 'mü%'"_s).size(), 5);
+}
+
 TEST_F(StoreTest, QuotesAreData) {
     const QString nasty = u"O'Neill\"; DELETE FROM tbl_Dinge; --"_s;
     add(nasty);

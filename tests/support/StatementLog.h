@@ -2,6 +2,7 @@
 #include "store/Connection.h"
 #include <QByteArray>
 #include <QList>
+#include <QStringList>
 
 struct sqlite3;
 
@@ -22,5 +23,8 @@ class StatementLog {
     sqlite3* m_handle;
     QList<QByteArray> m_statements;
 };
+
+/// How the engine would run the statement, a line a step.
+QStringList planOf(store::Connection& connection, const QByteArray& sql);
 
 } // namespace test

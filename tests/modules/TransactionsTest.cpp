@@ -1,0 +1,118 @@
+// What is written together stands together or not at all.
+#include "common/RunTimeError.h"
+#include "masterdata/modProdukte.h"
+#include "masterdata/modProdukteExtras.h"
+#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
+#include "support/StatementLog.h"
+#include "support/TestDialogs.h"
+#include "support/TestFirm.h"
+#include "support/TestFirmServices.h"
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace modAuftragswesenAuftragserfassung;
+using namespace modAuftragswesenVorbestellungen;
+using test::TestFirm;
+
+namespace {
+
+class Transactions : public testing::Test {
+  protected:
+    Transactions() {
+        order.SetUp();
+        key();
+        SaveBestellung(order, dialogs, navigation);
+        SaveVorbestellung(order);
+        key();
+    }
+
+    void key() {
+        order.ClearBestellungMaske();
+        order.SucheTelefonNummer(u"0791234567"_s);
+        order.PickProdukt(TestFirm::kWein, u"W"_s, 2);
+        order.PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
+    }
+
+    /// Every value of the tables that a road may write.
+    static QString contents() {
+        QStringList all;
+        for (const char16_t* table :
+             {u"Auftragswesen_Bestellungen_Master", u"Auftragswesen_Bestellungen_Details",
+              u"Auftragswesen_Vorbestellungen_Master", u"Auftragswesen_Vorbestellungen_Details",
+              u"Auftragswesen_Erledigt", u"Verwaltung_Produkte", u"Verwaltung_Produkte_Preise",
+              u"Verwaltung_Produkte_Extras", u"Verwaltung_ProdukteExtras",
+              u"Verwaltung_ProdukteExtras_Preise"}) {
+            store::Recordset rows;
+            rows.Open(u"SELECT * FROM tbl_"_s + QString::fromUtf16(table), ConnMain);
+            for (int row = 0; row < rows.RecordCount(); ++row)
+                for (int column = 0; column < int(rows.Columns().size()); ++column)
+                    all << rows.valueAt(row, column).toText();
+        }
+        return all.join(u'|');
+    }
+
+    TestFirm firm;
+    test::TestDialogs dialogs;
+    test::TestNavigation navigation;
+    orders::WorkingOrder order;
+};
+
+} // namespace
+
+TEST_F(Transactions, AFailureOnTheWayLeavesAllAsItWas) {
+    struct Case {
+        const char* name;
+        /// The write that fails.
+        const char16_t* write;
+        std::function<void()> road;
+    };
+
+    const Case cases[] = {
+        {"booking", u"INSERT ON tbl_Auftragswesen_Bestellungen_Details",
+         [&] { SaveBestellung(order, dialogs, navigation); }},
+        {"change of an order", u"INSERT ON tbl_Auftragswesen_Bestellungen_Details",
+         [&] { UpdateBestellung(order, 1000); }},
+        {"deletion of an order", u"DELETE ON tbl_Auftragswesen_Bestellungen_Details",
+         [&] { DeleteBestellung(1000, order.Kennung()); }},
+        {"pre-order", u"INSERT ON tbl_Auftragswesen_Vorbestellungen_Details",
+         [&] { SaveVorbestellung(order); }},
+        {"deletion of a pre-order", u"DELETE ON tbl_Auftragswesen_Vorbestellungen_Details",
+         [&] { DeleteVorbestellung(1); }},
+        {"product", u"INSERT ON tbl_Verwaltung_Produkte_Extras",
+         [&] { modProdukte::SaveProdukt(*modProdukte::LoadProdukt(TestFirm::kHawaii), -1); }},
+        {"deletion of a product", u"DELETE ON tbl_Verwaltung_Produkte_Preise",
+         [&] { modProdukte::DeleteProdukt(TestFirm::kBier); }},
+        {"extra", u"INSERT ON tbl_Verwaltung_ProdukteExtras_Preise",
+         [&] { modProdukteExtras::SaveExtra(*modProdukteExtras::LoadExtra(TestFirm::kKaese), -1); }},
+        {"change of an extra", u"UPDATE ON tbl_Verwaltung_ProdukteExtras_Preise",
+         [&] {
+             modProdukteExtras::Extra extra = *modProdukteExtras::LoadExtra(TestFirm::kKaese);
+             extra.txt_Extra = u"Gruyère"_s;
+             modProdukteExtras::SaveExtra(extra, TestFirm::kKaese);
+         }},
+        {"deletion of an extra", u"DELETE ON tbl_Verwaltung_ProdukteExtras_Preise",
+         [&] { modProdukteExtras::DeleteExtra(TestFirm::kKaesesauce); }},
+    };
+    for (const Case& c : cases) {
+        const QString before = contents();
+        ConnMain.Execute(u"CREATE TRIGGER broken BEFORE "_s + QString::fromUtf16(c.write) +
+                         u" BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
+        EXPECT_THROW(c.road(), common::RunTimeError) << c.name;
+        ConnMain.Execute(u"DROP TRIGGER broken"_s);
+        EXPECT_FALSE(ConnMain.InTransaction()) << c.name;
+        EXPECT_EQ(contents(), before) << c.name;
+        c.road();
+        EXPECT_NE(contents(), before) << c.name;
+        key();
+    }
+}
+
+/// Another station may book meanwhile: the number is read when nobody else can write any more.
+TEST_F(Transactions, ABookingReadsItsNumberInItsTransaction) {
+    const test::StatementLog log(ConnMain);
+    SaveBestellung(order, dialogs, navigation);
+    EXPECT_EQ(log.statements().first(), "BEGIN IMMEDIATE");
+    EXPECT_EQ(log.statements().last(), "COMMIT");
+    EXPECT_EQ(log.statements().count("COMMIT"), 1);
+}

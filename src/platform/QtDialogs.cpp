@@ -1,5 +1,6 @@
 #include "platform/QtDialogs.h"
 #include "common/Guard.h"
+#include "platform/HeldKeys.h"
 #include "platform/report/PrinterState.h"
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -14,6 +15,7 @@
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStandardPaths>
 
 namespace platform {
@@ -32,20 +34,42 @@ void addButtons(QMessageBox& box, int buttons) {
     switch (buttons) {
     case kYesNo:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::Yes);
         // Esc and the window's cross mean the careful answer.
         box.setEscapeButton(QMessageBox::No);
         break;
     case kRetryCancel:
         box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+        box.setDefaultButton(QMessageBox::Retry);
         break;
     default:
         box.setStandardButtons(QMessageBox::Ok);
+        box.setDefaultButton(QMessageBox::Ok);
     }
     nameButton(box, QMessageBox::Yes, "&Ja");
     nameButton(box, QMessageBox::No, "&Nein");
     nameButton(box, QMessageBox::Ok, "OK");
     nameButton(box, QMessageBox::Cancel, "&Abbrechen");
     nameButton(box, QMessageBox::Retry, "&Wiederholen");
+}
+
+/// A key answers the box as soon as it stands, also one that was pressed while it was still opening and went
+/// to the window below.
+void answerAtOnce(QMessageBox& box) {
+    const auto onKey = [&box](QKeyCombination key, const std::function<void()>& answer) {
+        auto* shortcut = new QShortcut(QKeySequence(key), &box);
+        shortcut->setContext(Qt::ApplicationShortcut);
+        shortcut->setAutoRepeat(false);
+        QObject::connect(shortcut, &QShortcut::activated, &box, answer);
+    };
+    for (QAbstractButton* button : box.buttons())
+        if (!button->shortcut().isEmpty())
+            onKey(button->shortcut()[0].key(), [button] { button->click(); });
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+        onKey(enter, [&box] {
+            auto* chosen = qobject_cast<QAbstractButton*>(box.focusWidget());
+            (chosen ? chosen : box.defaultButton())->click();
+        });
 }
 
 /// The frame draws the title between buttons of its own, which the box does not know of. A text that needs
@@ -119,6 +143,7 @@ int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
     addButtons(box, style & 0x0F);
     makeRoomForTitle(box);
     new FreshKeysOnly(box);
+    answerAtOnce(box);
     return answerOf(execModal(box));
 }
 
@@ -193,7 +218,10 @@ Progress QtDialogs::ShowProgress(const QString& text) {
 
 int execModal(QDialog& dialog) {
     const common::NestedEventLoop loop;
-    return dialog.exec();
+    auto* heldKeys = new HeldKeys(dialog);
+    const int result = dialog.exec();
+    heldKeys->giveBack();
+    return result;
 }
 
 } // namespace platform

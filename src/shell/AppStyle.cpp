@@ -1,25 +1,14 @@
 #include "shell/AppStyle.h"
+#include "platform/form/PromptButtons.h"
+#include "shell/QuietStyle.h"
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QIcon>
 #include <QLibraryInfo>
-#include <QProxyStyle>
 #include <QTranslator>
 
 namespace shell {
 namespace {
-
-/// Fusion without the icons that some desktops put on the buttons of dialogs.
-class QuietStyle : public QProxyStyle {
-  public:
-    QuietStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override {
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons
-                   ? 0
-                   : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
 
 /// The texts of the toolkit's own dialogs as they are spelled in Switzerland.
 class SwissTranslator : public QTranslator {
@@ -34,11 +23,15 @@ class SwissTranslator : public QTranslator {
 };
 
 QFont applicationFont() {
+    QFont font = QApplication::font();
+    // Who chose larger letters for the desktop wants them here as well.
+    const double size = qMax(10.0, QFontInfo(font).pointSizeF());
     // Families whose figures all have one width, so that amounts stand in columns.
-    for (const char* family : {"Segoe UI", "Noto Sans", "Liberation Sans", "DejaVu Sans"})
+    for (const char* family : {"DejaVu Sans", "Liberation Sans", "Noto Sans", "Segoe UI"})
         if (QFontDatabase::hasFamily(QLatin1String(family)))
-            return QFont(QLatin1String(family), 10);
-    return QFont(QApplication::font().family(), 10);
+            font = QFont(QLatin1String(family));
+    font.setPointSizeF(size);
+    return font;
 }
 
 } // namespace
@@ -46,6 +39,7 @@ QFont applicationFont() {
 void applyStyle(QApplication& application) {
     QApplication::setStyle(new QuietStyle);
     QApplication::setFont(applicationFont());
+    platform::makeButtonsPrompt(application);
     // Windows of their own, such as a preview, bear it as well.
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/tavolino.svg")));
     auto* german = new SwissTranslator(&application);

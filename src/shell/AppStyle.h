@@ -3,7 +3,8 @@
 
 namespace shell {
 
-/// Style, font and the German texts of the toolkit's own dialogs: one look on every system.
+/// Style, font, the German texts of the toolkit's own dialogs and the promptness of buttons: one look on
+/// every system. A larger font of the desktop stays as large.
 void applyStyle(QApplication& application);
 
 } // namespace shell

@@ -1,4 +1,5 @@
 #include "shell/Room.h"
+#include "platform/form/Contrast.h"
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QPainter>
@@ -31,9 +32,7 @@ void Room::paintEvent(QPaintEvent* event) {
     QFont font = this->font();
     font.setPointSizeF(font.pointSizeF() * 1.4);
     painter.setFont(font);
-    QColor ink = palette().color(QPalette::WindowText);
-    ink.setAlpha(130);
-    painter.setPen(ink);
+    painter.setPen(platform::quietInk(palette(), background().color()));
     const int line = painter.fontMetrics().height() * 2;
     const QPoint middle = viewport()->rect().center();
     int y = middle.y() - line * int(m_hints.size()) / 2;

@@ -1,6 +1,8 @@
 #pragma once
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
+#include <QWindow>
 
 namespace test {
 
@@ -8,6 +10,23 @@ namespace test {
 inline void typeText(const QString& text) {
     for (const QChar c : text)
         QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+}
+
+/// Puts a key into the queue of the window that has the focus now. Like a key that waits in the window
+/// system's queue, it is looked up when its turn comes, whatever stands there by then.
+inline void queueKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
+    const QPointer<QWindow> window = QGuiApplication::focusWindow();
+    const auto deliver = [=] {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            if (window)
+                qt_handleKeyEvent(window, type, key, modifiers, text, false, 1);
+    };
+    QMetaObject::invokeMethod(qApp, deliver, Qt::QueuedConnection);
+}
+
+inline void queueText(const QString& text) {
+    for (const QChar c : text)
+        queueKey(Qt::Key(c.toUpper().unicode()), {}, c);
 }
 
 } // namespace test

@@ -1,5 +1,6 @@
 #include "platform/form/DataGrid.h"
 #include "common/Guard.h"
+#include "platform/form/Contrast.h"
 #include "platform/form/GridColors.h"
 #include "platform/form/RecordsetModel.h"
 #include <QHeaderView>
@@ -213,7 +214,7 @@ void DataGrid::paintEvent(QPaintEvent* event) {
     if (rowCount() > 0 || m_emptyText.isEmpty())
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    painter.setPen(quietInk(palette(), palette().color(QPalette::Base)));
     painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap,
                      m_emptyText);
 }

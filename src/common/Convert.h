@@ -30,11 +30,13 @@ std::optional<double> parseDate(QStringView text);
 bool isDate(QStringView text);
 
 /// Forms of D, DD, M, MM, MMM ("Mär"), MMMM ("März"), YY, YYYY, H, HH, MM behind H as minutes, SS, and
-/// literals. Times are rounded to the nearest second first.
+/// literals. A second lasts to its end: no time is rounded up into the next minute or day.
 QString formatDate(double serial, QStringView form);
 
 /// Day serial of a date; throws RunTimeError kTypeMismatch for an impossible one.
 double dateSerial(int year, int month, int day);
+/// The seconds of a serial that have passed, without the trace that its fraction carries.
+double wholeSeconds(double serial);
 /// Fraction of the day.
 double timeSerial(int hour, int minute, int second = 0);
 

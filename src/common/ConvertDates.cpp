@@ -94,14 +94,14 @@ std::optional<double> readTime(QStringView text) {
     return timeSerial(hour, minute, second);
 }
 
-/// A serial taken apart, rounded to the nearest second first.
+/// A serial taken apart.
 struct Moment {
     QDate date;
     int hour, minute, second;
 };
 
 Moment momentOf(double serial) {
-    const auto seconds = qint64(std::floor(serial * kSecondsOfDay + 0.5));
+    const auto seconds = qint64(wholeSeconds(serial));
     const qint64 days = qint64(std::floor(double(seconds) / kSecondsOfDay));
     const int rest = int(seconds - days * kSecondsOfDay);
     return {kDayZero.addDays(days), rest / 3600, rest / 60 % 60, rest % 60};
@@ -169,6 +169,12 @@ QString formatDate(double serial, QStringView form) {
         at += count;
     }
     return text;
+}
+
+double wholeSeconds(double serial) {
+    // What sums of day fractions and the eight stored decimals miss a second by.
+    constexpr double kTrace = 0.0005;
+    return std::floor(serial * kSecondsOfDay + kTrace);
 }
 
 double dateSerial(int year, int month, int day) {

@@ -11,7 +11,7 @@ namespace {
 }
 
 QString serialText(double days) {
-    const double seconds = std::floor(days * 86'400 + 0.5);
+    const double seconds = wholeSeconds(days);
     const bool hasDay = std::floor(seconds / 86'400) != 0;
     const bool hasTime = std::fmod(seconds, 86'400) != 0;
     if (hasDay && hasTime)

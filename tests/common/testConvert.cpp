@@ -107,8 +107,11 @@ TEST(Convert, formatsDates) {
     EXPECT_EQ(common::formatDate(evening, u"DDMMMYYYY"), u"02Mär2026");
     EXPECT_EQ(common::formatDate(evening, u"HH:MM:SS"), u"18:05:09");
     EXPECT_EQ(common::formatDate(evening, u"DD/MM/YYYY HH:MM"), u"02/03/2026 18:05");
-    // The last half second of a day belongs to the next one, in the date as well as in the time.
-    EXPECT_EQ(common::formatDate(kFirstOf2026 + 0.999999, u"DD/MM/YYYY HH:MM:SS"), u"02/01/2026 00:00:00");
+    // A minute and a day last to their end, whatever date and time are told apart.
+    const double lastMoment = kFirstOf2026 + common::timeSerial(23, 59, 59) + 0.999 / 86'400;
+    EXPECT_EQ(common::formatDate(lastMoment, u"DD/MM/YYYY HH:MM:SS"), u"01/01/2026 23:59:59");
+    for (const int minute : {5, 485, 1085, 1439})
+        EXPECT_EQ(common::wholeSeconds(kFirstOf2026 + minute / 1440.0), kFirstOf2026 * 86'400 + minute * 60);
     EXPECT_EQ(common::dateSerial(2026, 1, 1), kFirstOf2026);
     EXPECT_THROW(common::dateSerial(2026, 2, 30), common::RunTimeError);
 }

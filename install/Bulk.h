@@ -30,6 +30,13 @@ class Inserter {
         finishRow();
     }
 
+    /// The same for a row that hands its values over itself: `fill` is called with a function of one value.
+    template <class Fill> void addBy(Fill fill) {
+        m_column = 0;
+        fill([this](const auto& value) { bind(value); });
+        finishRow();
+    }
+
   private:
     void bind(int number) { sqlite3_bind_int64(m_statement, ++m_column, number); }
 

@@ -1,6 +1,7 @@
 #include "install/OrderBook.h"
 #include "common/Convert.h"
-#include "common/modFunctions.h"
+#include "orders/rules/StoredLine.h"
+#include <QByteArrayList>
 
 namespace install {
 namespace {
@@ -9,17 +10,22 @@ double timeOf(int minute) {
     return common::timeSerial(minute / 60 % 24, minute % 60);
 }
 
+using StoredLine = orders::StoredLine<QByteArray>;
+
+QByteArray lineColumns() {
+    QByteArrayList names;
+    StoredLine line;
+    orders::forEachColumn(line, [&](QStringView column, const auto&) { names << column.toUtf8(); });
+    return names.join(", ");
+}
+
 } // namespace
 
 void takeDiscount(OrderLine& line, double percent) {
-    if (line.price == 0)
+    if (line.money.price == 0)
         return;
-    double discount = line.price * (percent * 0.01);
-    // The cells take the rounded texts, which are free of the rounding's own binary remainder.
-    line.discount = modFunctions::RoundRappen(discount).toDouble();
-    line.price = modFunctions::RoundRappen(line.price).toDouble();
-    const double net = (line.price - line.discount) / (line.vatRate / 100 + 1);
-    line.net = common::formatNumber(net, u"0.00").toDouble();
+    line.money.discount = orders::discountOf(line.money.price, percent);
+    line.money = orders::rederived(line.money);
 }
 
 OrderBook::OrderBook(sqlite3* handle) :
@@ -30,22 +36,16 @@ OrderBook::OrderBook(sqlite3* handle) :
             "lng_TrxNr, lng_KundenID, lng_KurierID, lng_BestellDatum, date_BestellDatum, time_BestellZeit, "
             "dbl_BestellDatumNow, time_Lieferzeit, txt_Konditionen, lng_LieferDatum, txt_LieferDatum, "
             "dbl_SummeOhneMWSt, dbl_MWStBetrag, dbl_TotalMitMWSt"),
-    m_lines(
-        handle, "tbl_Auftragswesen_Bestellungen_Details",
-        "dbl_TrxNr, lng_TrxNrMaster, lng_ProduktID, flag_IsProdukt, lng_ExtraID, dbl_Menge, dbl_MengeIntern, "
-        "txt_Stückelung, lng_Einheit, txt_Ccy, dbl_PreisMitMWSt, dbl_Rabatt, dbl_MWStSatz, "
-        "dbl_PreisOhneMWSt, "
-        "dbl_BestellZeitDouble") {
+    m_lines(handle, "tbl_Auftragswesen_Bestellungen_Details", lineColumns().constData()) {
 }
 
 OrderLine OrderBook::line(const Item& item, int priceGroup, double quantity) const {
     OrderLine line;
     line.item = &item;
     line.quantity = quantity;
-    line.vatRate = vatRate(item.vatCode);
     // A price of the catalogue is for one unit, and the quantity of a picked line begins with that unit.
-    line.price = item.prices[size_t(priceGroup - 1)] * quantity / item.unit;
-    line.net = line.price / (line.vatRate / 100 + 1);
+    const double price = item.prices[size_t(priceGroup - 1)];
+    line.money = orders::atQuantity(orders::freshLine(price, vatRate(item.vatCode)), item.unit, quantity);
     return line;
 }
 
@@ -63,20 +63,10 @@ OrderLine OrderBook::extraLine(const Product& product, const Item& extra, int pr
     return result;
 }
 
-OrderBook::Totals OrderBook::totals(const std::vector<OrderLine>& lines) const {
-    Totals sums;
-    double full = 0;
-    double food = 0;
-    for (const OrderLine& line : lines) {
-        const double gross = line.price - line.discount;
-        sums.total += gross;
-        sums.net += line.net;
-        if (line.vatRate == m_fullRate)
-            full += gross - line.net;
-        if (line.vatRate == m_foodRate)
-            food += gross - line.net;
-    }
-    sums.vat = full + food;
+orders::OrderSums OrderBook::sums(const std::vector<OrderLine>& lines) const {
+    orders::OrderSums sums;
+    for (const OrderLine& line : lines)
+        sums.add(line.money, m_fullRate, m_foodRate);
     return sums;
 }
 
@@ -90,31 +80,43 @@ void OrderBook::book(Order& order) {
             takeDiscount(line, order.discountPercent);
     }
     // Of a cancelled order the number and the times remain.
-    writeHead(order, order.cancelled ? Totals() : totals(order.lines));
+    writeHead(order, order.cancelled ? orders::OrderSums() : sums(order.lines));
     if (!order.cancelled) {
-        int position = 0;
+        int row = 0;
         for (const OrderLine& line : order.lines)
-            writeLine(order, line, ++position);
+            writeLine(order, line, row++);
     }
     ++m_number;
 }
 
-void OrderBook::writeHead(const Order& order, const Totals& totals) {
+void OrderBook::writeHead(const Order& order, const orders::OrderSums& sums) {
     const double time = timeOf(order.minute);
     const qint64 nobody = -1;
     // The day of delivery stays the day of the order also when the time passes midnight.
     m_heads.add(m_number, order.cancelled ? nobody : order.customer, order.cancelled ? nobody : order.courier,
                 order.day, order.day, time, order.day + time, timeOf(order.minute + order.minutesToDelivery),
-                order.cancelled ? QByteArray("gelöscht") : order.conditions, order.day, m_dayText, totals.net,
-                totals.vat, totals.total);
+                order.cancelled ? QByteArray("gelöscht") : order.conditions, order.day, m_dayText, sums.net,
+                sums.vat1 + sums.vat3, sums.total);
 }
 
-void OrderBook::writeLine(const Order& order, const OrderLine& line, int position) {
+void OrderBook::writeLine(const Order& order, const OrderLine& line, int row) {
     const bool product = line.extra == nullptr;
-    m_lines.add(double(m_number) + position * 0.01, m_number, line.productId, product ? 1 : 0,
-                product ? qint64(-1) : line.extra->id, line.quantity, product ? line.quantity : 0.0,
-                line.item->portion, line.item->unit, "CHF", line.price, line.discount, line.vatRate, line.net,
-                order.day + timeOf(order.minute));
+    StoredLine stored;
+    stored.number = orders::lineNumber(m_number, row);
+    stored.trxNr = m_number;
+    stored.produktId = line.productId;
+    stored.isProdukt = product ? 1 : 0;
+    stored.extraId = product ? -1 : line.extra->id;
+    stored.menge = line.quantity;
+    stored.mengeIntern = product ? line.quantity : 0;
+    stored.stueckelung = line.item->portion;
+    stored.einheit = line.item->unit;
+    stored.ccy = "CHF";
+    stored.money = line.money;
+    stored.moment = order.day + timeOf(order.minute);
+    m_lines.addBy([&](auto bind) {
+        orders::forEachColumn(stored, [&](QStringView, const auto& value) { bind(value); });
+    });
 }
 
 } // namespace install

@@ -1,6 +1,7 @@
 #pragma once
 #include "install/Bulk.h"
 #include "install/Catalogue.h"
+#include "orders/rules/LineMoney.h"
 #include <vector>
 
 namespace install {
@@ -12,11 +13,7 @@ struct OrderLine {
     const Item* extra = nullptr;
     const Item* item = nullptr;
     double quantity = 0;
-    /// Including VAT, for the whole quantity.
-    double price = 0;
-    double discount = 0;
-    double vatRate = 0;
-    double net = 0;
+    orders::LineMoney money;
 };
 
 struct Order {
@@ -34,9 +31,7 @@ struct Order {
     std::vector<OrderLine> lines;
 };
 
-/// Books orders one behind the other under gapless numbers, as the order screen would: the money of each line
-/// is taken out of the catalogue's price, VAT included; a discount is rounded to the smallest coin line by
-/// line; the totals are the sums of the lines, not rounded.
+/// Books orders one behind the other under gapless numbers, as the order screen would and with its reckoning.
 class OrderBook {
   public:
     /// The numbers begin with the first transaction number of the settings row, whose VAT rates count too.
@@ -48,18 +43,12 @@ class OrderBook {
     void book(Order& order);
 
   private:
-    struct Totals {
-        double net = 0;
-        double vat = 0;
-        double total = 0;
-    };
-
     double vatRate(int code) const { return code == 0 ? m_fullRate : code == 1 ? m_foodRate : 0; }
 
     OrderLine line(const Item& item, int priceGroup, double quantity) const;
-    Totals totals(const std::vector<OrderLine>& lines) const;
-    void writeHead(const Order& order, const Totals& totals);
-    void writeLine(const Order& order, const OrderLine& line, int position);
+    orders::OrderSums sums(const std::vector<OrderLine>& lines) const;
+    void writeHead(const Order& order, const orders::OrderSums& sums);
+    void writeLine(const Order& order, const OrderLine& line, int row);
 
     double m_fullRate;
     double m_foodRate;
@@ -70,7 +59,7 @@ class OrderBook {
     QByteArray m_dayText;
 };
 
-/// The rounding of the order screen: `percent` off each line, rounded to 5 rappen; the net rounded to rappen.
+/// `percent` off the line, where it has a price.
 void takeDiscount(OrderLine& line, double percent);
 
 } // namespace install

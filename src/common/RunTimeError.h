@@ -40,6 +40,7 @@ enum RunTimeErrorNumber : int {
     kTargetExists = -2147217897,
     kSchemaTooNew = 4001,
     kPlatformFailure = 4002,
+    kOrderDisagrees = 4003,
 };
 
 } // namespace common

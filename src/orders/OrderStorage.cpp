@@ -1,10 +1,12 @@
 #include "orders/OrderStorage.h"
 #include "common/Convert.h"
+#include "common/RunTimeError.h"
 #include "masterdata/modProdukte.h"
 #include "masterdata/modProdukteExtras.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "masterdata/modVerwaltungKuriere.h"
 #include "orders/modBestellNummern.h"
+#include "orders/rules/StoredLine.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 #include <cmath>
@@ -18,8 +20,6 @@ using store::WriteRecordset;
 namespace orders {
 namespace {
 
-/// A line's place in the order is the two decimals of its number.
-constexpr double kLineStep = 0.01;
 /// 1 January 10000.
 constexpr double kEndOfCalendar = 2'958'466;
 const QString kGeloescht = QStringLiteral(u"gelöscht");
@@ -34,6 +34,11 @@ qint64 daysOf(const QString& text) {
     return qint64(std::floor(Value(text).toSerial()));
 }
 
+/// Rows without a name are none.
+bool isStored(const WorkingOrder& order, int row) {
+    return !order.BestellungGrid.text(row, Col::Bezeichnung).isEmpty();
+}
+
 QString allRows(const QString& table) {
     return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE 1 = 1;");
 }
@@ -41,6 +46,23 @@ QString allRows(const QString& table) {
 QString numberIs(const QString& table, const QString& column, qint64 trxNr) {
     return QStringLiteral(" FROM ") + table + QStringLiteral(" WHERE ") + column + QStringLiteral(" = ") +
            QString::number(trxNr);
+}
+
+/// Head and lines agree, or nothing is stored: a mistake of ours must not become a wrong booking.
+void requireSound(const WorkingOrder& order) {
+    constexpr double kTrace = 1e-6;
+    OrderSums stored;
+    for (int row = 0; row < order.BestellungGrid.rows(); ++row)
+        if (isStored(order, row))
+            stored.add(order.money(row), 0, 0);
+    const double total = order.total(TotalRow::Total);
+    const double net = order.total(TotalRow::Summe);
+    // Also what is no number fails.
+    if (std::abs(stored.total - total) < kTrace && std::abs(stored.net - net) < kTrace)
+        return;
+    throw common::RunTimeError(
+        common::kOrderDisagrees, QStringLiteral(u"Das Total stimmt nicht mit den Positionen überein."),
+        QStringLiteral("lines %1, %2; head %3, %4").arg(stored.total).arg(stored.net).arg(total).arg(net));
 }
 
 /// Nothing where the table counts by itself, and where there is no next one.
@@ -78,23 +100,23 @@ qint64 writeHead(const WorkingOrder& order, const OrderTables& tables, std::opti
 }
 
 void writeLine(const WorkingOrder& order, int row, qint64 trxNr, double moment) {
-    const auto cell = [&](int col) { return order.BestellungGrid.cell(row, col); };
+    const auto number = [&](int col) { return order.BestellungGrid.number(row, col); };
+    const auto key = [&](int col) { return order.BestellungGrid.cell(row, col).toLong(); };
+    StoredLine<QString> line;
+    line.number = lineNumber(trxNr, row);
+    line.trxNr = trxNr;
+    line.produktId = key(Col::ProduktID);
+    line.isProdukt = key(Col::IsProdukt);
+    line.extraId = key(Col::ExtraID);
+    line.menge = number(Col::Anzahl);
+    line.mengeIntern = number(Col::AnzahlIntern);
+    line.stueckelung = order.BestellungGrid.text(row, Col::Einheit);
+    line.einheit = key(Col::EinheitAnzahl);
+    line.ccy = order.BestellungGrid.text(row, Col::Ccy);
+    line.money = order.money(row);
+    line.moment = moment;
     RsMain.AddNew();
-    RsMain.Fields(u"dbl_TrxNr") = double(trxNr) + (row + 1) * kLineStep;
-    RsMain.Fields(u"lng_TrxNrMaster") = trxNr;
-    RsMain.Fields(u"lng_ProduktID") = cell(Col::ProduktID).toLong();
-    RsMain.Fields(u"flag_IsProdukt") = cell(Col::IsProdukt).toLong();
-    RsMain.Fields(u"lng_ExtraID") = cell(Col::ExtraID).toLong();
-    RsMain.Fields(u"dbl_Menge") = cell(Col::Anzahl);
-    RsMain.Fields(u"dbl_MengeIntern") = cell(Col::AnzahlIntern);
-    RsMain.Fields(u"txt_Stückelung") = cell(Col::Einheit);
-    RsMain.Fields(u"lng_Einheit") = cell(Col::EinheitAnzahl).toLong();
-    RsMain.Fields(u"txt_Ccy") = cell(Col::Ccy);
-    RsMain.Fields(u"dbl_PreisMitMWSt") = cell(Col::Preis);
-    RsMain.Fields(u"dbl_Rabatt") = cell(Col::Rabatt);
-    RsMain.Fields(u"dbl_MWStSatz") = cell(Col::MWSt);
-    RsMain.Fields(u"dbl_PreisOhneMWSt") = cell(Col::PreisOhneMWSt);
-    RsMain.Fields(u"dbl_BestellZeitDouble") = moment;
+    forEachColumn(line, [](QStringView column, const auto& value) { RsMain.Fields(column) = Value(value); });
     RsMain.Update();
 }
 
@@ -103,54 +125,46 @@ void writeLines(const WorkingOrder& order, const OrderTables& tables, qint64 trx
         double(daysOf(order.detail(Detail::Datum))) + serialOf(order.detail(Detail::Bestellzeit)).toDouble();
     const WriteRecordset lines(RsMain, allRows(tables.details), ConnMain);
     for (int row = 0; row < order.BestellungGrid.rows(); ++row)
-        if (!order.BestellungGrid.text(row, Col::Bezeichnung).isEmpty())
+        if (isStored(order, row))
             writeLine(order, row, trxNr, moment);
 }
 
-/// A line as stored, and the row that it belongs to.
-struct OrderLine {
-    int row = 0;
-    bool isProdukt = false;
-    qint64 lng_ProduktID = 0, lng_ExtraID = 0;
-    /// Column of the cell table and what goes into it.
-    std::vector<std::pair<int, Value>> cells;
-};
-
-OrderLine readLine(store::Recordset& line) {
-    OrderLine result;
-    const double place = line.Fields(u"dbl_TrxNr").toDouble() - line.Fields(u"lng_TrxNrMaster").toDouble();
-    result.row = int(std::lround(place / kLineStep)) - 1;
-    result.isProdukt = line.Fields(u"flag_IsProdukt").Value().isTrue();
-    result.lng_ProduktID = line.Fields(u"lng_ProduktID").toLong();
-    result.lng_ExtraID = line.Fields(u"lng_ExtraID").toLong();
-    static const std::pair<int, QString> columns[] = {
-        {Col::Anzahl, QStringLiteral("dbl_Menge")},
-        {Col::AnzahlIntern, QStringLiteral("dbl_MengeIntern")},
-        {Col::Einheit, QStringLiteral(u"txt_Stückelung")},
-        {Col::EinheitAnzahl, QStringLiteral("lng_Einheit")},
-        {Col::Ccy, QStringLiteral("txt_Ccy")},
-        {Col::Preis, QStringLiteral("dbl_PreisMitMWSt")},
-        {Col::Rabatt, QStringLiteral("dbl_Rabatt")},
-        {Col::MWSt, QStringLiteral("dbl_MWStSatz")},
-        {Col::PreisOhneMWSt, QStringLiteral("dbl_PreisOhneMWSt")}};
-    for (const auto& [col, column] : columns)
-        result.cells.emplace_back(col, line.Fields(column).Value());
-    return result;
+void take(const Value& stored, double& number) {
+    number = stored.toDouble();
 }
 
-void showLine(WorkingOrder& order, const OrderLine& line) {
+void take(const Value& stored, qint64& number) {
+    number = stored.toLong();
+}
+
+void take(const Value& stored, QString& text) {
+    text = stored.toText();
+}
+
+StoredLine<QString> readLine(store::Recordset& row) {
+    StoredLine<QString> line;
+    forEachColumn(line, [&](QStringView column, auto& member) { take(row.Fields(column).Value(), member); });
+    return line;
+}
+
+void showLine(WorkingOrder& order, int row, const StoredLine<QString>& line) {
     platform::CellTable& grid = order.BestellungGrid;
-    grid.setCell(line.row, Col::Kurzzeichen,
-                 line.isProdukt ? modProdukte::GetProduktKurzzeichen(line.lng_ProduktID) : QString());
-    const QString name = line.isProdukt ? modProdukte::GetProduktName(line.lng_ProduktID)
-                                        : modProdukteExtras::GetExtraName(line.lng_ExtraID);
+    const bool isProdukt = line.isProdukt != 0;
+    grid.setCell(row, Col::Kurzzeichen,
+                 isProdukt ? modProdukte::GetProduktKurzzeichen(line.produktId) : QString());
+    const QString name = isProdukt ? modProdukte::GetProduktName(line.produktId)
+                                   : modProdukteExtras::GetExtraName(line.extraId);
     // A line without a name would count in the total and not be stored.
-    grid.setCell(line.row, Col::Bezeichnung, name.isEmpty() ? kGeloescht : name);
-    for (const auto& [col, value] : line.cells)
-        grid.setCell(line.row, col, value);
-    grid.setCell(line.row, Col::ProduktID, line.lng_ProduktID);
-    grid.setCell(line.row, Col::IsProdukt, line.isProdukt ? 1 : 0);
-    grid.setCell(line.row, Col::ExtraID, line.lng_ExtraID);
+    grid.setCell(row, Col::Bezeichnung, name.isEmpty() ? kGeloescht : name);
+    grid.setCell(row, Col::Anzahl, line.menge);
+    grid.setCell(row, Col::AnzahlIntern, line.mengeIntern);
+    grid.setCell(row, Col::Einheit, line.stueckelung);
+    grid.setCell(row, Col::EinheitAnzahl, line.einheit);
+    grid.setCell(row, Col::Ccy, line.ccy);
+    grid.setCell(row, Col::ProduktID, line.produktId);
+    grid.setCell(row, Col::IsProdukt, isProdukt ? 1 : 0);
+    grid.setCell(row, Col::ExtraID, line.extraId);
+    order.setMoney(row, line.money);
 }
 
 QString dateText(std::optional<double> day) {
@@ -192,6 +206,7 @@ std::optional<double> ReadableSerial(const Value& stored) {
 }
 
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
+    requireSound(order);
     store::Transaction transaction(ConnMain);
     const std::optional<qint64> known = numberOf(number);
     if (!known && number.kind != OrderNumber::Kind::Counter)
@@ -248,7 +263,7 @@ void ShowHead(WorkingOrder& order, const OrderHead& head) {
 }
 
 void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
-    std::vector<OrderLine> lines;
+    std::vector<StoredLine<QString>> lines;
     {
         OpenRecordset rows(RsMain,
                            QStringLiteral("SELECT *") +
@@ -258,9 +273,11 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
             lines.push_back(readLine(RsMain));
     }
     // After closing: the names are looked up through the same recordset.
-    for (const OrderLine& line : lines)
-        if (line.row >= 0 && line.row < order.BestellungGrid.rows())
-            showLine(order, line);
+    for (const StoredLine<QString>& line : lines) {
+        const int row = rowOfLine(line.number, line.trxNr);
+        if (row >= 0 && row < order.BestellungGrid.rows())
+            showLine(order, row, line);
+    }
 }
 
 void PrepareFinished() {

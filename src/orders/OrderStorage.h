@@ -36,7 +36,7 @@ struct OrderNumber {
 
 /// Writes head and lines in one transaction, all or nothing, marks the order as finished and gives the
 /// number. Nothing is written and given where the next number cannot be found. Throws kTypeMismatch for cells
-/// that hold no date where one is stored.
+/// that hold no date where one is stored, kOrderDisagrees for an order whose total is not that of its lines.
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
 /// Which working orders were stored, changed or deleted, by their identity. It is marked inside the

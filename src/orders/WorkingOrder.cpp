@@ -7,6 +7,7 @@
 #include "orders/modBestellNummern.h"
 #include "store/SystemSettings.h"
 #include <QUuid>
+#include <cmath>
 
 using common::Serial;
 using common::Value;
@@ -76,6 +77,7 @@ WorkingOrder::WorkingOrder(QObject* parent) :
         return row == TotalRow::MWSt3 || col == kTotalAmount;
     };
     BestellungTotalGrid.Change = [this](int, int) { CalculateTotalBestellung(); };
+    BestellungGrid.BeforeEdit = [this](int row, int col) { return LinesMayEdit(row, col); };
     BestellungGrid.BeforeEndEdit = [this](int row, int col, Value& editor, bool& cancel) {
         BestellungGrid_BeforeEndEdit(row, col, editor, cancel);
     };
@@ -135,7 +137,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
     for (const DetailCell cell :
          {Detail::AuftragsNr, Detail::KundenNr, Detail::Datum, Detail::Bestellzeit, Detail::MWStNr})
         BestellungDetailsGrid.setKind(cell.row, cell.column, CellKind::ReadOnly);
-    for (int row = 0; row < TotalRow::Count; ++row) {
+    for (const int row : {TotalRow::Summe, TotalRow::MWSt1, TotalRow::Total}) {
         BestellungTotalGrid.setKind(row, 0, CellKind::Label);
         BestellungTotalGrid.setKind(row, 1, CellKind::ReadOnly);
     }
@@ -144,6 +146,8 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 void WorkingOrder::ClearBestellungMaske() {
     Q_EMIT AboutToClear();
     m_kennung = newKennung();
+    for (platform::CellTable* table : {&BestellungDetailsGrid, &BestellungTotalGrid, &BestellungGrid})
+        table->dropEdits();
     BestellungGrid.setRows(kOrderRows);
     for (int row = 0; row < kOrderRows; ++row)
         BestellungGrid.clearRow(row);
@@ -198,12 +202,17 @@ void WorkingOrder::FillHead(qint64 kundenId) {
     const double delay = SysStandardLieferzeit / kMinutesOfDay;
     ShowComingTrxNr();
     setDetail(Detail::KundenNr, kundenId);
-    setDetail(Detail::Datum, common::formatDate(common::clock::today(), u"DD/MMM/YYYY"));
-    setDetail(Detail::Bestellzeit, common::formatDate(common::clock::now(), u"HH:MM"));
-    setDetail(Detail::Lieferzeit, common::formatDate(common::clock::now() + delay, u"HH:MM"));
+    const double now = common::clock::now();
+    SetBestellzeit(now);
+    setDetail(Detail::Lieferzeit, common::formatDate(now + delay, u"HH:MM"));
     // Counted from midnight, so the date stays today also when the time before passes midnight: the firm's
     // practice.
-    setDetail(Detail::Lieferung, modFunctions::FormatDateDDMMYYYY(Serial{common::clock::today() + delay}));
+    setDetail(Detail::Lieferung, modFunctions::FormatDateDDMMYYYY(Serial{std::floor(now) + delay}));
+}
+
+void WorkingOrder::SetBestellzeit(double moment) {
+    setDetail(Detail::Datum, common::formatDate(moment, u"DD/MMM/YYYY"));
+    setDetail(Detail::Bestellzeit, common::formatDate(moment, u"HH:MM"));
 }
 
 void WorkingOrder::ChooseKurier(qint64 kurierId, const QString& kurzzeichen) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "orders/OrderCells.h"
+#include "orders/rules/LineMoney.h"
 #include "platform/form/CellTable.h"
 #include <QObject>
 #include <QString>
@@ -61,6 +62,9 @@ class WorkingOrder : public QObject {
     /// What was read from the store stands in the cells: nothing of it was keyed.
     void TellReadFromStore() { Q_EMIT ReadFromStore(); }
 
+    LineMoney money(int row) const;
+    void setMoney(int row, const LineMoney& money);
+
     // Head
     // ----------------------------------------------------------------------------------------------------
 
@@ -70,7 +74,12 @@ class WorkingOrder : public QObject {
     /// Kinds of the cells: labels, grey ones, fields.
     void SettingUpBestellungDetailGrid();
     /// Empties lines, totals, head and address; the courier stays unless the order shown was a deleted one.
+    /// Whatever replaces the order goes through here first, and what stands in an open editor goes with it.
     void ClearBestellungMaske();
+    /// The labels of head and totals, with the rates and the currency of the settings.
+    void SetLabels();
+    /// Order date and time, both of that moment.
+    void SetBestellzeit(double moment);
     /// Cell (0,1) := last booked number + 1. On an empty journal that is one more than the first booking will
     /// get; meant so.
     void ShowComingTrxNr();
@@ -101,11 +110,12 @@ class WorkingOrder : public QObject {
     // Lines
     // ---------------------------------------------------------------------------------------------------
 
-    /// Puts a product into the first empty row (Ccy ""), with its extras offered. Nothing when all rows are
-    /// full.
-    void PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl);
-    /// Puts an extra into the first empty row, under the line above. Nothing while row 0 is empty.
-    void PickExtra(qint64 extraId, const QString& extra, double anzahl);
+    /// Puts a product into the first empty row (Ccy ""), with its extras offered, and gives the row. -1, and
+    /// nothing done, when all rows are full.
+    int PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl);
+    /// Puts an extra into the first empty row, under the line above, and gives the row. -1, and nothing done,
+    /// while row 0 is empty.
+    int PickExtra(qint64 extraId, const QString& extra, double anzahl);
     /// The same into a row, whatever stands there. An extra needs a line above.
     void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl);
     void PutExtra(int row, qint64 extraId, const QString& extra, double anzahl);
@@ -118,6 +128,8 @@ class WorkingOrder : public QObject {
     /// The same for `col` = ExtraID.
     void FindExtraForBestellung(int row, int col);
     /// Before an edited cell is taken over: a new quantity scales the price. `editor` null means no value.
+    /// Refused are numbers that a till cannot mean (LineMoney.h), and an emptied code or name of a filled
+    /// line, which would leave a price behind that nobody stores: a line goes by RemoveLine.
     void BestellungGrid_BeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
     /// After a cell was taken over: derives the line anew. Call it after writing a cell by setCell.
     void BestellungGrid_Change(int row, int col);
@@ -145,13 +157,16 @@ class WorkingOrder : public QObject {
 
   private:
     static QString newKennung();
-    void SetLabels();
     void SetDefaultKurier();
     bool DetailsMayEdit(int row, int col) const;
     void DetailsBeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
     void FillHead(qint64 kundenId);
+    bool LinesMayEdit(int row, int col) const;
+    bool IsFilled(int row) const;
+    void TakeAnzahl(int row, common::Value& editor, bool& cancel);
     void RederiveLine(int row);
     bool FindProduktLine(int row, int col);
+    void HangUnderLineAbove(int row, qint64 extraId);
     void FindExtraLine(int row, const QString& condition, const QString& typed);
     void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 

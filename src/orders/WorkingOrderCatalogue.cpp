@@ -20,11 +20,15 @@ struct Artikel {
 
 namespace {
 
+QString nameColumn(bool isProdukt) {
+    return isProdukt ? QStringLiteral("txt_Produkt") : QStringLiteral("txt_Extra");
+}
+
 Artikel readArtikel(store::Recordset& row, bool isProdukt) {
     Artikel artikel;
     artikel.lng_ID = row.Fields(u"lng_ID").toLong();
     artikel.kurzzeichen = isProdukt ? row.Fields(u"txt_Kurzzeichen").text() : QString();
-    artikel.name = row.Fields(isProdukt ? u"txt_Produkt" : u"txt_Extra").text();
+    artikel.name = row.Fields(nameColumn(isProdukt)).text();
     artikel.einheit = row.Fields(u"txt_Stückelung").text();
     artikel.lng_Einheit = row.Fields(u"lng_Einheit").toLong();
     artikel.preis = row.Fields(u"dbl_Preis").toDouble();
@@ -50,6 +54,9 @@ std::optional<Artikel> findArtikel(const Lookup& lookup) {
         RsMain, QStringLiteral("SELECT * FROM ") + view + QStringLiteral(" WHERE ") + lookup.condition,
         ConnMain);
     for (; !rows->Eof(); rows->MoveNext()) {
+        // A line without a name is not stored.
+        if (rows->Fields(nameColumn(lookup.isProdukt)).text().isEmpty())
+            continue;
         const bool exact = lookup.column.isEmpty() ||
                            rows->Fields(lookup.column).text().compare(lookup.typed, Qt::CaseInsensitive) == 0;
         if (!found || exact)
@@ -100,8 +107,7 @@ bool WorkingOrder::FindProduktLine(int row, int col) {
     if (col == Col::ProduktID)
         lookup.condition = QStringLiteral("lng_ID = ") + typed;
     else if (col == Col::Kurzzeichen || col == Col::Bezeichnung) {
-        lookup.column =
-            col == Col::Kurzzeichen ? QStringLiteral("txt_Kurzzeichen") : QStringLiteral("txt_Produkt");
+        lookup.column = col == Col::Kurzzeichen ? QStringLiteral("txt_Kurzzeichen") : nameColumn(true);
         lookup.condition = lookup.column + beginsWith(typed);
     } else
         return false;
@@ -122,11 +128,14 @@ bool WorkingOrder::FindProduktLine(int row, int col) {
 void WorkingOrder::FindExtraLine(int row, const QString& condition, const QString& typed) {
     if (row == 0 || BestellungGrid.text(row - 1, Col::Ccy).isEmpty())
         return;
-    const QString column = typed.isEmpty() ? QString() : QStringLiteral("txt_Extra");
+    const QString column = typed.isEmpty() ? QString() : nameColumn(false);
     const std::optional<Artikel> extra = findArtikel({false, condition, column, typed});
-    // Keys, short code and discount are left alone: whoever picks an extra has set them.
-    if (extra)
-        FillArtikel(row, *extra, 0);
+    if (!extra)
+        return;
+    // Whoever picks an extra has set its keys.
+    if (suche == SucheModus::Keyed && !typed.isEmpty())
+        HangUnderLineAbove(row, extra->lng_ID);
+    FillArtikel(row, *extra, 0);
 }
 
 void WorkingOrder::FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern) {
@@ -136,9 +145,9 @@ void WorkingOrder::FillArtikel(int row, const Artikel& artikel, qint64 anzahlInt
     BestellungGrid.setCell(row, Col::Einheit, artikel.einheit);
     BestellungGrid.setCell(row, Col::Bezeichnung, artikel.name);
     BestellungGrid.setCell(row, Col::Ccy, SysCurrency);
-    BestellungGrid.setCell(row, Col::Preis, artikel.preis);
-    BestellungGrid.setCell(row, Col::MWSt, artikel.mwst);
-    BestellungGrid.setCell(row, Col::PreisOhneMWSt, artikel.preis / (artikel.mwst * 0.01 + 1));
+    LineMoney fresh = freshLine(artikel.preis, artikel.mwst);
+    fresh.discount = BestellungGrid.number(row, Col::Rabatt);
+    setMoney(row, fresh);
 }
 
 } // namespace orders

@@ -1,6 +1,5 @@
 // The lines of an order: quantity, discount, VAT, totals, picking and removing.
 #include "common/Convert.h"
-#include "common/modFunctions.h"
 #include "orders/WorkingOrder.h"
 #include "store/SystemSettings.h"
 
@@ -22,9 +21,23 @@ int WorkingOrder::LastFilledRow() const {
     return row;
 }
 
-void WorkingOrder::PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl) {
-    if (const int row = FirstEmptyRow(); row >= 0)
+LineMoney WorkingOrder::money(int row) const {
+    const auto number = [&](int col) { return BestellungGrid.number(row, col); };
+    return {number(Col::Preis), number(Col::Rabatt), number(Col::MWSt), number(Col::PreisOhneMWSt)};
+}
+
+void WorkingOrder::setMoney(int row, const LineMoney& money) {
+    BestellungGrid.setCell(row, Col::Preis, money.price);
+    BestellungGrid.setCell(row, Col::Rabatt, money.discount);
+    BestellungGrid.setCell(row, Col::MWSt, money.rate);
+    BestellungGrid.setCell(row, Col::PreisOhneMWSt, money.net);
+}
+
+int WorkingOrder::PickProdukt(qint64 produktId, const QString& kurzzeichen, double anzahl) {
+    const int row = FirstEmptyRow();
+    if (row >= 0)
         PutProdukt(row, produktId, kurzzeichen, anzahl);
+    return row;
 }
 
 void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl) {
@@ -35,24 +48,30 @@ void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeic
     BestellungGrid.setCell(row, Col::Kurzzeichen, kurzzeichen);
     BestellungGrid_Change(row, Col::ProduktID);
     BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
-    BestellungGrid.setCell(row, Col::AnzahlIntern, anzahl);
 }
 
-void WorkingOrder::PickExtra(qint64 extraId, const QString& extra, double anzahl) {
-    if (const int row = FirstEmptyRow(); row > 0)
-        PutExtra(row, extraId, extra, anzahl);
+int WorkingOrder::PickExtra(qint64 extraId, const QString& extra, double anzahl) {
+    const int row = FirstEmptyRow();
+    if (row <= 0)
+        return -1;
+    PutExtra(row, extraId, extra, anzahl);
+    return row;
 }
 
 void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra, double anzahl) {
     suche = SucheModus::Extra;
+    HangUnderLineAbove(row, extraId);
+    BestellungGrid.setCell(row, Col::Bezeichnung, extra);
+    BestellungGrid_Change(row, Col::Bezeichnung);
+    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
+}
+
+void WorkingOrder::HangUnderLineAbove(int row, qint64 extraId) {
     BestellungGrid.setCell(row, Col::ProduktID, BestellungGrid.cell(row - 1, Col::ProduktID));
     BestellungGrid.setCell(row, Col::IsProdukt, 0);
     BestellungGrid.setCell(row, Col::ExtraID, extraId);
     BestellungGrid.setCell(row, Col::Kurzzeichen, QString());
-    BestellungGrid.setCell(row, Col::Bezeichnung, extra);
-    BestellungGrid_Change(row, Col::Bezeichnung);
-    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
-    BestellungGrid.setCell(row, Col::AnzahlIntern, 0);
+    BestellungGrid.setCell(row, Col::Rabatt, 0);
 }
 
 void WorkingOrder::RemoveLine(int row) {
@@ -79,30 +98,49 @@ void WorkingOrder::RemoveLine(int row) {
     SettingUpBestellungDetailGrid();
 }
 
-void WorkingOrder::BestellungGrid_BeforeEndEdit(int row, int col, Value& editor, bool&) {
-    if (col != Col::Anzahl)
-        return;
+/// Amounts need a line that is stored: in a row without a name they would count in the total alone.
+bool WorkingOrder::LinesMayEdit(int row, int col) const {
+    const bool isMoney = col == Col::Preis || col == Col::Rabatt || col == Col::MWSt;
+    return !isMoney || !BestellungGrid.text(row, Col::Bezeichnung).isEmpty();
+}
+
+bool WorkingOrder::IsFilled(int row) const {
+    return !BestellungGrid.text(row, Col::Ccy).isEmpty() || money(row) != LineMoney{.rate = money(row).rate};
+}
+
+void WorkingOrder::BestellungGrid_BeforeEndEdit(int row, int col, Value& editor, bool& cancel) {
+    switch (col) {
+    case Col::Kurzzeichen:
+    case Col::Bezeichnung:
+        cancel =
+            IsFilled(row) && editor.toText().trimmed().isEmpty() && !BestellungGrid.text(row, col).isEmpty();
+        break;
+    case Col::Anzahl:
+        TakeAnzahl(row, editor, cancel);
+        break;
+    case Col::Preis:
+    case Col::Rabatt:
+        cancel = !isAmount(editor.toDouble());
+        break;
+    case Col::MWSt:
+        cancel = !isRate(editor.toDouble());
+        break;
+    default:
+        break;
+    }
+}
+
+void WorkingOrder::TakeAnzahl(int row, Value& editor, bool& cancel) {
     const double before = BestellungGrid.number(row, Col::Anzahl);
     if (editor.isNull()) {
         editor = before;
         return;
     }
     const double anzahl = editor.toDouble();
-    const double preis = BestellungGrid.number(row, Col::Preis);
-    if (anzahl == 0) {
-        // The price of a line at quantity 0 is gone until one is typed: meant so.
-        for (const int amount : {Col::Preis, Col::Rabatt, Col::PreisOhneMWSt})
-            BestellungGrid.setCell(row, amount, 0);
-    } else if (preis == 0) {
-        BestellungGrid.setCell(row, Col::PreisOhneMWSt, 0);
-    } else {
-        // A line cannot have a price and no quantity but by damaged data; then there is nothing to scale by.
-        const double scaled = before == 0 ? preis : preis * anzahl / before;
-        BestellungGrid.setCell(row, Col::Preis, scaled);
-        BestellungGrid.setCell(row, Col::PreisOhneMWSt,
-                               (scaled - BestellungGrid.number(row, Col::Rabatt)) /
-                                   (BestellungGrid.number(row, Col::MWSt) / 100 + 1));
-    }
+    const LineMoney scaled = atQuantity(money(row), before, anzahl);
+    cancel = !isQuantity(anzahl) || !isAmount(scaled.price);
+    if (!cancel)
+        setMoney(row, scaled);
 }
 
 void WorkingOrder::BestellungGrid_Change(int row, int col) {
@@ -137,38 +175,19 @@ void WorkingOrder::BestellungGrid_Change(int row, int col) {
 void WorkingOrder::RederiveLine(int row) {
     if (BestellungGrid.number(row, Col::Anzahl) == 0)
         BestellungGrid.setCell(row, Col::Anzahl, BestellungGrid.cell(row, Col::EinheitAnzahl));
-    for (const int col : {Col::Preis, Col::Rabatt}) {
-        double amount = BestellungGrid.number(row, col);
-        // The text and not the amount, which carries the trace of the rounding's constants.
-        BestellungGrid.setCell(row, col, modFunctions::RoundRappen(amount));
-    }
-    const double netto = (BestellungGrid.number(row, Col::Preis) - BestellungGrid.number(row, Col::Rabatt)) /
-                         (BestellungGrid.number(row, Col::MWSt) / 100 + 1);
-    BestellungGrid.setCell(row, Col::PreisOhneMWSt, common::formatNumber(netto, u"0.00"));
+    setMoney(row, rederived(money(row)));
 }
 
 void WorkingOrder::CalculateTotalBestellung() {
-    double total = 0, mwst1 = 0, mwst3 = 0, netto = 0;
-    for (int row = 0; row < BestellungGrid.rows(); ++row) {
+    OrderSums sums;
+    for (int row = 0; row < BestellungGrid.rows(); ++row)
         // Most of the hundred rows.
-        if (BestellungGrid.isUntouched(row))
-            continue;
-        const double brutto =
-            BestellungGrid.number(row, Col::Preis) - BestellungGrid.number(row, Col::Rabatt);
-        const double ohne = BestellungGrid.number(row, Col::PreisOhneMWSt);
-        const double satz = BestellungGrid.number(row, Col::MWSt);
-        total += brutto;
-        // With equal rates a line's VAT stands in both rows; the total counts it once.
-        if (satz == SysMWStSatz1)
-            mwst1 += brutto - ohne;
-        if (satz == SysMWStSatz3)
-            mwst3 += brutto - ohne;
-        netto += ohne;
-    }
-    BestellungTotalGrid.setCell(TotalRow::Summe, kTotalAmount, netto);
-    BestellungTotalGrid.setCell(TotalRow::MWSt1, kTotalAmount, mwst1);
-    BestellungTotalGrid.setCell(TotalRow::MWSt3, kTotalAmount, mwst3);
-    BestellungTotalGrid.setCell(TotalRow::Total, kTotalAmount, total);
+        if (!BestellungGrid.isUntouched(row))
+            sums.add(money(row), SysMWStSatz1, SysMWStSatz3);
+    BestellungTotalGrid.setCell(TotalRow::Summe, kTotalAmount, sums.net);
+    BestellungTotalGrid.setCell(TotalRow::MWSt1, kTotalAmount, sums.vat1);
+    BestellungTotalGrid.setCell(TotalRow::MWSt3, kTotalAmount, sums.vat3);
+    BestellungTotalGrid.setCell(TotalRow::Total, kTotalAmount, sums.total);
 }
 
 void WorkingOrder::SetRabattBestellung(double prozent) {
@@ -176,8 +195,7 @@ void WorkingOrder::SetRabattBestellung(double prozent) {
         const double preis = BestellungGrid.number(row, Col::Preis);
         if (preis == 0)
             continue;
-        double rabatt = preis * (prozent * 0.01);
-        BestellungGrid.setCell(row, Col::Rabatt, modFunctions::RoundRappen(rabatt));
+        BestellungGrid.setCell(row, Col::Rabatt, discountOf(preis, prozent));
         BestellungGrid_Change(row, Col::Rabatt);
     }
 }

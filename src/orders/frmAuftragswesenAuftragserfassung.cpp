@@ -12,6 +12,7 @@
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -34,8 +35,8 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     m_phoneBook(phoneBook), m_menus(new frmPopUpMenu(this)),
     m_draft(m_order, orders::OrderDraft::defaultFile()) {
     m_ui->setupUi(this);
-    hideForbiddenButtons();
     m_order.SetUp();
+    showSettings();
     setUpGrids();
     setUpFields();
     setUpButtons();
@@ -50,12 +51,14 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
 
 frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() = default;
 
-/// The right to change booked orders acts by hiding the two buttons; nobody asks again later.
-void frmAuftragswesenAuftragserfassung::hideForbiddenButtons() {
-    const bool forbidden =
-        SysAnmeldungBenutzer != 0 && SysEditierungBestellungen != 0 && UserAdministrator == 0;
-    m_ui->cmdVerwaltungSave->setVisible(!forbidden);
-    m_ui->cmdVerwaltungDelete->setVisible(!forbidden);
+void frmAuftragswesenAuftragserfassung::showSettings() {
+    for (QWidget* change : {m_ui->cmdVerwaltungSave, m_ui->cmdVerwaltungDelete})
+        change->setVisible(modAuftragswesenAuftragserfassung::MayChangeBooked());
+    m_order.SetLabels();
+    for (const auto& [button, rate] : {std::pair{m_ui->cmdMWStSatz0, SysMWStSatz2},
+                                       {m_ui->cmdMWStSatz1, SysMWStSatz1},
+                                       {m_ui->cmdMWStSatz3, SysMWStSatz3}})
+        button->setText(u'&' + orders::RateCaption(rate));
 }
 
 void frmAuftragswesenAuftragserfassung::setUpGrids() {
@@ -182,6 +185,28 @@ void frmAuftragswesenAuftragserfassung::onClick(QAbstractButton* button,
                    [this, handler](bool) { (this->*handler)(); });
 }
 
+void frmAuftragswesenAuftragserfassung::onOrder(QAbstractButton* button, std::function<void()> act) {
+    connectGuarded(Origin::User, button, &QAbstractButton::clicked, this,
+                   [this, act = std::move(act)](bool) { actOnOrder(act); });
+}
+
+void frmAuftragswesenAuftragserfassung::actOnOrder(const std::function<void()>& act) {
+    if (m_acting)
+        return;
+    const QScopedValueRollback acting(m_acting, true);
+    if (finishEdits())
+        act();
+}
+
+bool frmAuftragswesenAuftragserfassung::finishEdits() {
+    bool taken = true;
+    for (platform::CellGrid* grid :
+         {m_ui->BestellungGrid, m_ui->BestellungDetailsGrid, m_ui->BestellungTotalGrid})
+        taken &= grid->finishEdit();
+    m_draft.flush();
+    return taken;
+}
+
 void frmAuftragswesenAuftragserfassung::setUpButtons() {
     using Screen = frmAuftragswesenAuftragserfassung;
     onClick(m_ui->cmdSimulationISDNCall, &Screen::cmdSimulationISDNCall_Click);
@@ -193,25 +218,20 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
     onClick(m_ui->cmdZurueckholen, &Screen::cmdZurueckholen_Click);
     m_ui->cmdZurueckholen->setEnabled(m_draft.canTakeBack());
     connect(&m_draft, &orders::OrderDraft::canTakeBackChanged, m_ui->cmdZurueckholen, &QWidget::setEnabled);
-    onClick(m_ui->cmdRabatt, &Screen::cmdRabatt_Click);
-    onClick(m_ui->cmdSave, &Screen::cmdSave_Click);
-    onClick(m_ui->cmdPrint, &Screen::cmdPrint_Click);
+    onOrder(m_ui->cmdRabatt, [this] { cmdRabatt_Click(); });
+    onOrder(m_ui->cmdSave, [this] { cmdSave_Click(); });
+    onOrder(m_ui->cmdPrint, [this] { cmdPrint_Click(); });
     onClick(m_ui->cmdVerwaltungLoad, &Screen::cmdVerwaltungLoad_Click);
-    onClick(m_ui->cmdVerwaltungSave, &Screen::cmdVerwaltungSave_Click);
-    onClick(m_ui->cmdVerwaltungDelete, &Screen::cmdVerwaltungDelete_Click);
+    onOrder(m_ui->cmdVerwaltungSave, [this] { cmdVerwaltungSave_Click(); });
+    onOrder(m_ui->cmdVerwaltungDelete, [this] { cmdVerwaltungDelete_Click(); });
     onClick(m_ui->cmdNextTrx, &Screen::cmdNextTrx_Click);
     onClick(m_ui->cmdPreviousTrx, &Screen::cmdPreviousTrx_Click);
     connectGuarded(Origin::User, m_ui->cmdClose, &QAbstractButton::clicked, this, [this](bool) {
         (parentWidget() && qobject_cast<QMdiSubWindow*>(parentWidget()) ? parentWidget() : this)->close();
     });
-    const std::pair<QPushButton*, double> rates[] = {{m_ui->cmdMWStSatz0, SysMWStSatz2},
-                                                     {m_ui->cmdMWStSatz1, SysMWStSatz1},
-                                                     {m_ui->cmdMWStSatz3, SysMWStSatz3}};
-    for (const auto& [button, rate] : rates) {
-        button->setText(u'&' + orders::RateCaption(rate));
-        connectGuarded(Origin::User, button, &QAbstractButton::clicked, this,
-                       [this, satz = rate](bool) { m_order.SetMWStSatzBestellung(satz); });
-    }
+    onOrder(m_ui->cmdMWStSatz0, [this] { m_order.SetMWStSatzBestellung(SysMWStSatz2); });
+    onOrder(m_ui->cmdMWStSatz1, [this] { m_order.SetMWStSatzBestellung(SysMWStSatz1); });
+    onOrder(m_ui->cmdMWStSatz3, [this] { m_order.SetMWStSatzBestellung(SysMWStSatz3); });
     const std::tuple<QPushButton*, QComboBox*, int> steps[] = {
         {m_ui->cmd_ProduktAnzahlPlus, m_ui->combo_ProduktAnzahl, 1},
         {m_ui->cmd_ProduktAnzahlMinus, m_ui->combo_ProduktAnzahl, -1},
@@ -335,6 +355,12 @@ void frmAuftragswesenAuftragserfassung::showButtons() {
 // ---------------------------------------------------------------------------------------
 
 void frmAuftragswesenAuftragserfassung::searchNumber(const QString& number) {
+    // Not left to the search, which does nothing for a customer without a number.
+    m_order.ClearBestellungMaske();
+    search(number);
+}
+
+void frmAuftragswesenAuftragserfassung::search(const QString& number) {
     m_ui->txt_SucheTelefonNummer->setText(number);
     txt_SucheTelefonNummer_KeyPress(13);
 }
@@ -380,7 +406,7 @@ void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {
     std::optional<Settling> settling;
     if (id != -1)
         settling.emplace(*this);
-    searchNumber(number);
+    search(number);
     m_ui->box_SchnellerfassungKunde->hide();
     if (modVerwaltungKunden::KundeExists(id)) {
         m_order.FillFromCall(id);

@@ -9,6 +9,7 @@
 #include "telephony/PhoneBook.h"
 #include <QAbstractButton>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 class frmPopUpMenu;
@@ -47,7 +48,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
   protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    /// What was added to the catalogue on another screen is there when this one is in front again.
+    /// What was added to the catalogue on another screen, and changed in the settings, is there when this one
+    /// is in front again.
     void changeEvent(QEvent* event) override;
 
   private:
@@ -72,13 +74,19 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void setUpButtons();
     void setUpLetzteBestellungen();
     void setUpShortcuts();
-    void hideForbiddenButtons();
+    void showSettings();
     void onClick(QAbstractButton* button, void (frmAuftragswesenAuftragserfassung::*handler)());
+    /// For a button that acts on the order as it stands, see actOnOrder.
+    void onOrder(QAbstractButton* button, std::function<void()> act);
+    /// What an open editor holds belongs to the order first; an edit that is refused stops the act. One such
+    /// act runs at a time.
+    void actOnOrder(const std::function<void()>& act);
     std::optional<platform::CellPlace> nextLineCell(platform::CellPlace from) const;
 
     // Customer
     void showAddress();
     void showButtons();
+    void search(const QString& number);
     void fillFromPhoneBook(const QString& number);
     void cmdKundeSchnellerfassung_Click();
     void cmd_ClientSave_Click();
@@ -99,6 +107,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void FormatGridExtras(qint64 produktId);
     void ProdukteGrid_Pick(int row);
     void ExtrasGrid_Pick(int row);
+    void picked(int row, class QComboBox* quantity);
     void showLine(int row);
     void goOn();
     void stepQuantity(class QComboBox* combo, int step);
@@ -130,7 +139,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void tell(const QString& text, const QString& title, int style);
     /// `note` goes into the message that a slip did not come out.
     void printSlip(int target, const QString& note = {});
-    void finishEdits();
+    bool finishEdits();
 
     std::unique_ptr<Ui::frmAuftragswesenAuftragserfassung> m_ui;
     platform::Services m_services;
@@ -143,5 +152,6 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     int m_MenuZeile = -1;
     QString m_shownAddress;
     int m_settling = 0;
+    bool m_acting = false;
     bool m_wasInFront = false;
 };

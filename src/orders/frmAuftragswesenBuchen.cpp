@@ -38,21 +38,12 @@ void frmAuftragswesenAuftragserfassung::finished(const QString& what, qint64 num
     note(what.arg(number));
 }
 
-/// What still stands in an open editor belongs to the order.
-void frmAuftragswesenAuftragserfassung::finishEdits() {
-    for (platform::CellGrid* grid :
-         {m_ui->BestellungGrid, m_ui->BestellungDetailsGrid, m_ui->BestellungTotalGrid})
-        grid->finishEdit();
-    m_draft.flush();
-}
-
 void frmAuftragswesenAuftragserfassung::printSlip(int target, const QString& note) {
     modAuftragswesenBestellschein::PrintBestellung(target, m_order, m_services.reports, m_services.printers,
                                                    note);
 }
 
 void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
-    finishEdits();
     SaveDecision decision = modAuftragswesenAuftragserfassung::DecideSave(m_order);
     if (decision == SaveDecision::FrageVorbestellung)
         decision = modAuftragswesenAuftragserfassung::DecideSave(
@@ -116,7 +107,6 @@ qint64 frmAuftragswesenAuftragserfassung::shownTrxNr() const {
 }
 
 void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
-    finishEdits();
     if (!modAuftragswesenAuftragserfassung::MayUpdate(m_order) ||
         !ask(tr("Wollen Sie diese Bestellung editieren ?"), tr("Bestellung Editieren")))
         return;
@@ -173,6 +163,5 @@ void frmAuftragswesenAuftragserfassung::stepTo(qint64 trxNr) {
 }
 
 void frmAuftragswesenAuftragserfassung::cmdPrint_Click() {
-    finishEdits();
     printSlip(kToScreen);
 }

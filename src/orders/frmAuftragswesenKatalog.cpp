@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QSignalBlocker>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using orders::Col;
@@ -41,8 +42,10 @@ void frmAuftragswesenAuftragserfassung::changeEvent(QEvent* event) {
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (event->type() == QEvent::ParentChange && frame)
         common::connectGuarded(common::Origin::User, frame, &QMdiSubWindow::aboutToActivate, this, [this] {
-            if (std::exchange(m_wasInFront, true))
+            if (std::exchange(m_wasInFront, true)) {
+                showSettings();
                 refreshCatalogue();
+            }
         });
 }
 
@@ -68,21 +71,22 @@ void frmAuftragswesenAuftragserfassung::FormatGridExtras(qint64 produktId) {
 }
 
 void frmAuftragswesenAuftragserfassung::ProdukteGrid_Pick(int row) {
-    const int target = m_order.FirstEmptyRow();
-    m_order.PickProdukt(m_ui->ProdukteGrid->value(row, 0).toLong(), m_ui->ProdukteGrid->text(row, 1),
-                        m_ui->combo_ProduktAnzahl->currentText().toDouble());
-    m_ui->combo_ProduktAnzahl->setCurrentIndex(0);
-    if (target >= 0)
-        m_ui->BestellungGrid->goTo({target, Col::Anzahl});
+    picked(m_order.PickProdukt(m_ui->ProdukteGrid->value(row, 0).toLong(), m_ui->ProdukteGrid->text(row, 1),
+                               m_ui->combo_ProduktAnzahl->currentText().toDouble()),
+           m_ui->combo_ProduktAnzahl);
 }
 
 void frmAuftragswesenAuftragserfassung::ExtrasGrid_Pick(int row) {
-    const int target = m_order.FirstEmptyRow();
-    m_order.PickExtra(m_ui->ExtrasGrid->value(row, 0).toLong(), m_ui->ExtrasGrid->text(row, 1),
-                      m_ui->combo_ExtraAnzahl->currentText().toDouble());
-    m_ui->combo_ExtraAnzahl->setCurrentIndex(0);
-    if (target > 0)
-        m_ui->BestellungGrid->goTo({target, Col::Anzahl});
+    picked(m_order.PickExtra(m_ui->ExtrasGrid->value(row, 0).toLong(), m_ui->ExtrasGrid->text(row, 1),
+                             m_ui->combo_ExtraAnzahl->currentText().toDouble()),
+           m_ui->combo_ExtraAnzahl);
+}
+
+void frmAuftragswesenAuftragserfassung::picked(int row, QComboBox* quantity) {
+    if (row < 0)
+        return;
+    quantity->setCurrentIndex(0);
+    m_ui->BestellungGrid->goTo({row, Col::Anzahl});
 }
 
 void frmAuftragswesenAuftragserfassung::showLine(int row) {
@@ -113,7 +117,8 @@ void frmAuftragswesenAuftragserfassung::linesMenu(int row, const QPoint& globalP
 void frmAuftragswesenAuftragserfassung::cmdRabatt_Click() {
     const QString answer =
         m_services.dialogs.InputBox(tr("Geben Sie den Rabatt in Prozenten an."), tr("Rabatt"), u"2"_s);
-    if (const std::optional<double> percent = common::parseNumber(answer))
+    const std::optional<double> percent = common::parseNumber(answer);
+    if (percent && std::abs(*percent) <= orders::kLargestDiscountPercent)
         m_order.SetRabattBestellung(*percent);
     else
         tell(tr("Kein gültiger Rabatt-Satz."), tr("Ungültiger Rabatt"), platform::kStop);

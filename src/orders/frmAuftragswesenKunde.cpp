@@ -98,16 +98,15 @@ void frmAuftragswesenAuftragserfassung::setUpLetzteBestellungen() {
     onClick(m_ui->cmdWieLetztesMal, &frmAuftragswesenAuftragserfassung::cmdWieLetztesMal_Click);
     connect(box, &frmLetzteBestellungen::filled, m_ui->cmdWieLetztesMal, &QWidget::setEnabled);
     common::connectGuarded(common::Origin::User, box, &frmLetzteBestellungen::bestellungChosen, this,
-                           [this](qint64 trxNr) { wieLetztesMal(trxNr); });
+                           [this](qint64 trxNr) { actOnOrder([&] { wieLetztesMal(trxNr); }); });
 }
 
 void frmAuftragswesenAuftragserfassung::cmdWieLetztesMal_Click() {
     if (const auto newest = m_ui->box_LetzteBestellungen->newest())
-        wieLetztesMal(*newest);
+        actOnOrder([&] { wieLetztesMal(*newest); });
 }
 
 void frmAuftragswesenAuftragserfassung::wieLetztesMal(qint64 trxNr) {
-    finishEdits();
     const auto leftOut = modLetzteBestellungen::UebernehmeBestellung(m_order, trxNr);
     goOn();
     QStringList told;

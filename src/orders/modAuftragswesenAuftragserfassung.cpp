@@ -103,12 +103,16 @@ SaveDecision DecideSave(const WorkingOrder& order, std::optional<bool> vorbestel
     return order.detail(Detail::Kurier).isEmpty() ? SaveDecision::KeinKurier : SaveDecision::Bestellung;
 }
 
+bool MayChangeBooked() {
+    return SysAnmeldungBenutzer == 0 || SysEditierungBestellungen == 0 || UserAdministrator != 0;
+}
+
 bool MayUpdate(const WorkingOrder& order) {
-    return isAtMostAhead(order, 1);
+    return MayChangeBooked() && isAtMostAhead(order, 1);
 }
 
 bool MayDelete(const WorkingOrder& order) {
-    return isAtMostAhead(order, 0);
+    return MayChangeBooked() && isAtMostAhead(order, 0);
 }
 
 std::optional<qint64> SaveBestellung(const WorkingOrder& order, platform::Dialogs& dialogs,

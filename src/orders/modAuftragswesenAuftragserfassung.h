@@ -40,7 +40,11 @@ enum class SaveDecision {
 /// `vorbestellung` is the answer to FrageVorbestellung, once it was asked.
 SaveDecision DecideSave(const orders::WorkingOrder& order, std::optional<bool> vorbestellung = {});
 
-/// cmdVerwaltungSave acts on booked numbers and on the next one, cmdVerwaltungDelete on booked ones only.
+/// Whether the user may change and delete booked orders: with users that log in the settings can leave that
+/// to administrators.
+bool MayChangeBooked();
+/// With that right cmdVerwaltungSave acts on booked numbers and on the next one, cmdVerwaltungDelete on
+/// booked ones only.
 bool MayUpdate(const orders::WorkingOrder& order);
 bool MayDelete(const orders::WorkingOrder& order);
 

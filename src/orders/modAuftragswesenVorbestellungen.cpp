@@ -46,8 +46,7 @@ void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
 
 void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
     LoadVorbestellung(order, trxNr);
-    order.setDetail(Detail::Datum, common::formatDate(common::clock::today(), u"DD/MMM/YYYY"));
-    order.setDetail(Detail::Bestellzeit, common::formatDate(common::clock::now(), u"HH:MM"));
+    order.SetBestellzeit(common::clock::now());
     order.TellReadFromStore();
 }
 

@@ -1,6 +1,7 @@
 #include "platform/QtDialogs.h"
 #include "common/Guard.h"
 #include "platform/HeldKeys.h"
+#include "platform/ShortcutGate.h"
 #include "platform/report/PrinterState.h"
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -209,6 +210,7 @@ Progress QtDialogs::ShowProgress(const QString& text) {
         if (sincePainted.elapsed() < kBetweenPaintings)
             return;
         const common::NestedEventLoop loop;
+        const ShortcutGate gate;
         box->setValue(total > 0 ? int(done * kSteps / total) : 0);
         sincePainted.restart();
         if (box->wasCanceled())
@@ -218,6 +220,7 @@ Progress QtDialogs::ShowProgress(const QString& text) {
 
 int execModal(QDialog& dialog) {
     const common::NestedEventLoop loop;
+    const ShortcutGate gate;
     auto* heldKeys = new HeldKeys(dialog);
     const int result = dialog.exec();
     heldKeys->giveBack();

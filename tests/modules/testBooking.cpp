@@ -7,6 +7,7 @@
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace modAuftragswesenAuftragserfassung;
@@ -246,6 +247,15 @@ TEST_F(Booking, failedChangeLosesNothing) {
     EXPECT_EQ(order.LastFilledRow(), 2);
 }
 
+TEST_F(Booking, anOrderWhoseHeadAndLinesDisagreeIsNotStored) {
+    for (const double wrong : {26.0, HUGE_VAL}) {
+        takeOrder();
+        order.BestellungTotalGrid.setCell(TotalRow::Total, orders::kTotalAmount, wrong);
+        EXPECT_THROW(SaveBestellung(order, dialogs, navigation), common::RunTimeError);
+    }
+    EXPECT_EQ(TestFirm::count(kHeads), 0);
+}
+
 TEST_F(Booking, preOrdersCountByThemselves) {
     book();
     takeOrder();
@@ -324,8 +334,23 @@ TEST_F(Booking, changeReachesTheComingNumberAndDeleteDoesNot) {
         EXPECT_EQ(MayUpdate(order), c.update) << c.number;
         EXPECT_EQ(MayDelete(order), c.erase) << c.number;
     }
-    order.setDetail(Detail::KundenNr, QString());
+
+    struct Right {
+        int login, restricted, administrator;
+        bool may;
+    };
+
     order.setDetail(Detail::AuftragsNr, 1000);
+    for (const Right& r :
+         {Right{1, 1, 0, false}, Right{0, 1, 0, true}, Right{1, 0, 0, true}, Right{1, 1, -1, true}}) {
+        SysAnmeldungBenutzer = r.login;
+        SysEditierungBestellungen = r.restricted;
+        UserAdministrator = qint16(r.administrator);
+        EXPECT_EQ(MayUpdate(order), r.may);
+        EXPECT_EQ(MayDelete(order), r.may);
+    }
+    UserAdministrator = 0;
+    order.setDetail(Detail::KundenNr, QString());
     EXPECT_FALSE(MayUpdate(order));
     EXPECT_FALSE(MayDelete(order));
 }

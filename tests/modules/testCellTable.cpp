@@ -49,19 +49,6 @@ TEST(CellTable, editRunsItsEventsInOrder) {
                                    QStringLiteral("before 101 while 14")}));
 }
 
-TEST(CellTable, passingThroughAnEditorChangesNothing) {
-    CellTable table(columns(), 1);
-    table.setCell(0, 1, 11.111);
-    int changes = 0;
-    table.Change = [&](int, int) { ++changes; };
-    const QModelIndex cell = table.index(0, 1);
-    EXPECT_TRUE(table.setData(cell, table.data(cell, Qt::EditRole), Qt::EditRole));
-    EXPECT_EQ(table.number(0, 1), 11.111);
-    EXPECT_EQ(changes, 0);
-    EXPECT_TRUE(table.setData(cell, QStringLiteral("11.12"), Qt::EditRole));
-    EXPECT_EQ(changes, 1);
-}
-
 TEST(CellTable, onlyFieldsThatTheOwnerGrantsCanBeEdited) {
     CellTable table(columns(), 2);
     table.setKind(0, 0, CellKind::Label);

@@ -1,3 +1,5 @@
+#include "common/Clock.h"
+#include "common/Convert.h"
 #include "orders/WorkingOrder.h"
 #include "store/SystemSettings.h"
 #include "support/TestFirm.h"
@@ -74,6 +76,14 @@ TEST_F(OrderHead, deliveryDateStaysTodayPastMidnight) {
     EXPECT_EQ(order.detail(Detail::Lieferung), u"15/05/2026");
 }
 
+TEST_F(OrderHead, timeAndDateAreOfOneMoment) {
+    common::clock::set(TestFirm::day() + common::timeSerial(23, 59, 59) + 0.9 / 86'400);
+    order.SucheTelefonNummer(QStringLiteral("0791234567"));
+    EXPECT_EQ(order.detail(Detail::Datum), u"15/Mai/2026");
+    EXPECT_EQ(order.detail(Detail::Bestellzeit), u"23:59");
+    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"00:29");
+}
+
 TEST_F(OrderHead, unknownNumberLeavesAnEmptyOrder) {
     order.SucheTelefonNummer(QStringLiteral("0791234567"));
     order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), 1);
@@ -108,6 +118,10 @@ TEST_F(OrderHead, onlyCourierDeliveryAndConditionsCanBeEdited) {
         }
     EXPECT_EQ(order.BestellungDetailsGrid.kind(1, 2), CellKind::Label);
     EXPECT_EQ(order.BestellungDetailsGrid.kind(1, 1), CellKind::ReadOnly);
+    for (int row = 0; row < orders::TotalRow::Count; ++row)
+        for (int col = 0; col < 3; ++col)
+            EXPECT_EQ(order.BestellungTotalGrid.mayEdit(row, col),
+                      row == orders::TotalRow::MWSt3 || col == 2);
     // A total that somebody overwrites is derived again at once.
     order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), 1);
     EXPECT_TRUE(order.BestellungTotalGrid.endEdit(orders::TotalRow::Total, 2, QStringLiteral("1")));

@@ -122,14 +122,73 @@ TEST_F(OrderLines, exactNameComesFirstInWhateverOrderTheStoreDelivers) {
     EXPECT_EQ(number(2, Col::ProduktID), TestFirm::kHawaii);
 }
 
-TEST_F(OrderLines, keyedExtraIsWrittenWithoutKeys) {
+TEST_F(OrderLines, keyedExtraIsThatOfAPick) {
     pickPizza();
-    type(1, Col::Bezeichnung, u"Käse");
-    EXPECT_EQ(text(1, Col::Ccy), u"CHF");
-    EXPECT_DOUBLE_EQ(number(1, Col::Preis), 2);
-    EXPECT_EQ(number(1, Col::Anzahl), 1);
-    EXPECT_EQ(number(1, Col::ExtraID), 0);
-    EXPECT_EQ(number(1, Col::ProduktID), 0);
+    pickKaese();
+    type(2, Col::Bezeichnung, u"Käse");
+    for (int col = 0; col < Col::Count; ++col)
+        EXPECT_EQ(text(2, col), text(1, col)) << col;
+}
+
+TEST_F(OrderLines, aLineKeyedAnewIsAFreshOne) {
+    pickWein();
+    type(0, Col::Rabatt, u"5");
+    type(0, Col::Anzahl, u"0");
+    type(0, Col::Kurzzeichen, u"W");
+    EXPECT_DOUBLE_EQ(number(0, Col::Preis), 12) << "also after a quantity of 0";
+    type(0, Col::Rabatt, u"5");
+    type(0, Col::Kurzzeichen, u"10");
+    EXPECT_EQ(number(0, Col::Rabatt), 0);
+    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 16.5);
+}
+
+TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
+    pickWein();
+    pickPizza();
+    pickKaese();
+    for (const int col : {Col::Kurzzeichen, Col::Bezeichnung})
+        for (int row = 0; row < 2; ++row)
+            EXPECT_FALSE(type(row, col, u" "));
+    EXPECT_FALSE(type(2, Col::Bezeichnung, u""));
+    EXPECT_TRUE(type(2, Col::Kurzzeichen, u"")) << "an extra has no code to lose";
+    EXPECT_EQ(names(3),
+              (QStringList{QStringLiteral("Wein"), QStringLiteral("Pizza"), QStringLiteral(u"Käse")}));
+    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 28);
+    for (const int col : {Col::Preis, Col::Rabatt, Col::MWSt}) {
+        EXPECT_FALSE(order.BestellungGrid.mayEdit(3, col));
+        EXPECT_TRUE(order.BestellungGrid.mayEdit(2, col));
+    }
+    // What the catalogue does not know can be written by hand, and taken away again while it costs nothing.
+    type(3, Col::Bezeichnung, u"Kuchen");
+    EXPECT_TRUE(type(3, Col::Bezeichnung, u""));
+    type(3, Col::Bezeichnung, u"Kuchen");
+    type(3, Col::Preis, u"4");
+    EXPECT_FALSE(type(3, Col::Bezeichnung, u""));
+    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 32);
+}
+
+TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
+    struct Case {
+        int col;
+        const char16_t* typed;
+        bool taken;
+    };
+
+    for (const Case& c :
+         {Case{Col::Anzahl, u"1e308", false}, Case{Col::Anzahl, u"100001", false},
+          Case{Col::Anzahl, u"1e-9", false}, Case{Col::Anzahl, u"90000", false},
+          Case{Col::Anzahl, u"-2", true}, Case{Col::Anzahl, u"0.5", true},
+          Case{Col::Preis, u"1000000.05", false}, Case{Col::Preis, u"1000000", true},
+          Case{Col::Preis, u"-1e300", false}, Case{Col::Rabatt, u"1e300", false},
+          Case{Col::MWSt, u"-100", false}, Case{Col::MWSt, u"100.5", false}, Case{Col::MWSt, u"100", true}}) {
+        order.ClearBestellungMaske();
+        pickWein();
+        EXPECT_EQ(type(0, c.col, c.typed), c.taken) << QString::fromUtf16(c.typed).toStdString();
+        if (!c.taken) {
+            EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12);
+            EXPECT_EQ(number(0, Col::Anzahl), 1);
+        }
+    }
 }
 
 TEST_F(OrderLines, priceGroupChangesOnlyWhatComesLater) {

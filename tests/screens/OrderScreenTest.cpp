@@ -1,20 +1,11 @@
-#include "common/Guard.h"
-#include "orders/frmAuftragswesenAuftragserfassung.h"
-#include "platform/RegistryStore.h"
 #include "platform/form/DataGrid.h"
+#include "screens/OrderScreenFixture.h"
 #include "store/SystemSettings.h"
-#include "support/Keys.h"
 #include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QTest>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using modVerwaltungTelefonbuch::PhoneBookEntry;
@@ -25,78 +16,7 @@ using test::TestFirm;
 
 namespace {
 
-class TestRegistry : public platform::RegistryStore {
-  public:
-    QString GetSetting(const QString&, const QString&, const QString&, const QString& fallback) override {
-        return fallback;
-    }
-
-    void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}
-};
-
-class TestPhoneBook : public telephony::PhoneBook {
-  public:
-    std::optional<PhoneBookEntry> FindPhoneBookEntry(const QString& number) override {
-        asked << number;
-        return entry;
-    }
-
-    std::optional<PhoneBookEntry> SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery&) override {
-        return {};
-    }
-
-    QStringList asked;
-    std::optional<PhoneBookEntry> entry;
-};
-
-/// The order screen on the small firm, worked as a person would.
-class OrderScreenTest : public testing::Test {
-  protected:
-    OrderScreenTest() : screen({dialogs, navigation, registry, reports, printers}, phoneBook) {
-        screen.resize(1360, 600);
-        screen.show();
-        screen.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
-    }
-
-    template <typename Widget> Widget* find(const char16_t* name) {
-        return screen.findChild<Widget*>(QString::fromUtf16(name));
-    }
-
-    void click(const char16_t* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-
-    bool enabled(const char16_t* name) { return find<QWidget>(name)->isEnabled(); }
-
-    /// Types on whatever has the focus, as the keyboard does.
-    void type(const QString& text) { test::typeText(text); }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-
-    void search(const QString& number) {
-        press(Qt::Key_F3);
-        type(number);
-        press(Qt::Key_Return);
-    }
-
-    QString cell(int row, int column) { return screen.order().BestellungGrid.text(row, column); }
-
-    /// Edits a cell of the head and says whether it was taken over.
-    QString editHead(orders::DetailCell cell, const QString& text) {
-        screen.order().BestellungDetailsGrid.endEdit(cell.row, cell.column, text);
-        return screen.order().detail(cell);
-    }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    TestRegistry registry;
-    test::TestReports reports;
-    test::TestPrinters printers;
-    TestPhoneBook phoneBook;
-    frmAuftragswesenAuftragserfassung screen;
-};
+class OrderScreenTest : public test::OrderScreen<test::TestDialogs> {};
 
 TEST_F(OrderScreenTest, AWholeOrderIsTakenWithoutTheMouse) {
     search(u"0791234567"_s);
@@ -329,6 +249,37 @@ TEST_F(OrderScreenTest, OneClickPicksOnceAndQuantitiesFallBack) {
     EXPECT_EQ(cell(2, Col::Ccy), u""_s) << "a double click picks no more than its first click";
     find<QComboBox>(u"combo_PreisGruppe")->setCurrentIndex(1);
     EXPECT_EQ(cell(0, Col::Preis), u"49.5"_s) << "lines in the order keep their prices";
+
+    screen.ClearBestellungMaske();
+    find<QComboBox>(u"combo_ExtraAnzahl")->setCurrentIndex(3);
+    QTest::keyClick(find<DataGrid>(u"ExtrasGrid"), Qt::Key_Return);
+    EXPECT_EQ(find<QComboBox>(u"combo_ExtraAnzahl")->currentText(), u"4"_s) << "for the pick that follows";
+}
+
+TEST_F(OrderScreenTest, TheVatButtonsPassTheRatesOfNow) {
+    screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    SysMWStSatz1 = 8.5;
+    click(u"cmdMWStSatz1");
+    EXPECT_EQ(cell(0, Col::MWSt), u"8.5"_s);
+    EXPECT_NEAR(screen.order().total(orders::TotalRow::MWSt1), 12 - 12 / 1.085, 0.005);
+}
+
+TEST_F(OrderScreenTest, ACustomerWithoutANumberClearsTheMask) {
+    search(u"0791234567"_s);
+    screen.searchNumber({});
+    EXPECT_EQ(screen.order().detail(orders::Detail::KundenNr), u""_s);
+    EXPECT_FALSE(enabled(u"cmdSave"));
+}
+
+TEST_F(OrderScreenTest, ChangingBookedOrdersIsOfferedByRight) {
+    for (const bool restricted : {false, true}) {
+        SysAnmeldungBenutzer = 1;
+        SysEditierungBestellungen = restricted;
+        const frmAuftragswesenAuftragserfassung opened({dialogs, navigation, registry, reports, printers},
+                                                       phoneBook);
+        for (const char16_t* button : {u"cmdVerwaltungSave", u"cmdVerwaltungDelete"})
+            EXPECT_EQ(opened.findChild<QWidget*>(QString::fromUtf16(button))->isHidden(), restricted);
+    }
 }
 
 TEST_F(OrderScreenTest, OneKeyOrdersWhatTheCustomerHadLastTime) {

@@ -98,6 +98,15 @@ TEST_F(CellGridTest, EditorOpensWithItsTextSelectedAndEscDropsWhatWasTyped) {
     EXPECT_TRUE(changes.isEmpty());
 }
 
+TEST_F(CellGridTest, WhatIsTypedCountsAlsoWhereItEqualsWhatIsShown) {
+    table.setCell(0, 4, 3.333);
+    grid.goTo({0, 4}, true);
+    keys(u"3.33"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(changes, QStringList{u"0,4"_s});
+    EXPECT_EQ(table.number(0, 4), 3.33);
+}
+
 TEST_F(CellGridTest, UntouchedEditorTakesNothingOver) {
     grid.openEditorOnEnter({0, 1});
     table.setCell(0, 0, u"A"_s);

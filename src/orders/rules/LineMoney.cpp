@@ -22,7 +22,8 @@ double netOf(const LineMoney& line) {
 // Written so that what is no number is none of these.
 
 bool isQuantity(double quantity) {
-    return quantity == 0 || (std::abs(quantity) >= kSmallestQuantity && std::abs(quantity) <= kLargestQuantity);
+    return quantity == 0 ||
+           (std::abs(quantity) >= kSmallestQuantity && std::abs(quantity) <= kLargestQuantity);
 }
 
 bool isAmount(double amount) {

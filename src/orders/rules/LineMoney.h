@@ -1,8 +1,8 @@
 #pragma once
 #include <QtGlobal>
 
-/// The money of an order's lines. It knows neither cells nor tables: the order screen and the installer's demo
-/// firm reckon with it alike.
+/// The money of an order's lines. It knows neither cells nor tables: the order screen and the installer's
+/// demo firm reckon with it alike.
 namespace orders {
 
 /// What a till can mean. Numbers beyond it are slips of the hand; far beyond it sums would stop being money.

@@ -22,8 +22,14 @@ CellGrid::CellGrid(QWidget* parent) : QTableView(parent) {
 }
 
 void CellGrid::setTable(CellTable& table) {
+    if (m_table)
+        disconnect(m_table, &CellTable::editsDropped, this, nullptr);
     m_table = &table;
     setModel(&table);
+    connect(m_table, &CellTable::editsDropped, this, [this] {
+        if (m_editor)
+            closeEditor(m_editor, QAbstractItemDelegate::RevertModelCache);
+    });
     bool anyCaption = false;
     for (int column = 0; column < table.columnCount(); ++column) {
         setColumnHidden(column, !table.columnInfo(column).shown);

@@ -151,13 +151,9 @@ QVariant CellTable::data(const QModelIndex& index, int role) const {
 bool CellTable::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (!index.isValid() || role != Qt::EditRole)
         return false;
-    // An editor that was only passed through takes nothing over: a lookup or a rounding would change the
-    // line.
-    const QString typed = value.toString();
-    if (typed == data(index, Qt::EditRole).toString())
-        return true;
     bool accepted = false;
-    common::guarded(common::Origin::User, [&] { accepted = endEdit(index.row(), index.column(), typed); });
+    common::guarded(common::Origin::User,
+                    [&] { accepted = endEdit(index.row(), index.column(), value.toString()); });
     return accepted;
 }
 

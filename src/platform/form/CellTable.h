@@ -65,6 +65,11 @@ class CellTable : public QAbstractTableModel {
     /// False when refused; the cell then keeps its value. A text that is no number in a number column is
     /// refused.
     bool endEdit(int row, int column, const QString& editorText);
+
+    /// Open editors close without taking anything over: what stands in the table is about to become something
+    /// else.
+    void dropEdits() { Q_EMIT editsDropped(); }
+
     /// The user asks to delete a row: BeforeDelete decides and acts; the table itself deletes nothing.
     void requestDelete(int row);
 
@@ -84,6 +89,9 @@ class CellTable : public QAbstractTableModel {
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  Q_SIGNALS:
+    void editsDropped();
 
   private:
     struct Cell {

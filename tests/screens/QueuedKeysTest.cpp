@@ -1,0 +1,135 @@
+// Keys that wait in the queue while a box opens, and editors that stand open while the order changes.
+#include "common/Guard.h"
+#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "platform/QtDialogs.h"
+#include "screens/OrderScreenFixture.h"
+#include "support/TestDialogs.h"
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using orders::Col;
+using test::TestFirm;
+
+namespace {
+
+const QString kHeads = u"tbl_Auftragswesen_Bestellungen_Master"_s;
+
+/// With the program's own message boxes.
+class QueuedKeysTest : public test::OrderScreen<platform::QtDialogs> {
+  protected:
+    /// Answers each box with No, some time after it opened.
+    void answerBoxes() {
+        answer.callOnTimeout([this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            asked << box->text();
+            if (QAbstractButton* no = box->button(QMessageBox::No))
+                no->click();
+            else
+                box->accept();
+        });
+        answer.start(100);
+    }
+
+    void waitFor(qsizetype boxes) {
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return asked.size() >= boxes && !QApplication::activeModalWidget(); }));
+        QTest::qWait(20);
+    }
+
+    QTimer answer;
+    QStringList asked;
+};
+
+class OpenEditorTest : public test::OrderScreen<test::TestDialogs> {
+  protected:
+    /// Books wine, then leaves "FUNG" in an open editor of the next free row.
+    void leaveAnEditorOpen() {
+        screen.order().SucheTelefonNummer(u"0791234567"_s);
+        screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+        modAuftragswesenAuftragserfassung::SaveBestellung(screen.order(), dialogs, navigation);
+        press(Qt::Key_F6);
+        type(u"FUNG"_s);
+        ASSERT_EQ(QApplication::focusWidget()->objectName(), u"cellEditor"_s);
+    }
+};
+
+TEST_F(QueuedKeysTest, KeysBehindBookingNeitherBookTwiceNorReplaceTheOrder) {
+    screen.order().SucheTelefonNummer(u"0791234567"_s);
+    screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    modAuftragswesenAuftragserfassung::SaveBestellung(screen.order(), *std::make_unique<test::TestDialogs>(),
+                                                      navigation);
+    screen.order().PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
+    answerBoxes();
+    QString shown;
+    answer.callOnTimeout([&] { shown += shown.isEmpty() ? cell(1, Col::Bezeichnung) : QString(); });
+    test::queueKey(Qt::Key_F12);
+    test::queueKey(Qt::Key_F12);
+    test::queueKey(Qt::Key_Left, Qt::AltModifier);
+    test::queueKey(Qt::Key_M, Qt::AltModifier);
+    waitFor(1);
+    EXPECT_EQ(asked, QStringList{u"Wollen Sie die Bestellung drucken ?"_s});
+    EXPECT_EQ(shown, u"Pizza"_s) << "the order stands while the question does";
+    EXPECT_EQ(TestFirm::count(kHeads), 2);
+}
+
+TEST_F(OpenEditorTest, WhatReplacesTheOrderDropsIt) {
+    leaveAnEditorOpen();
+    const std::pair<const char*, std::function<void()>> roads[] = {
+        {"step", [&] { press(Qt::Key_Right, Qt::AltModifier); }},
+        {"clean", [&] { find<QPushButton>(u"cmdCleanMask")->click(); }},
+        {"call", [&] { screen.takeCall(u"0799999999"_s); }},
+        {"search", [&] { screen.searchNumber(u"0791234567"_s); }}};
+    for (const auto& [name, road] : roads) {
+        press(Qt::Key_F6);
+        type(u"W"_s);
+        road();
+        press(Qt::Key_F3);
+        const int lines = name == std::string_view("step") ? 1 : 0;
+        EXPECT_EQ(screen.order().LastFilledRow(), lines - 1) << name;
+        EXPECT_EQ(cell(lines, Col::Kurzzeichen), u""_s) << name;
+    }
+}
+
+TEST_F(OpenEditorTest, WhatReadsTheOrderTakesItOver) {
+    const auto key = [&](const char16_t* quantity) {
+        find<platform::CellGrid>(u"BestellungGrid")->setFocus();
+        find<platform::CellGrid>(u"BestellungGrid")->goTo({0, Col::Anzahl}, true);
+        type(QString::fromUtf16(quantity));
+    };
+    const auto stored = [] {
+        return TestFirm::value(u"SELECT dbl_PreisMitMWSt FROM tbl_Auftragswesen_Bestellungen_Details"_s);
+    };
+    screen.order().SucheTelefonNummer(u"0791234567"_s);
+    screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    key(u"3x");
+    press(Qt::Key_F12);
+    EXPECT_TRUE(dialogs.said.isEmpty()) << "what is refused is looked at before it is booked";
+    key(u"3");
+    dialogs.answer(platform::kAnswerNo);
+    press(Qt::Key_F12);
+    EXPECT_EQ(stored(), u"36"_s);
+
+    screen.loadBooking(1000);
+    key(u"2");
+    dialogs.answer(platform::kAnswerYes);
+    dialogs.answer(platform::kAnswerYes);
+    reports.onRun = [&](const platform::ReportJob&) {
+        EXPECT_EQ(stored(), u"36"_s) << "the slip comes before the change is stored";
+        return platform::ReportEnd::Done;
+    };
+    find<QPushButton>(u"cmdVerwaltungSave")->click();
+    reports.onRun = {};
+    EXPECT_EQ(TestFirm::value(u"SELECT [TotalPreis] FROM ZusatzInfo"_s, ConnPrint), u"24.00"_s);
+    EXPECT_EQ(stored(), u"24"_s);
+
+    screen.loadBooking(1000);
+    key(u"1");
+    find<QPushButton>(u"cmdPrint")->click();
+    EXPECT_EQ(TestFirm::value(u"SELECT [TotalPreis] FROM ZusatzInfo"_s, ConnPrint), u"12.00"_s);
+}
+
+} // namespace

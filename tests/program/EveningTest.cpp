@@ -6,6 +6,7 @@
 #include "program/Booker.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
+#include "support/FullDisk.h"
 #include "support/ProgramFixture.h"
 #include "support/TestFirmServices.h"
 #include <QFile>
@@ -230,6 +231,56 @@ TEST_F(Evening, AnEndInMidOrderIsTakenUpAtTheNextStart) {
     EXPECT_FALSE(screen());
     EXPECT_FALSE(QFile::exists(draft));
     EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 1);
+}
+
+TEST_F(Evening, WhatIsGivenUpComesBackAndTheSlipTellsTheTruth) {
+    printers.printers = {{u"Kasse"_s, {}, {}}};
+    open();
+    const auto keyed = [this](const QString& number, const QString& code) {
+        ring(number);
+        press(Qt::Key_F9);
+        key(code);
+        key(u"1"_s);
+        return test::fingerprint(screen()->order());
+    };
+    const auto takenBack = [this] {
+        press(Qt::Key_F11, Qt::ShiftModifier);
+        return test::fingerprint(screen()->order());
+    };
+    const QString first = keyed(u"0791234567"_s, u"10"_s);
+    keyed(u"0799999999"_s, u"W"_s);
+    EXPECT_TRUE(takenBack() == first) << "the next call had replaced it";
+    find<QPushButton>("cmdCleanMask")->click();
+    EXPECT_TRUE(takenBack() == first) << "cleaned";
+    ASSERT_TRUE(kept());
+    find<QPushButton>("cmdClose")->click();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !screen(); }));
+    EXPECT_FALSE(QFile::exists(draft));
+    press(Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(takenBack() == first) << "its screen closed";
+
+    {
+        const test::FullDisk full(1000);
+        press(Qt::Key_F6);
+        key(u"W"_s);
+        EXPECT_TRUE(
+            QTest::qWaitFor([this] { return status("MDIMeldung").contains(u"nicht festgehalten"_s); }));
+    }
+    EXPECT_TRUE(QFile::exists(draft));
+
+    book({kAnswerYes});
+    EXPECT_EQ(reports.runs.last().note, u"Der Auftrag ist bereits gespeichert."_s);
+    EXPECT_FALSE(takenBack() == first) << "booked";
+    press(Qt::Key_Left, Qt::AltModifier);
+    find<QPushButton>("cmdPrint")->click();
+    ASSERT_EQ(reports.runs.size(), 2);
+    EXPECT_EQ(reports.runs.last().destination, int(platform::ReportJob::kToWindow));
+    dialogs.answer(kAnswerYes);
+    dialogs.answer(kAnswerYes);
+    UserAdministrator = 1;
+    screen()->findChild<QPushButton*>(u"cmdVerwaltungSave"_s)->click();
+    EXPECT_EQ(reports.runs.size(), 3);
+    EXPECT_EQ(reports.runs.last().note, u"Die Änderung wird nach dem Drucken gespeichert."_s);
 }
 
 } // namespace

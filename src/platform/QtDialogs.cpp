@@ -16,6 +16,7 @@
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStandardPaths>
 
@@ -216,6 +217,14 @@ Progress QtDialogs::ShowProgress(const QString& text) {
         if (box->wasCanceled())
             throw GivenUp();
     };
+}
+
+void centreOnScreen(QWidget& window) {
+    // Before it is shown it has its size from its layout only.
+    window.ensurePolished();
+    if (!window.testAttribute(Qt::WA_Resized))
+        window.adjustSize();
+    window.move(window.screen()->availableGeometry().center() - window.rect().center());
 }
 
 int execModal(QDialog& dialog) {

@@ -15,6 +15,9 @@ class QtDialogs : public Dialogs {
     Progress ShowProgress(const QString& text) override;
 };
 
+/// Puts the window into the middle of the screen.
+void centreOnScreen(QWidget& window);
+
 /// Runs a modal dialog; what its event loop starts is guarded by itself.
 int execModal(QDialog& dialog);
 

@@ -25,6 +25,7 @@ std::optional<PhoneBookEntry> PhoneBookSearch::pick(const QString& sql) {
             frmVerwaltungTelefonbuch::tr("Unbekannte Telefon Nummer"));
         return std::nullopt;
     }
+    platform::centreOnScreen(list);
     platform::execModal(list);
     return list.PhoneBookSelected() ? std::optional(list.PhoneBookRow()) : std::nullopt;
 }

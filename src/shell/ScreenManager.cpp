@@ -88,6 +88,7 @@ void ScreenManager::runModal(const ScreenEntry& entry) {
     const QScopedPointer<QWidget> screen(entry.create(m_room.window()));
     auto* dialog = qobject_cast<QDialog*>(screen.data());
     Q_ASSERT(dialog);
+    platform::centreOnScreen(*dialog);
     platform::execModal(*dialog);
 }
 

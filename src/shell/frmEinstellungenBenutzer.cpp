@@ -13,6 +13,7 @@ using namespace modEinstellungenBenutzer;
 
 namespace {
 
+constexpr int kAdministrator = int(shell::kAdministrator);
 constexpr int kLongestName = 20;
 constexpr int kShortestName = 3;
 
@@ -29,7 +30,9 @@ frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& ser
         name->setPalette(told);
     m_ui->txt_Administrator_Username->setText(shell::OwnerAccount::read(store::appPath()).name());
     fillPermissions();
-    m_ui->check_AnmeldungUser->setChecked(SysAnmeldungBenutzer != 0);
+    const auto showAnmeldung = [this] { m_ui->check_AnmeldungUser->setChecked(SysAnmeldungBenutzer != 0); };
+    showAnmeldung();
+    connect(&store::settingsNews(), &store::SettingsNews::changed, this, showAnmeldung);
     connectGuarded(Origin::User, m_ui->cmdNewUser, &QPushButton::clicked, this,
                    [this] { cmdNewUser_Click(); });
     connectGuarded(
@@ -44,10 +47,8 @@ frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& ser
 frmEinstellungenBenutzer::~frmEinstellungenBenutzer() = default;
 
 void frmEinstellungenBenutzer::fillPermissions() {
-    for (const QString& text :
-         {tr("Administrator"), tr("System Einstellungen"), tr("Kunden Statistik"), tr("Umsatz Statistik"),
-          tr("Buchungsjournal"), tr("Online Shop"), tr("Datensicherung")})
-        (new QListWidgetItem(text, m_ui->list_UserPermission))->setCheckState(Qt::Unchecked);
+    for (const shell::Right& right : shell::rights())
+        (new QListWidgetItem(tr(right.text), m_ui->list_UserPermission))->setCheckState(Qt::Unchecked);
 }
 
 void frmEinstellungenBenutzer::FormatGrid() {
@@ -94,7 +95,7 @@ bool frmEinstellungenBenutzer::showRecord(qint64 key) {
 
 void frmEinstellungenBenutzer::tickPermissions(const std::function<bool(int row)>& ticked) {
     const QSignalBlocker silent(m_ui->list_UserPermission);
-    for (int row = 0; row < kRights; ++row)
+    for (int row = 0; row < int(shell::kRights); ++row)
         m_ui->list_UserPermission->item(row)->setCheckState(ticked(row) ? Qt::Checked : Qt::Unchecked);
 }
 
@@ -145,7 +146,7 @@ bool frmEinstellungenBenutzer::checkInput() {
 
 void frmEinstellungenBenutzer::saveRecord() {
     Benutzer benutzer{m_ui->txt_Username->text(), m_ui->txt_PWD->text(), {}};
-    for (int row = 0; row < kRights; ++row)
+    for (int row = 0; row < int(shell::kRights); ++row)
         benutzer.rights[size_t(row)] = permission(row);
     SaveBenutzer(benutzer, key());
 }

@@ -16,28 +16,34 @@ using namespace Qt::StringLiterals;
 using common::connectGuarded;
 using common::formatNumber;
 using common::Origin;
+using store::SettingKind;
 
 namespace {
-
-QString rateText(double rate) {
-    return formatNumber(rate, u"0.0");
-}
-
-/// The rate in the field; what is no number gives back `before`.
-QString judgedRate(const QString& text, double before) {
-    return common::isNumeric(text) ? text : rateText(before);
-}
-
-/// A number that the store's column can hold; anything else gives back the one in memory.
-qint32 judgedTrxNr(const QString& text) {
-    bool whole = false;
-    const qint32 number = text.trimmed().toInt(&whole);
-    return whole ? number : SysInitTrxNr;
-}
 
 void fillSteps(QComboBox& list, int first, int last, int step, QStringView form) {
     for (int number = first; number <= last; number += step)
         list.addItem(formatNumber(number, form));
+}
+
+QString textOf(const QWidget& control, SettingKind kind) {
+    if (const auto* box = qobject_cast<const QCheckBox*>(&control))
+        return box->isChecked() ? u"1"_s : u"0"_s;
+    if (const auto* text = qobject_cast<const QPlainTextEdit*>(&control))
+        return text->toPlainText();
+    if (const auto* field = qobject_cast<const QLineEdit*>(&control))
+        return field->text();
+    const auto& list = *qobject_cast<const QComboBox*>(&control);
+    return kind == SettingKind::Position || kind == SettingKind::Hour ? QString::number(list.currentIndex())
+                                                                      : list.currentText();
+}
+
+void choose(QComboBox& list, SettingKind kind, const QString& text) {
+    if (kind == SettingKind::Position || kind == SettingKind::Hour)
+        return list.setCurrentIndex(text.toInt());
+    // A printer that is gone is not chosen, and its name lost when the screen closes.
+    if (kind == SettingKind::Printer || text.isEmpty())
+        return list.setCurrentIndex(text.isEmpty() ? -1 : list.findText(text));
+    platform::chooseText(list, text);
 }
 
 } // namespace
@@ -46,16 +52,11 @@ frmEinstellungenSystem::frmEinstellungenSystem(const platform::Services& service
     QWidget(parent), m_services(services), m_ui(std::make_unique<Ui::frmEinstellungenSystem>()) {
     m_ui->setupUi(this);
     fillLists();
-    addPrinters();
-    addSlip();
-    addTimes();
-    addPreOrders();
-    addSystem();
-    for (const Setting& setting : m_settings)
-        setting.show();
+    setUpRows();
     restrictEditierung();
     connectGuarded(Origin::User, m_ui->combo_DruckVorlage, &QComboBox::currentIndexChanged, this,
                    [](int position) { SysVorlageBestellung = qint16(position); });
+    connect(&store::settingsNews(), &store::SettingsNews::changed, this, [this] { follow(); });
     connectGuarded(Origin::User, m_ui->cmdPreview, &QPushButton::clicked, this,
                    [this] { cmdPreview_Click(); });
     connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
@@ -70,59 +71,12 @@ void frmEinstellungenSystem::closeEvent(QCloseEvent* event) {
     if (std::exchange(m_taken, true))
         return;
     common::guarded(common::Origin::User, [this] {
-        for (const Setting& setting : m_settings)
-            setting.take();
+        for (const Row& row : m_rows)
+            row.setting.take(textOf(row.control, row.setting.kind));
         modEinstellungenSystem::SaveSystemSettings();
         // Another first number is the next one as long as nothing is booked.
         modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation);
     });
-}
-
-void frmEinstellungenSystem::add(std::function<void()> show, std::function<void()> take) {
-    m_settings.push_back({std::move(show), std::move(take)});
-}
-
-void frmEinstellungenSystem::addText(QLineEdit& field, QString& global) {
-    add([&field, &global] { field.setText(global); }, [&field, &global] { global = field.text(); });
-}
-
-void frmEinstellungenSystem::addRate(QLineEdit& field, double& global) {
-    platform::selectAllOnFocus(field);
-    platform::reformatOnLeave(field, [&global](const QString& text) { return judgedRate(text, global); });
-    add([&field, &global] { field.setText(rateText(global)); },
-        [&field, &global] {
-            const double rate = common::parseNumber(judgedRate(field.text(), global)).value_or(global);
-            global = rateText(rate).toDouble();
-        });
-}
-
-void frmEinstellungenSystem::addWord(QComboBox& list, QString& global) {
-    add(
-        [&list, &global] {
-            list.setCurrentIndex(-1);
-            if (!global.isEmpty())
-                platform::chooseText(list, global);
-        },
-        [&list, &global] { global = list.currentText(); });
-}
-
-void frmEinstellungenSystem::addPrinter(QComboBox& list, QString& global) {
-    for (const platform::Printer& printer : m_services.printers.all())
-        list.addItem(printer.DeviceName);
-    // A printer that is gone is not chosen, and its name lost when the screen closes.
-    add([&list, &global] { list.setCurrentIndex(global.isEmpty() ? -1 : list.findText(global)); },
-        [&list, &global] { global = list.currentText(); });
-}
-
-template <typename Number> void frmEinstellungenSystem::addFlag(QCheckBox& box, Number& global) {
-    add([&box, &global] { box.setChecked(global != 0); },
-        [&box, &global] { global = Number(box.isChecked()); });
-}
-
-template <typename Number>
-void frmEinstellungenSystem::addNumber(QComboBox& list, Number& global, const QString& form) {
-    add([&list, &global, form] { platform::chooseText(list, formatNumber(global, form)); },
-        [&list, &global] { global = Number(list.currentText().toInt()); });
 }
 
 void frmEinstellungenSystem::fillLists() {
@@ -139,60 +93,51 @@ void frmEinstellungenSystem::fillLists() {
     fillSteps(*m_ui->combo_VorbestellungBuchung, 0, 6, 1, u"00");
     m_ui->combo_Currency->addItems({u"CHF"_s, u"EUR"_s});
     m_ui->combo_Language->addItems({u"Deutsch"_s});
+    for (const platform::Printer& printer : m_services.printers.all())
+        for (QComboBox* printers : {m_ui->combo_Printer1_Name, m_ui->combo_Printer2_Name})
+            printers->addItem(printer.DeviceName);
 }
 
-void frmEinstellungenSystem::addPrinters() {
-    addPrinter(*m_ui->combo_Printer1_Name, SysPrinter1Name);
-    addNumber(*m_ui->combo_Printer1_Copies, SysPrinter1Copies, u"00"_s);
-    addFlag(*m_ui->check_Printer1_Status, SysPrinter1Status);
-    addPrinter(*m_ui->combo_Printer2_Name, SysPrinter2Name);
-    addNumber(*m_ui->combo_Printer2_Copies, SysPrinter2Copies, u"00"_s);
-    addFlag(*m_ui->check_Printer2_Status, SysPrinter2Status);
+void frmEinstellungenSystem::setUpRows() {
+    for (const store::Setting& setting : store::settings()) {
+        auto* control = findChild<QWidget*>(QString::fromUtf16(setting.control));
+        if (auto* field = qobject_cast<QLineEdit*>(control))
+            setUpField(setting, *field);
+        m_rows.push_back({setting, *control, {}});
+        showRow(m_rows.back());
+    }
 }
 
-void frmEinstellungenSystem::addSlip() {
-    add([this] { m_ui->combo_DruckVorlage->setCurrentIndex(SysVorlageBestellung); }, [] {});
-    add([this] { m_ui->txt_Werbetext->setPlainText(SysWerbetext); },
-        [this] { SysWerbetext = m_ui->txt_Werbetext->toPlainText(); });
-    addRate(*m_ui->txt_MWST1, SysMWStSatz1);
-    addRate(*m_ui->txt_MWST3, SysMWStSatz3);
-    addText(*m_ui->txt_VATNummer, SysVATNummer);
-    addFlag(*m_ui->check_NoVAT, SysNoVATStatus);
-}
-
-void frmEinstellungenSystem::addTimes() {
-    addFiktiverTag();
-    addNumber(*m_ui->combo_StandardLieferzeit, SysStandardLieferzeit);
-}
-
-void frmEinstellungenSystem::addFiktiverTag() {
-    add([this] { m_ui->combo_FiktiverTag->setCurrentIndex(modEinstellungenSystem::FiktiverTagStunde()); },
-        [this] { SysFiktiverTag = m_ui->combo_FiktiverTag->currentIndex() / 24.0; });
-}
-
-void frmEinstellungenSystem::addPreOrders() {
-    addFlag(*m_ui->check_VorbestellungAutomatisch, SysVorbestellungAutomatischStatus);
-    addNumber(*m_ui->combo_VorbestellungAutomatisch, SysVorbestellungAutomatischZeit, u"00"_s);
-    addFlag(*m_ui->check_VorbestellungBuchung, SysVorbestellungBuchungStatus);
-    addNumber(*m_ui->combo_VorbestellungBuchung, SysVorbestellungBuchungZeit, u"00"_s);
-}
-
-void frmEinstellungenSystem::addSystem() {
-    addTrxNr();
-    addWord(*m_ui->combo_Currency, SysCurrency);
-    addWord(*m_ui->combo_Language, SysSprache);
-    addFlag(*m_ui->check_EditierungBestellungen, SysEditierungBestellungen);
-    addFlag(*m_ui->check_AnmeldungUser, SysAnmeldungBenutzer);
-}
-
-void frmEinstellungenSystem::addTrxNr() {
-    QLineEdit& field = *m_ui->txt_TrxNr;
-    field.setMaxLength(int(std::numeric_limits<qint32>::digits10) + 1);
+void frmEinstellungenSystem::setUpField(const store::Setting& setting, QLineEdit& field) {
+    if (setting.kind == SettingKind::Text)
+        return;
     platform::selectAllOnFocus(field);
+    platform::reformatOnLeave(
+        field, [&setting](const QString& text) { return setting.accepts(text) ? text : setting.text(); });
+    if (setting.kind != SettingKind::Typed)
+        return;
+    field.setMaxLength(int(std::numeric_limits<qint32>::digits10) + 1);
     platform::digitsOnly(field);
-    platform::reformatOnLeave(field, [](const QString& text) { return QString::number(judgedTrxNr(text)); });
-    add([&field] { field.setText(QString::number(SysInitTrxNr)); },
-        [&field] { SysInitTrxNr = judgedTrxNr(field.text()); });
+}
+
+void frmEinstellungenSystem::showRow(Row& row) {
+    const QString text = row.setting.text();
+    if (auto* box = qobject_cast<QCheckBox*>(&row.control))
+        box->setChecked(text == u"1");
+    else if (auto* lines = qobject_cast<QPlainTextEdit*>(&row.control))
+        lines->setPlainText(text);
+    else if (auto* field = qobject_cast<QLineEdit*>(&row.control))
+        field->setText(text);
+    else
+        choose(*qobject_cast<QComboBox*>(&row.control), row.setting.kind, text);
+    row.shown = textOf(row.control, row.setting.kind);
+}
+
+void frmEinstellungenSystem::follow() {
+    for (Row& row : m_rows)
+        if (textOf(row.control, row.setting.kind) == row.shown)
+            showRow(row);
+    restrictEditierung();
 }
 
 /// A restriction that is on can be lifted by an administrator only, while anybody may set it.

@@ -1,13 +1,14 @@
 #pragma once
 #include "platform/Services.h"
 #include <QWidget>
-#include <functional>
 #include <memory>
 #include <vector>
 
-class QCheckBox;
-class QComboBox;
 class QLineEdit;
+
+namespace store {
+struct Setting;
+}
 
 namespace Ui {
 class frmEinstellungenSystem;
@@ -16,7 +17,7 @@ class frmEinstellungenSystem;
 /// The settings of the firm. There is no cancelling: whatever closes the window takes all controls over into
 /// the globals, which the whole program reads, and into the store. Only the slip's template counts at once.
 ///
-/// Bad numbers are reset without a word.
+/// Bad numbers are reset without a word. What is changed elsewhere meanwhile is followed.
 class frmEinstellungenSystem : public QWidget {
     Q_OBJECT
   public:
@@ -27,33 +28,24 @@ class frmEinstellungenSystem : public QWidget {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    /// A control and the global behind it; it shows the global at once.
-    struct Setting {
-        std::function<void()> show, take;
+    /// A setting and its control; `shown` is what stood in it before the user came.
+    struct Row {
+        const store::Setting& setting;
+        QWidget& control;
+        QString shown;
     };
 
-    void add(std::function<void()> show, std::function<void()> take);
-    void addText(QLineEdit& field, QString& global);
-    void addRate(QLineEdit& field, double& global);
-    void addWord(QComboBox& list, QString& global);
-    void addPrinter(QComboBox& list, QString& global);
-    template <typename Number> void addFlag(QCheckBox& box, Number& global);
-    template <typename Number>
-    void addNumber(QComboBox& list, Number& global, const QString& form = QStringLiteral("0"));
-
     void fillLists();
-    void addPrinters();
-    void addSlip();
-    void addTimes();
-    void addPreOrders();
-    void addSystem();
-    void addFiktiverTag();
-    void addTrxNr();
+    void setUpRows();
+    void setUpField(const store::Setting& setting, QLineEdit& field);
+    void showRow(Row& row);
+    /// Shows what was changed elsewhere, as far as the user has not touched it here.
+    void follow();
     void restrictEditierung();
     void cmdPreview_Click();
 
     platform::Services m_services;
     std::unique_ptr<Ui::frmEinstellungenSystem> m_ui;
-    std::vector<Setting> m_settings; ///< in the order in which they are taken over
+    std::vector<Row> m_rows; ///< in the order in which they are taken over
     bool m_taken = false;
 };

@@ -1,28 +1,12 @@
 // What the user of the main window may reach.
+#include "platform/Navigation.h"
 #include "shell/MenuTree.h"
+#include "shell/Rights.h"
 #include "shell/frmMDI.h"
 #include "store/SystemSettings.h"
 #include "ui_frmMDI.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-struct Right {
-    const qint16& flag;
-    std::initializer_list<const char*> entries;
-};
-
-const Right kRights[] = {
-    {UserEinstellungen, {"mnEinstellungenSystem"}},
-    {UserKundenStatistik, {"mnAuswertungenKundenumsatz", "mnAuswertungenKundenBuchungsjournal"}},
-    {UserUmsatzStatistik, {"mnAuswertungenUmsatz", "mnAuswertungenUmsatzProdukt"}},
-    {UserBuchungsjournal, {"mnAuswertungenBuchungsjournal"}},
-    {UserOnlineShop, {"mnOnlineShop"}},
-    {UserDatensicherung, {"mnDatenBackup"}},
-};
-
-} // namespace
 
 bool frmMDI::loginIsOn() const {
     return SysAnmeldungBenutzer != 0;
@@ -35,15 +19,11 @@ void frmMDI::disableAnmeldung() {
 
 void frmMDI::ApplyUserRights() {
     const bool free = !loginIsOn() || UserAdministrator != 0;
-    for (const char* entry :
-         {"mnEinstellungenBenutzer", "mnDatenRestore", "mnSystemUpdates", "mnSystemMessages"})
-        m_menu->allow(QLatin1String(entry), free);
-    showUpdatePanels(free);
-    for (const Right& right : kRights)
+    for (const shell::Right& right : shell::rights())
         for (const char* entry : right.entries)
-            m_menu->allow(QLatin1String(entry), free || right.flag != 0);
-    m_ui->ToolBarInternetTransfer->setEnabled((free || UserOnlineShop != 0) &&
-                                              m_screens->has(u"frmOnlineShopTransfer"_s));
+            m_menu->allow(QLatin1String(entry), free || right.user != 0);
+    showUpdatePanels(free);
+    m_ui->ToolBarInternetTransfer->setEnabled(m_services.navigation.hasScreen(u"frmOnlineShopTransfer"_s));
 }
 
 bool frmMDI::mayReach(const QString& screen) const {

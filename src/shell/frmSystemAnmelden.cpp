@@ -6,7 +6,6 @@
 #include "shell/frmMDI.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "ui_frmSystemAnmelden.h"
-#include <QScreen>
 
 using common::connectGuarded;
 using common::Origin;
@@ -22,7 +21,6 @@ frmSystemAnmelden::frmSystemAnmelden(const platform::Services& services, frmMDI&
     m_window(window) {
     m_ui->setupUi(this);
     setFixedSize(sizeHint().expandedTo({400, 160}));
-    move(screen()->availableGeometry().center() - rect().center());
     for (QLineEdit* field : {m_ui->txt_Benutzernamen, m_ui->txt_Passwort})
         platform::selectAllOnFocus(*field);
     platform::enterChain({m_ui->txt_Benutzernamen, m_ui->txt_Passwort});

@@ -6,21 +6,11 @@
 
 using namespace Qt::StringLiterals;
 
+using shell::kRights;
+using shell::rights;
+
 namespace modEinstellungenBenutzer {
 namespace {
-
-struct Right {
-    const char16_t* column;
-    qint16& user;
-};
-
-const std::array<Right, kRights> kColumns = {{{u"lng_Administrator", UserAdministrator},
-                                              {u"lng_Einstellungen", UserEinstellungen},
-                                              {u"lng_KundenStatistik", UserKundenStatistik},
-                                              {u"lng_UmsatzStatistik", UserUmsatzStatistik},
-                                              {u"lng_Buchungsjournal", UserBuchungsjournal},
-                                              {u"lng_OnlineShop", UserOnlineShop},
-                                              {u"lng_Datensicherung", UserDatensicherung}}};
 
 constexpr int kYes = -1;
 
@@ -39,8 +29,8 @@ std::optional<Benutzer> LoadBenutzer(qint64 key) {
     if (row->Eof())
         return {};
     Benutzer benutzer{row->Fields(u"txt_Username").text(), row->Fields(u"txt_Passwort").text(), {}};
-    for (size_t i = 0; i < kColumns.size(); ++i)
-        benutzer.rights[i] = row->Fields(kColumns[i].column).toLong() != 0;
+    for (size_t i = 0; i < kRights; ++i)
+        benutzer.rights[i] = row->Fields(rights()[i].column).toLong() != 0;
     return benutzer;
 }
 
@@ -50,8 +40,8 @@ void SaveBenutzer(const Benutzer& benutzer, qint64 BenutzerID) {
         row->AddNew();
     row->Fields(u"txt_Username") = benutzer.txt_Username;
     row->Fields(u"txt_Passwort") = benutzer.txt_Passwort;
-    for (size_t i = 0; i < kColumns.size(); ++i)
-        row->Fields(kColumns[i].column) = benutzer.rights[i] ? kYes : 0;
+    for (size_t i = 0; i < kRights; ++i)
+        row->Fields(rights()[i].column) = benutzer.rights[i] ? kYes : 0;
     row->Update();
 }
 
@@ -75,7 +65,7 @@ bool CheckLogin(const QString& name, const QString& password) {
                                            store::sqlText(password) + u';',
                                        ConnMain);
         if (!row->Eof()) {
-            for (const Right& right : kColumns)
+            for (const shell::Right& right : rights())
                 right.user = row->Fields(right.column).toLong() != 0 ? kYes : 0;
             return true;
         }
@@ -90,6 +80,7 @@ void SaveAnmeldung(bool on) {
     ConnMain.Execute(on ? u"UPDATE tbl_Einstellungen_System SET lng_AnmeldungBenutzer = 1"_s
                         : u"UPDATE tbl_Einstellungen_System SET lng_AnmeldungBenutzer = 0"_s);
     SysAnmeldungBenutzer = on ? 1 : 0;
+    Q_EMIT store::settingsNews().changed();
 }
 
 } // namespace modEinstellungenBenutzer

@@ -1,4 +1,5 @@
 #pragma once
+#include "shell/Rights.h"
 #include <QString>
 #include <array>
 #include <optional>
@@ -6,16 +7,12 @@
 /// The users of the program, their rights, and the log-in.
 namespace modEinstellungenBenutzer {
 
-/// Rights in the order of the rights list: administrator, settings, customer statistics, turnover statistics,
-/// booking journal, online shop, backup.
-constexpr int kRights = 7;
-constexpr int kAdministrator = 0;
-
 struct Benutzer {
     QString txt_Username;
     /// Plain, as the stored data are.
     QString txt_Passwort;
-    std::array<bool, kRights> rights{};
+    /// In the order of shell::rights().
+    std::array<bool, shell::kRights> rights{};
 };
 
 /// Query of the list: lng_ID, txt_Username.

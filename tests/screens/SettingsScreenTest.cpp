@@ -1,7 +1,6 @@
 // The settings screen: every control's way to its global, its column and back.
-#include "common/Convert.h"
 #include "shell/frmEinstellungenSystem.h"
-#include "shell/modEinstellungenSystem.h"
+#include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
@@ -9,9 +8,9 @@
 #include "tests/screens/MasterDataTest.h"
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -93,72 +92,18 @@ class SettingsScreenTest : public testing::Test {
     std::unique_ptr<frmEinstellungenSystem> screen;
 };
 
-struct Way {
-    const char16_t* control;
-    QString value;
-    const char16_t* column;
-    QString stored;
-    std::function<QString()> global;
-};
-
-template <typename Number> std::function<QString()> number(Number& global) {
-    return [&global] { return common::numberToText(double(global)); };
-}
-
-std::function<QString()> text(QString& global) {
-    return [&global] { return global; };
-}
-
-/// Two values a control, so that one of them differs from what was there.
-std::vector<std::pair<Way, QString>> ways() {
-    return {
-        {{u"combo_Printer1_Name", u"Büro"_s, u"txt_Printer1_Name", u"Büro"_s, text(SysPrinter1Name)},
-         u"Küche"_s},
-        {{u"combo_Printer1_Copies", u"09"_s, u"lng_Printer1_Copies", u"9"_s, number(SysPrinter1Copies)},
-         u"02"_s},
-        {{u"check_Printer1_Status", u"0"_s, u"lng_Printer1_Status", u"0"_s, number(SysPrinter1Status)},
-         u"1"_s},
-        {{u"combo_Printer2_Name", u"Kasse"_s, u"txt_Printer2_Name", u"Kasse"_s, text(SysPrinter2Name)},
-         u"Büro"_s},
-        {{u"combo_Printer2_Copies", u"03"_s, u"lng_Printer2_Copies", u"3"_s, number(SysPrinter2Copies)},
-         u"01"_s},
-        {{u"check_Printer2_Status", u"1"_s, u"lng_Printer2_Status", u"1"_s, number(SysPrinter2Status)},
-         u"0"_s},
-        {{u"combo_DruckVorlage", u"Vorlage Nr. 3"_s, u"lng_VorlageBestellung", u"2"_s,
-          number(SysVorlageBestellung)},
-         u"Vorlage Nr. 1"_s},
-        {{u"txt_Werbetext", u"Zwei\nZeilen"_s, u"txt_Werbetext", u"Zwei\nZeilen"_s, text(SysWerbetext)},
-         u"Rabatt'10\""_s},
-        {{u"txt_MWST1", u"7.7"_s, u"dbl_MWStSatz1", u"7.7"_s, number(SysMWStSatz1)}, u"8.1"_s},
-        {{u"txt_MWST3", u"2.5"_s, u"dbl_MWStSatz3", u"2.5"_s, number(SysMWStSatz3)}, u"2.6"_s},
-        {{u"txt_VATNummer", u"CHE-123"_s, u"txt_VATNummer", u"CHE-123"_s, text(SysVATNummer)}, u"x"_s},
-        {{u"check_NoVAT", u"1"_s, u"lng_NoVATStatus", u"1"_s, number(SysNoVATStatus)}, u"0"_s},
-        {{u"combo_FiktiverTag", u"03:00 - 03:00"_s, u"lng_FiktiverTag", u"0.125"_s, number(SysFiktiverTag)},
-         u"23:00 - 23:00"_s},
-        {{u"combo_StandardLieferzeit", u"330"_s, u"lng_StandardLieferzeit", u"330"_s,
-          number(SysStandardLieferzeit)},
-         u"10"_s},
-        {{u"txt_TrxNr", u"4711"_s, u"lng_InitTrxNr", u"4711"_s, number(SysInitTrxNr)}, u"1"_s},
-        {{u"check_VorbestellungAutomatisch", u"1"_s, u"lng_VorbestellungAutomatischStatus", u"1"_s,
-          number(SysVorbestellungAutomatischStatus)},
-         u"0"_s},
-        {{u"combo_VorbestellungAutomatisch", u"180"_s, u"lng_VorbestellungAutomatischZeit", u"180"_s,
-          number(SysVorbestellungAutomatischZeit)},
-         u"00"_s},
-        {{u"check_VorbestellungBuchung", u"1"_s, u"lng_VorbestellungBuchungStatus", u"1"_s,
-          number(SysVorbestellungBuchungStatus)},
-         u"0"_s},
-        {{u"combo_VorbestellungBuchung", u"06"_s, u"lng_VorbestellungBuchungZeit", u"6"_s,
-          number(SysVorbestellungBuchungZeit)},
-         u"00"_s},
-        {{u"combo_Currency", u"EUR"_s, u"txt_Currency", u"EUR"_s, text(SysCurrency)}, u"CHF"_s},
-        {{u"combo_Language", u"Deutsch"_s, u"txt_Sprache", u"Deutsch"_s, text(SysSprache)}, u"Deutsch"_s},
-        {{u"check_EditierungBestellungen", u"1"_s, u"lng_EditierungBestellungen", u"1"_s,
-          number(SysEditierungBestellungen)},
-         u"0"_s},
-        {{u"check_AnmeldungUser", u"1"_s, u"lng_AnmeldungBenutzer", u"1"_s, number(SysAnmeldungBenutzer)},
-         u"0"_s},
-    };
+/// A text for the control that differs from what stands in it, to begin with or after the first round.
+QString otherText(const QWidget& control, store::SettingKind kind, bool again) {
+    using enum store::SettingKind;
+    if (const auto* list = qobject_cast<const QComboBox*>(&control))
+        return list->itemText(again ? 0 : list->count() - 1);
+    if (kind == Flag)
+        return again ? u"0"_s : u"1"_s;
+    if (kind == Rate)
+        return again ? u"8.1"_s : u"7.7"_s;
+    if (kind == Typed)
+        return again ? u"1"_s : u"4711"_s;
+    return again ? u"Rabatt'10\""_s : control.inherits("QLineEdit") ? u"CHE-123"_s : u"Zwei\nZeilen"_s;
 }
 
 QString nameOf(const char16_t* text) {
@@ -167,51 +112,70 @@ QString nameOf(const char16_t* text) {
 
 } // namespace
 
-TEST_F(SettingsScreenTest, EveryControlReachesItsGlobalItsColumnAndComesBack) {
+TEST_F(SettingsScreenTest, EveryColumnHasItsControlAndComesBack) {
     open();
-    for (const auto& [way, other] : ways())
-        put(nameOf(way.control), way.value);
-    click(u"cmdClose"_s);
-    EXPECT_TRUE(screen->isHidden());
-    EXPECT_EQ(navigation.nextTrxNr, u"4711"_s) << "the first number in the main window";
-    for (const auto& [way, other] : ways()) {
-        EXPECT_EQ(way.global(), way.stored) << nameOf(way.control).toStdString();
-        EXPECT_EQ(column(nameOf(way.column)), way.stored) << nameOf(way.control).toStdString();
+    QStringList columns, controls;
+    for (const store::Setting& setting : store::settings()) {
+        columns << nameOf(setting.column);
+        controls << nameOf(setting.control);
     }
-    store::LoadSystemSettings();
-    SysAnmeldungBenutzer = 0; // else the restriction just set is out of reach
-    open();
-    for (const auto& [way, other] : ways())
-        EXPECT_EQ(shown(nameOf(way.control)),
-                  nameOf(way.control) == u"check_AnmeldungUser" ? u"0"_s : way.value)
-            << nameOf(way.control).toStdString();
-    // The window's cross saves as well.
-    for (const auto& [way, other] : ways())
-        put(nameOf(way.control), other);
-    screen->close();
-    open();
-    for (const auto& [way, other] : ways())
-        EXPECT_EQ(shown(nameOf(way.control)), other) << nameOf(way.control).toStdString();
+    store::Recordset row;
+    row.Open(u"SELECT * FROM tbl_Einstellungen_System"_s, ConnMain);
+    for (const store::Column& column : row.Columns())
+        if (!column.name.startsWith(u"lng_SoftwareVersion") && column.name != u"lng_ID") {
+            EXPECT_EQ(columns.count(column.name), 1) << column.name.toStdString();
+        }
+    row.Close();
+    for (const auto* control : screen->findChildren<QWidget*>(QRegularExpression(u"^(combo|check|txt)_"_s)))
+        EXPECT_EQ(controls.count(control->objectName()), 1) << control->objectName().toStdString();
+
+    for (const bool again : {false, true}) {
+        QStringList typed;
+        for (const store::Setting& setting : store::settings()) {
+            const QString name = nameOf(setting.control);
+            typed << otherText(*find(name), setting.kind, again);
+            put(name, typed.last());
+        }
+        screen->close();
+        EXPECT_EQ(navigation.nextTrxNr, QString::number(SysInitTrxNr))
+            << "the first number in the main window";
+        store::LoadSystemSettings();
+        UserAdministrator = -1; // else the restriction just set is out of reach
+        open();
+        for (qsizetype i = 0; i < typed.size(); ++i)
+            EXPECT_EQ(shown(controls[i]), typed[i]) << controls[i].toStdString();
+    }
+    EXPECT_EQ(SysMWStSatz1, 8.1);
     EXPECT_TRUE(dialogs.said.isEmpty());
     // The installed version is not the screen's.
     EXPECT_EQ(column(u"lng_SoftwareVersion_Major"_s).toInt(), TAVOLINO_VERSION_MAJOR);
 }
 
-TEST_F(SettingsScreenTest, TheWorkingDayEndsAtEveryHourOfTheList) {
-    for (int hour = 0; hour < 24; ++hour) {
+TEST_F(SettingsScreenTest, FollowsWhatIsSwitchedElsewhereAndKeepsWhatIsTyped) {
+    open();
+    put(u"txt_VATNummer"_s, u"neu"_s);
+    modEinstellungenBenutzer::SaveAnmeldung(true);
+    EXPECT_EQ(shown(u"check_AnmeldungUser"_s), u"1"_s);
+    screen->close();
+    EXPECT_EQ(column(u"lng_AnmeldungBenutzer"_s), u"1"_s);
+    EXPECT_EQ(SysVATNummer, u"neu"_s);
+}
+
+TEST_F(SettingsScreenTest, TheWorkingDayEndsAtAnHourOfTheList) {
+    for (const int hour : {0, 3, 23}) {
         open();
         find<QComboBox>(u"combo_FiktiverTag"_s)->setCurrentIndex(hour);
         screen->close();
         store::LoadSystemSettings();
         EXPECT_DOUBLE_EQ(SysFiktiverTag, hour / 24.0);
-        EXPECT_EQ(modEinstellungenSystem::FiktiverTagStunde(), hour);
+        EXPECT_EQ(store::FiktiverTagStunde(), hour);
     }
     // Six decimals, as another program may have stored it.
     SysFiktiverTag = 0.958333;
     open();
     EXPECT_EQ(shown(u"combo_FiktiverTag"_s), u"23:00 - 23:00"_s);
     SysFiktiverTag = 0.5 + 0.9 / 24;
-    EXPECT_EQ(modEinstellungenSystem::FiktiverTagStunde(), 12);
+    EXPECT_EQ(store::FiktiverTagStunde(), 12);
 }
 
 TEST_F(SettingsScreenTest, BadNumbersAreResetSilently) {
@@ -221,7 +185,8 @@ TEST_F(SettingsScreenTest, BadNumbersAreResetSilently) {
         const char16_t* field;
         QString typed, left;
     } cases[] = {{u"txt_MWST1", u"acht"_s, u"8.1"_s},  {u"txt_MWST1", u"7,7"_s, u"8.1"_s},
-                 {u"txt_MWST3", u" "_s, u"2.6"_s},     {u"txt_MWST1", u"7.65"_s, u"7.65"_s},
+                 {u"txt_MWST3", u" "_s, u"2.6"_s},     {u"txt_MWST1", u"1e300"_s, u"8.1"_s},
+                 {u"txt_MWST3", u"-100"_s, u"2.6"_s},  {u"txt_MWST1", u"7.65"_s, u"7.65"_s},
                  {u"txt_TrxNr", u"1x2-3"_s, u"123"_s}, {u"txt_TrxNr", u"9999999999"_s, u"1000"_s}};
 
     for (const auto& [field, typed, left] : cases) {

@@ -6,6 +6,7 @@
 #include "masterdata/modVerwaltungKuriere.h"
 #include "orders/modBestellNummern.h"
 #include "store/SystemSettings.h"
+#include <QRegularExpression>
 #include <QUuid>
 #include <cmath>
 
@@ -31,6 +32,15 @@ CellColumn number(const QString& name, const QString& caption, const QString& fo
 
 CellColumn hidden(const QString& name, double blank = 0) {
     return {name, {}, CellColumn::Type::Number, {}, false, blank};
+}
+
+/// "1830", "18.30" and "18:30" as "18:30"; "" for anything else.
+QString timeOf(const QString& typed) {
+    static const QRegularExpression shortHand(QStringLiteral("^\\s*([0-9]{1,2})[.:]?([0-9]{2})\\s*$"));
+    const QRegularExpressionMatch match = shortHand.match(typed);
+    const QString time =
+        match.captured(1).rightJustified(2, QLatin1Char('0')) + QLatin1Char(':') + match.captured(2);
+    return match.hasMatch() && common::isDate(time) ? time : QString();
 }
 
 std::vector<CellColumn> detailColumns() {
@@ -255,7 +265,10 @@ void WorkingOrder::DetailsBeforeEndEdit(int row, int col, Value& editor, bool& c
         // Only the menu sets the key: a code typed books the courier chosen before, the firm's practice.
         editor = modVerwaltungKuriere::CheckKurierKurzzeichen(typed);
     } else if (isAt(Detail::Lieferzeit)) {
-        cancel = !common::isDate(typed);
+        if (const QString time = timeOf(typed); !time.isEmpty())
+            editor = time;
+        else
+            cancel = !common::isDate(typed);
     } else if (isAt(Detail::Lieferung)) {
         cancel = !common::isDate(typed);
         if (!cancel)

@@ -81,10 +81,7 @@ void frmAuftragswesenAuftragserfassung::setUpGrids() {
     totals->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     totals->setColumnTwips(0, 2100);
     totals->setColumnTwips(1, 900);
-    QFont big = totals->font();
-    big.setPointSizeF(big.pointSizeF() + 2);
-    big.setBold(true);
-    totals->setFont(big);
+    totals->setStrongRow(orders::TotalRow::Total);
     setUpLinesGrid();
     setUpCatalogueGrids();
 }
@@ -95,6 +92,13 @@ void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
     lines->setZebra(true);
     lines->openEditorOnEnter({Col::Bezeichnung});
     lines->NextCell = [this](CellPlace from) { return nextLineCell(from); };
+    lines->EnterLeadsOn = [this](CellPlace at) {
+        return at.column == Col::Anzahl && !m_order.BestellungGrid.text(at.row, Col::Ccy).isEmpty() &&
+               m_order.BestellungGrid.number(at.row, Col::Anzahl) != 0;
+    };
+    lines->Indented = [this](CellPlace at) {
+        return at.column == Col::Bezeichnung && m_order.BestellungGrid.number(at.row, Col::ExtraID) > 0;
+    };
     lines->BlankRow = [this](int row) {
         return m_order.BestellungGrid.text(row, Col::Ccy).isEmpty() &&
                m_order.BestellungGrid.text(row, Col::Bezeichnung).isEmpty() &&

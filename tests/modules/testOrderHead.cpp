@@ -139,8 +139,14 @@ TEST_F(OrderHead, typedCourierKeepsTheKeyChosenBefore) {
 
 TEST_F(OrderHead, deliveryCellsRefuseWhatIsNoDate) {
     EXPECT_TRUE(type(Detail::Lieferzeit, u"19:15"));
-    for (const char16_t* typed : {u"25:00", u"bald", u""})
+    for (const char16_t* typed : {u"25:00", u"2400", u"1860", u"18", u"bald", u""})
         EXPECT_FALSE(type(Detail::Lieferzeit, typed));
+    for (const char16_t* typed : {u"1830", u"18.30", u"18:30", u"18.10", u"715"}) {
+        EXPECT_TRUE(type(Detail::Lieferzeit, typed));
+        EXPECT_EQ(order.detail(Detail::Lieferzeit).size(), 5);
+    }
+    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"07:15");
+    EXPECT_TRUE(type(Detail::Lieferzeit, u"19:15"));
     EXPECT_EQ(order.detail(Detail::Lieferzeit), u"19:15");
     EXPECT_TRUE(type(Detail::Lieferung, u"1.6.26"));
     EXPECT_EQ(order.detail(Detail::Lieferung), u"01/06/2026");

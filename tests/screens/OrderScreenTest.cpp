@@ -256,6 +256,18 @@ TEST_F(OrderScreenTest, OneClickPicksOnceAndQuantitiesFallBack) {
     EXPECT_EQ(find<QComboBox>(u"combo_ExtraAnzahl")->currentText(), u"4"_s) << "for the pick that follows";
 }
 
+TEST_F(OrderScreenTest, EnterPassesOverAQuantityThatStands) {
+    search(u"0791234567"_s);
+    for (const char16_t* code : {u"10", u"1"}) {
+        type(QString::fromUtf16(code));
+        press(Qt::Key_Return);
+        press(Qt::Key_Return);
+    }
+    EXPECT_EQ(cell(0, Col::Bezeichnung), u"Pizza Hawaii"_s);
+    EXPECT_EQ(cell(0, Col::Anzahl), u"1"_s);
+    EXPECT_EQ(cell(1, Col::Bezeichnung), u"Pizza"_s);
+}
+
 TEST_F(OrderScreenTest, TheVatButtonsPassTheRatesOfNow) {
     screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
     SysMWStSatz1 = 8.5;

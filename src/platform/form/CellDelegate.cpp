@@ -32,6 +32,8 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
     // A handler of the edit may show a message, and the focus that it takes comes back here.
     line->setModified(false);
     m_grid.m_refused = !model->setData(index, typed, Qt::EditRole);
+    if (m_grid.m_refused)
+        m_grid.showRefused(index);
 }
 
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
@@ -44,6 +46,17 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         option->backgroundBrush = quietGrey(option->palette);
     if (number && m_grid.BlankRow && m_grid.BlankRow(index.row()))
         option->text.clear();
+    if (m_grid.Indented && m_grid.Indented({index.row(), index.column()}))
+        option->text.prepend(QString(4, QChar(QChar::Nbsp)));
+    if (index.row() == m_grid.m_strongRow) {
+        constexpr double kLarger = 4;
+        option->font.setPointSizeF(option->font.pointSizeF() + kLarger);
+        option->font.setBold(true);
+    }
+    if (index == m_grid.m_blinking) {
+        option->state &= ~QStyle::State_Selected;
+        option->backgroundBrush = option->palette.color(QPalette::Text);
+    }
 }
 
 bool CellDelegate::eventFilter(QObject* object, QEvent* event) {

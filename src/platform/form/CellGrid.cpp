@@ -2,9 +2,11 @@
 #include "common/Guard.h"
 #include "platform/form/CellDelegate.h"
 #include "platform/form/GridColors.h"
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 namespace platform {
 
@@ -155,13 +157,23 @@ void CellGrid::keyPressEvent(QKeyEvent* event) {
         common::guarded(common::Origin::User, [this] { m_table->requestDelete(place().row); });
     } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
                currentIndex().isValid()) {
-        if (mayEdit(place()))
+        if (mayEdit(place()) && !(EnterLeadsOn && EnterLeadsOn(place())))
             edit(currentIndex());
         else
             leaveTo(nextCell(place()), place(), true);
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+void CellGrid::showRefused(const QModelIndex& index) {
+    constexpr int kBlinkMilliseconds = 250;
+    m_blinking = index;
+    QApplication::beep();
+    QTimer::singleShot(kBlinkMilliseconds, this, [this] {
+        m_blinking = QModelIndex();
+        viewport()->update();
+    });
 }
 
 void CellGrid::raiseContextMenu() {

@@ -37,6 +37,10 @@ class CellGrid : public QTableView {
 
     /// Even rows, counted from 0, are shaded.
     void setZebra(bool on);
+
+    /// The row that stands out, larger and bold.
+    void setStrongRow(int row) { m_strongRow = row; }
+
     /// Width of a column in twips, as the screens give them.
     void setColumnTwips(int column, int twips);
 
@@ -53,6 +57,10 @@ class CellGrid : public QTableView {
     /// Where Enter and Tab lead after an edit; nothing leaves the grid for the next control. Without the hook
     /// it is the next cell to the right that may be edited, then the first one in the rows below.
     std::function<std::optional<CellPlace>(CellPlace from)> NextCell;
+    /// Cells from which Enter leads on as after an edit, without opening the editor.
+    std::function<bool(CellPlace)> EnterLeadsOn;
+    /// Cells whose text is shown indented.
+    std::function<bool(CellPlace)> Indented;
     /// Rows whose number cells show nothing, such as lines of an order that are still free.
     std::function<bool(int row)> BlankRow;
 
@@ -82,11 +90,15 @@ class CellGrid : public QTableView {
     std::optional<CellPlace> previousCell(CellPlace from) const;
     bool mayEdit(CellPlace cell) const;
     void raiseContextMenu();
+    /// The cell blinks, and a soft beep is heard.
+    void showRefused(const QModelIndex& index);
     void openIfWanted(const QModelIndex& index);
 
     CellTable* m_table = nullptr;
     QSet<int> m_openOnEnter;
     QPointer<QWidget> m_editor;
+    QPersistentModelIndex m_blinking;
+    int m_strongRow = -1;
     bool m_zebra = false;
     bool m_holdEditor = false;
     bool m_refused = false;

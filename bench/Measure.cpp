@@ -27,8 +27,9 @@ class Collector : public benchmark::BenchmarkReporter {
 void add(const std::string& name, int runs, int samples, const std::function<void(size_t)>& work) {
     benchmark::RegisterBenchmark(name.c_str(),
                                  [work, at = size_t(0)](benchmark::State& state) mutable {
-                                     // What other roads have left to be painted is not on this one.
+                                     // What other roads have left to be read and painted is not on this one.
                                      QCoreApplication::processEvents();
+                                     QCoreApplication::sendPostedEvents();
                                      for (auto step : state) {
                                          (void)step;
                                          work(at++);

@@ -81,8 +81,12 @@ void ScreenRoads::keyedCode(const QString& code) {
     m_screen.order().BestellungGrid.endEdit(m_line++ % kLines, Col::Kurzzeichen, code);
 }
 
-void ScreenRoads::paint() {
+void ScreenRoads::paintOnly() {
     QCoreApplication::sendPostedEvents();
+}
+
+void ScreenRoads::paint() {
+    paintOnly();
     QCoreApplication::processEvents();
 }
 

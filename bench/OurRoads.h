@@ -58,8 +58,10 @@ class ScreenRoads {
 
     void load(qint64 trxNr) { m_screen.loadBooking(trxNr); }
 
-    /// Until everything that has changed is painted.
+    /// Until everything that has changed is painted, and what is done behind the painting.
     void paint();
+    /// Until everything that has changed is painted.
+    static void paintOnly();
 
   private:
     QuietServices m_services;

@@ -51,18 +51,15 @@ RawRoads::RawRoads(RawStore& store) :
     m_following(store,
                 "SELECT lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master WHERE lng_TrxNr > ? ORDER BY "
                 "lng_TrxNr"),
-    m_ordersOf(store,
-               "SELECT lng_TrxNr , dbl_BestellDatumNow , dbl_TotalMitMWSt FROM "
-               "tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = ? ORDER BY lng_TrxNr DESC") {
-    QByteArray places = "?";
-    for (int orders = 1; orders <= kLastOrders; ++orders, places += " , ?")
-        m_linesOf.push_back(std::make_unique<RawStatement>(
-            store, "SELECT d . lng_TrxNrMaster , d . flag_IsProdukt , d . dbl_Menge , p . txt_Produkt , e . "
-                   "txt_Extra FROM tbl_Auftragswesen_Bestellungen_Details AS d LEFT JOIN "
-                   "tbl_Verwaltung_Produkte AS p ON p . lng_ID = d . lng_ProduktID LEFT JOIN "
-                   "tbl_Verwaltung_ProdukteExtras AS e ON e . lng_ID = d . lng_ExtraID WHERE d . "
-                   "lng_TrxNrMaster IN ( " +
-                       places + " ) ORDER BY d . dbl_TrxNr"));
+    m_ordersOf(store, "SELECT lng_TrxNr , dbl_BestellDatumNow , dbl_TotalMitMWSt FROM "
+                      "tbl_Auftragswesen_Bestellungen_Master WHERE lng_KundenID = ? ORDER BY lng_TrxNr DESC"),
+    m_linesOf(store,
+              "SELECT d . lng_TrxNrMaster , d . flag_IsProdukt , d . dbl_Menge , p . txt_Produkt , e . "
+              "txt_Extra FROM tbl_Auftragswesen_Bestellungen_Master AS m JOIN "
+              "tbl_Auftragswesen_Bestellungen_Details AS d ON d . lng_TrxNrMaster = m . lng_TrxNr LEFT "
+              "JOIN tbl_Verwaltung_Produkte AS p ON p . lng_ID = d . lng_ProduktID LEFT JOIN "
+              "tbl_Verwaltung_ProdukteExtras AS e ON e . lng_ID = d . lng_ExtraID WHERE m . "
+              "lng_KundenID = ? AND m . lng_TrxNr >= ? ORDER BY d . dbl_TrxNr") {
 }
 
 qint64 RawRoads::lastTrxNr() {
@@ -113,25 +110,24 @@ void RawRoads::call(double telefon) {
 
 void RawRoads::lastOrders() {
     m_ordersOf.bind(1, m_lastKunde);
-    std::vector<qint64> numbers;
+    qint64 oldest = -1;
     // The one behind the last is looked at as well: it could tie with it.
-    while (m_ordersOf.step() && int(numbers.size()) < kLastOrders) {
-        numbers.push_back(m_ordersOf.integer(0));
+    for (int orders = 0; m_ordersOf.step() && orders < kLastOrders; ++orders) {
+        oldest = m_ordersOf.integer(0);
         take(m_ordersOf.real(1));
         take(m_ordersOf.real(2));
     }
     m_ordersOf.reset();
-    if (numbers.empty())
+    if (oldest == -1)
         return;
-    RawStatement& lines = *m_linesOf[numbers.size() - 1];
-    for (size_t i = 0; i < numbers.size(); ++i)
-        lines.bind(int(i) + 1, numbers[i]);
-    while (lines.step()) {
-        take(lines.integer(0));
-        take(lines.real(2));
-        take(lines.text(lines.integer(1) != 0 ? 3 : 4));
+    m_linesOf.bind(1, m_lastKunde);
+    m_linesOf.bind(2, oldest);
+    while (m_linesOf.step()) {
+        take(m_linesOf.integer(0));
+        take(m_linesOf.real(2));
+        take(m_linesOf.text(m_linesOf.integer(1) != 0 ? 3 : 4));
     }
-    lines.reset();
+    m_linesOf.reset();
 }
 
 void RawRoads::readArtikel() {

@@ -1,7 +1,6 @@
 #pragma once
 #include "RawStore.h"
 #include "Workload.h"
-#include <memory>
 #include <variant>
 #include <vector>
 
@@ -58,9 +57,7 @@ class RawRoads {
 
     RawStatement m_begin, m_commit, m_lastTrxNr, m_nextTrxNr, m_findKunde, m_adresse, m_exists, m_artikel,
         m_extras, m_insertHead, m_insertLine, m_finished, m_head, m_kurier, m_lines, m_code, m_produkt,
-        m_extra, m_following, m_ordersOf;
-    /// Each for so many orders.
-    std::vector<std::unique_ptr<RawStatement>> m_linesOf;
+        m_extra, m_following, m_ordersOf, m_linesOf;
     std::vector<Line> m_read;
     Row m_bookedHead;
     std::vector<Row> m_bookedLines;

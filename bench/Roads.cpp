@@ -24,10 +24,11 @@ Roads::Roads(const QString& folder, const QString& copy) :
 }
 
 Roads::~Roads() {
-    for (const char* where : {"Master WHERE lng_TrxNr", "Details WHERE lng_TrxNrMaster"}) {
-        const QString sql = QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_") +
-                            QString::fromLatin1(where) + QStringLiteral(" > ") +
-                            QString::number(m_lastBefore);
+    const QString booked = QStringLiteral(" > ") + QString::number(m_lastBefore);
+    for (const QString& rows : {QStringLiteral("Bestellungen_Master WHERE lng_TrxNr") + booked,
+                                QStringLiteral("Bestellungen_Details WHERE lng_TrxNrMaster") + booked,
+                                QStringLiteral("Erledigt")}) {
+        const QString sql = QStringLiteral("DELETE FROM tbl_Auftragswesen_") + rows;
         ConnMain.Execute(sql);
         m_store.run(sql.toUtf8().constData());
     }
@@ -104,7 +105,22 @@ std::vector<Road> Roads::painted() {
         };
     };
     return {
-        {"Painted: call to customer", 1, painting([this](size_t i) { m_screen.call(caller(i).number); }), {}},
+        {"Painted: call to customer",
+         1,
+         [this](size_t i) {
+             m_screen.call(caller(i).number);
+             ScreenRoads::paintOnly();
+         },
+         {}},
+        {"Painted: call and last orders",
+         1,
+         [this](size_t i) {
+             m_screen.call(caller(i).number);
+             ScreenRoads::paintOnly();
+             m_screen.lastOrders();
+             ScreenRoads::paintOnly();
+         },
+         {}},
         {"Painted: keyed code to line",
          5,
          painting([this](size_t i) { m_screen.keyedCode(code(i).keyed); }),

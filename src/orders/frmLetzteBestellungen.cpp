@@ -118,13 +118,15 @@ frmLetzteBestellungen::frmLetzteBestellungen(QWidget* parent) :
     layout->setContentsMargins(8, 6, 8, 6);
     layout->addWidget(m_list);
     setKunde(-1);
+    readNow();
 
     // Behind all that waits to be painted.
-    m_timer.setInterval(0);
     m_timer.setSingleShot(true);
     connectGuarded(Origin::Timer, &m_timer, &QTimer::timeout, this, [this] { readNow(); });
     connectGuarded(Origin::User, m_list, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
-        Q_EMIT bestellungChosen(m_model->bestellungen().at(size_t(index.row())).lng_TrxNr);
+        // What still stands there of another customer is not his.
+        if (!m_waits)
+            Q_EMIT bestellungChosen(m_model->bestellungen().at(size_t(index.row())).lng_TrxNr);
     });
 }
 
@@ -166,20 +168,20 @@ void frmLetzteBestellungen::initStyleOption(QStyleOptionGroupBox* option) const 
 
 void frmLetzteBestellungen::setKunde(qint64 kundenId) {
     m_kundenId = kundenId;
-    m_waits = kundenId > 0;
-    fill({}, m_waits ? QString() : tr("Hier stehen die letzten Bestellungen des Kunden."));
-    if (m_waits)
+    m_waits = true;
+    if (!m_timer.isActive())
         m_timer.start();
-    else
-        m_timer.stop();
 }
 
 void frmLetzteBestellungen::readNow() {
     if (!std::exchange(m_waits, false))
         return;
     m_timer.stop();
-    fill(modLetzteBestellungen::LoadLetzteBestellungen(m_kundenId, kMostOrders),
-         tr("Der Kunde bestellt zum ersten Mal."));
+    if (m_kundenId > 0)
+        fill(modLetzteBestellungen::LoadLetzteBestellungen(m_kundenId, kMostOrders),
+             tr("Der Kunde bestellt zum ersten Mal."));
+    else
+        fill({}, tr("Hier stehen die letzten Bestellungen des Kunden."));
 }
 
 void frmLetzteBestellungen::fill(Bestellungen bestellungen, const QString& emptyText) {
@@ -191,7 +193,8 @@ void frmLetzteBestellungen::fill(Bestellungen bestellungen, const QString& empty
     Q_EMIT filled(!bestellungen.empty());
     m_list->emptyText = emptyText;
     m_model->setBestellungen(std::move(bestellungen));
-    update();
+    // The title.
+    update(0, 0, width(), layout()->geometry().top());
 }
 
 std::optional<qint64> frmLetzteBestellungen::newest() {

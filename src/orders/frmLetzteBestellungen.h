@@ -10,8 +10,8 @@ class frmLetzteBestellungen : public QGroupBox {
   public:
     explicit frmLetzteBestellungen(QWidget* parent = nullptr);
 
-    /// Shows the orders of this customer instead of another one's. They are read once what else has changed
-    /// is painted, and only for the customer who stays. -1 shows none.
+    /// The orders of this customer take the place of another one's, -1 shows none: once what else has changed
+    /// is painted, and only for the customer who stays. Until then nothing can be chosen.
     void setKunde(qint64 kundenId);
     /// Reads at once what is still waiting to be read.
     void readNow();

@@ -33,17 +33,16 @@ std::vector<LetzteBestellung> readHeads(qint64 kundenId, int most) {
     return heads;
 }
 
-/// All lines of these orders in one query, with their names.
-QString linesSql(const std::vector<LetzteBestellung>& heads) {
-    QStringList numbers;
-    for (const LetzteBestellung& head : heads)
-        numbers << QString::number(head.lng_TrxNr);
+/// The lines of the customer's orders from that number on, with their names.
+QString linesSql(qint64 kundenId, qint64 oldest) {
     return u"SELECT d.lng_TrxNrMaster, d.flag_IsProdukt, d.dbl_Menge, p.txt_Produkt, e.txt_Extra FROM %1 AS "
-           u"d "
+           u"m "
+           u"JOIN %2 AS d ON d.lng_TrxNrMaster = m.lng_TrxNr "
            u"LEFT JOIN tbl_Verwaltung_Produkte AS p ON p.lng_ID = d.lng_ProduktID "
            u"LEFT JOIN tbl_Verwaltung_ProdukteExtras AS e ON e.lng_ID = d.lng_ExtraID "
-           u"WHERE d.lng_TrxNrMaster IN (%2) ORDER BY d.dbl_TrxNr"_s.arg(orders::BookedOrders().details,
-                                                                         numbers.join(u", "_s));
+           u"WHERE m.lng_KundenID = %3 AND m.lng_TrxNr >= %4 ORDER BY d.dbl_TrxNr"_s.arg(
+               orders::BookedOrders().master, orders::BookedOrders().details, QString::number(kundenId),
+               QString::number(oldest));
 }
 
 QString nameOf(store::Recordset& line, bool isProdukt) {
@@ -88,7 +87,8 @@ std::vector<LetzteBestellung> LoadLetzteBestellungen(qint64 kundenId, int most) 
     std::vector<LetzteBestellung> bestellungen = readHeads(kundenId, most);
     if (bestellungen.empty())
         return bestellungen;
-    for (OpenRecordset line(RsMain, linesSql(bestellungen), ConnMain); !line->Eof(); line->MoveNext()) {
+    for (OpenRecordset line(RsMain, linesSql(kundenId, bestellungen.back().lng_TrxNr), ConnMain);
+         !line->Eof(); line->MoveNext()) {
         const qint64 trxNr = line->Fields(u"lng_TrxNrMaster").toLong();
         const bool isProdukt = line->Fields(u"flag_IsProdukt").Value().isTrue();
         const QString name = nameOf(RsMain, isProdukt);

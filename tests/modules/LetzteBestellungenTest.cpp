@@ -1,6 +1,7 @@
 #include "common/Convert.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "orders/modLetzteBestellungen.h"
+#include "support/StatementLog.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
@@ -55,7 +56,10 @@ TEST_F(LetzteBestellungen, AreTheCustomersOwnTheNewestFirst) {
     ConnMain.Execute(u"UPDATE tbl_Verwaltung_Produkte SET txt_Produkt = 'Rotwein' WHERE lng_ID = 3"_s);
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte WHERE lng_ID = 5"_s);
 
+    const test::StatementLog log(ConnMain);
     const auto orders = LoadLetzteBestellungen(TestFirm::kAnna, 2);
+    EXPECT_FALSE(test::planOf(ConnMain, log.statements().at(0)).join(u' ').contains(u"TEMP B-TREE"))
+        << "reads all orders of the customer to sort them";
     ASSERT_EQ(orders.size(), 2u);
     EXPECT_EQ(orders[0].lng_TrxNr, newest);
     EXPECT_EQ(orders[1].lng_TrxNr, older);

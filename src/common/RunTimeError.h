@@ -6,7 +6,8 @@ namespace common {
 
 /// A failure of the store or the platform: what the lower floors throw and never swallow.
 ///
-/// `sentence()` is German and meant for the error box; `detail()` is technical and meant for the log.
+/// `sentence()` is German and meant for the error box; `detail()` is technical and meant for the log: of a
+/// statement it tells the text without its values.
 /// At the top one handler shows the box, writes the log line and ends the program; see Guard.h.
 class RunTimeError : public std::runtime_error {
   public:
@@ -29,6 +30,7 @@ enum RunTimeErrorNumber : int {
     kTypeMismatch = 13,
     kFileNotFound = 53,
     kDiskFull = 61,
+    kNotWritable = 70,
     kNoCurrentRow = 3021,
     kFieldNotFound = 3265,
     kObjectOpen = 3705,

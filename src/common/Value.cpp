@@ -6,8 +6,10 @@
 namespace common {
 namespace {
 
+/// The text itself may be anybody's number or password and is not for the log.
 [[noreturn]] void mismatch(const QString& text) {
-    throw RunTimeError(kTypeMismatch, QStringLiteral(u"Typen unverträglich."), text);
+    throw RunTimeError(kTypeMismatch, QStringLiteral(u"Typen unverträglich."),
+                       QStringLiteral("a text of %1 characters").arg(text.size()));
 }
 
 QString serialText(double days) {

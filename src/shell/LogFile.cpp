@@ -1,6 +1,7 @@
 #include "shell/LogFile.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "common/OwnerFile.h"
 #include <QFile>
 #include <QFileInfo>
 
@@ -28,6 +29,8 @@ void LogFile::write(const QString& kind, const QString& text) {
         QFile::remove(m_path + QStringLiteral(".1"));
         QFile::rename(m_path, m_path + QStringLiteral(".1"));
     }
+    if (!common::createForOwner(m_path))
+        common::keepForOwner(m_path);
     QFile file(m_path);
     if (!file.open(QIODevice::Append))
         return;

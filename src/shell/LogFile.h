@@ -4,7 +4,7 @@
 namespace shell {
 
 /// The program's log: one line an event, appended; at a megabyte the file becomes the one before (".1") and a
-/// new one begins. A log that cannot be written is no reason to stop.
+/// new one begins. For its owner's eyes only. A log that cannot be written is no reason to stop.
 class LogFile {
   public:
     /// Nothing is written until the first line.

@@ -1,10 +1,7 @@
 #include "store/Connection.h"
 #include "common/RunTimeError.h"
 #include "store/ConnectionString.h"
-#include "store/CreateDatabase.h"
 #include "store/Recordset.h"
-#include "store/SqliteEngine.h"
-#include <QFile>
 
 namespace store {
 
@@ -19,8 +16,7 @@ Connection::~Connection() {
 void Connection::Open(const QString& connectionString) {
     if (IsOpen())
         throw common::RunTimeError(common::kObjectOpen, u"Die Datenbankverbindung ist bereits geöffnet."_s);
-    const ConnectionString parts = ConnectionString::parse(connectionString);
-    m_engine = std::make_unique<SqliteEngine>(parts.path, parts.password);
+    m_engine = openEngine(ConnectionString::parse(connectionString));
     m_connectionString = connectionString;
 }
 
@@ -72,22 +68,6 @@ Transaction::~Transaction() {
 void Transaction::commit() {
     m_connection.CommitTrans();
     m_done = true;
-}
-
-void CompactDatabase(const QString& sourceConnection, const QString& targetConnection) {
-    const ConnectionString source = ConnectionString::parse(sourceConnection);
-    const ConnectionString target = ConnectionString::parse(targetConnection);
-    if (QFile::exists(target.path))
-        throw common::RunTimeError(common::kTargetExists,
-                                   u"Die Zieldatei \"%1\" besteht bereits."_s.arg(target.path));
-    try {
-        SqliteEngine(source.path, source.password).compactInto(target.path);
-        if (source.password != target.password)
-            setPassword(target.path, source.password, target.password);
-    } catch (...) {
-        QFile::remove(target.path);
-        throw;
-    }
 }
 
 QString sqlText(const QString& text) {

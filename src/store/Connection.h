@@ -36,9 +36,6 @@ class Connection {
     /// The string as it was given to Open, for a grid's data control.
     const QString& ConnectionText() const { return m_connectionString; }
 
-    /// `text` between single quotes, such that a quote inside is data and never ends the literal.
-    QString quoted(const QString& text) const { return engine().quote(text); }
-
     /// The engine; throws kObjectClosed when the connection is closed.
     Engine& engine() const;
 
@@ -70,11 +67,6 @@ class Transaction {
     Connection& m_connection;
     bool m_done = false;
 };
-
-/// Writes a compacted copy of the source's database to the target's path. Both are connection strings; the
-/// passwords must fit the source, and the target takes the target string's. An existing target is refused
-/// (kTargetExists).
-void CompactDatabase(const QString& sourceConnection, const QString& targetConnection);
 
 /// `text` as an SQL literal: quotes inside are doubled. The same for every engine that speaks the firm's
 /// dialect.

@@ -9,10 +9,33 @@ QString nativePath(const QString& path) {
     return QDir::cleanPath(result.replace(u'\\', u'/'));
 }
 
+namespace {
+
+bool beginsPart(const QString& text) {
+    const QString name = text.section(u'=', 0, 0).trimmed().toLower();
+    return text.contains(u'=') && (name == u"provider" || name == u"data source" || name == u"mode" ||
+                                   name == u"persist security info" || name.startsWith(u"jet oledb:"));
+}
+
+/// A semicolon ends a part where a known name follows, or nothing; else it belongs to the value.
+QStringList partsOf(QString text) {
+    if (text.endsWith(u';'))
+        text.chop(1);
+    QStringList parts;
+    for (const QString& piece : text.split(u';')) {
+        if (parts.isEmpty() || beginsPart(piece))
+            parts.append(piece);
+        else
+            parts.last() += u';' + piece;
+    }
+    return parts;
+}
+
+} // namespace
+
 ConnectionString ConnectionString::parse(const QString& text) {
     ConnectionString result;
-    const QStringList parts = text.split(u';', Qt::SkipEmptyParts);
-    for (const QString& part : parts) {
+    for (const QString& part : partsOf(text.trimmed())) {
         const qsizetype equals = part.indexOf(u'=');
         const QString name = part.left(equals).trimmed().toLower();
         if (name == u"data source")

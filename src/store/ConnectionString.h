@@ -4,8 +4,9 @@
 namespace store {
 
 /// A connection string, taken apart: "Provider=…;Data Source=path ;Mode=Read|Write;…;Jet OLEDB:Database
-/// Password=…;". Names count without regard to case, blanks around names and values do not count, back
-/// slashes in the path are separators on every platform.
+/// Password=…;". Names count without regard to case, blanks around names and values do not count, a
+/// semicolon inside a value counts where no known name follows, back slashes in the path are separators on
+/// every platform.
 struct ConnectionString {
     QString path;
     QString password;

@@ -1,5 +1,7 @@
 #include "store/CreateDatabase.h"
+#include "common/OwnerFile.h"
 #include "common/RunTimeError.h"
+#include "store/ConnectionString.h"
 #include "store/PasswordGate.h"
 #include "store/SqliteEngine.h"
 #include "store/SqliteErrors.h"
@@ -27,6 +29,7 @@ void writeVerifier(SQLite::Database& database, const QString& password) {
 void createDatabase(const QString& path, const QString& password) {
     if (QFile::exists(path))
         throw common::RunTimeError(common::kTargetExists, u"Die Datei \"%1\" besteht bereits."_s.arg(path));
+    common::createForOwner(path);
     try {
         SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         database.exec("PRAGMA journal_mode = WAL");
@@ -46,6 +49,22 @@ void setPassword(const QString& path, const QString& oldPassword, const QString&
         writeVerifier(database, newPassword);
     } catch (const SQLite::Exception& error) {
         throwStoreError(error, path);
+    }
+}
+
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection) {
+    const ConnectionString source = ConnectionString::parse(sourceConnection);
+    const ConnectionString target = ConnectionString::parse(targetConnection);
+    if (QFile::exists(target.path))
+        throw common::RunTimeError(common::kTargetExists,
+                                   u"Die Zieldatei \"%1\" besteht bereits."_s.arg(target.path));
+    try {
+        SqliteEngine(source.path, source.password).compactInto(target.path);
+        if (source.password != target.password)
+            setPassword(target.path, source.password, target.password);
+    } catch (...) {
+        QFile::remove(target.path);
+        throw;
     }
 }
 

@@ -9,12 +9,17 @@ inline constexpr int kSchemaVersion = 1;
 /// Marks a file as one of ours.
 inline constexpr int kApplicationId = 0x54564c4e;
 
-/// Creates an empty database file with the password gate. An empty password leaves the gate open.
-/// The password is a gate only: the data in the file are not encrypted; the file keeps a salted verifier.
-/// Throws common::RunTimeError kTargetExists when the file exists.
+/// Creates an empty database file, for its owner only, with the password gate. An empty password leaves the
+/// gate open. The password is a gate only: the data in the file are not encrypted; the file keeps a salted
+/// verifier. Throws common::RunTimeError kTargetExists when the file exists.
 void createDatabase(const QString& path, const QString& password);
 
 /// Sets another password on an open, own file; used on a compacted copy.
 void setPassword(const QString& path, const QString& oldPassword, const QString& newPassword);
+
+/// Writes a compacted copy of the source's database to the target's path, for its owner only. Both are
+/// connection strings; the passwords must fit the source, and the target takes the target string's. An
+/// existing target is refused (kTargetExists).
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection);
 
 } // namespace store

@@ -10,7 +10,7 @@ using Tokens = std::vector<Token>;
 
 [[noreturn]] void fail(const QString& why, const QString& sql) {
     throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s,
-                               why + u": "_s + sql);
+                               why + u": "_s + withoutValues(sql));
 }
 
 bool isComparison(const Token& token) {

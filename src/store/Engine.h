@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-/// The seam behind which a database engine stands. Connections and recordsets know only this; a second engine
-/// fills the same five operations: execute, query, transaction, new key, dialect (the statements come in the
-/// program's own dialect, each engine translates them by itself).
+/// The seam behind which a database engine stands. Connections, recordsets and all above know only this. A
+/// second engine fills this class and is chosen in openEngine. Statements come in the program's own dialect
+/// and each engine translates them by itself; texts get into them by sqlText.
 namespace store {
 
 /// What a column holds, as declared in the schema. It decides how values are written and read back.
@@ -40,7 +40,8 @@ class Engine {
     virtual std::unique_ptr<Cursor> query(const QString& sql, bool keyed) = 0;
     /// Columns of a table or view in the schema's order; empty when there is none of that name.
     virtual const std::vector<Column>& columnsOf(const QString& table) = 0;
-    /// Adds a row and gives its row key, which is the table's counter where it has one.
+    /// Adds a row and gives its row key, which is the table's counter where it has one. Values come in the
+    /// type of their column or one that converts to it; what does not throws kTypeMismatch.
     virtual qint64 insert(const QString& table, const std::vector<Column>& columns,
                           const std::vector<common::Value>& values) = 0;
     virtual void update(const QString& table, qint64 rowKey, const std::vector<Column>& columns,
@@ -52,8 +53,12 @@ class Engine {
     virtual void commit() = 0;
     virtual void rollback() = 0;
     virtual bool inTransaction() const = 0;
-    /// Text between quotes, such that it is data and never syntax.
-    virtual QString quote(const QString& text) const = 0;
+    /// Whether the database may be written at all.
+    virtual bool isWritable() const = 0;
 };
+
+struct ConnectionString;
+/// The engine that the connection string asks for, connected. Throws what Connection::Open throws.
+std::unique_ptr<Engine> openEngine(const ConnectionString& parts);
 
 } // namespace store

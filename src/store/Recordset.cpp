@@ -3,6 +3,7 @@
 #include "store/FetchedRows.h"
 #include "store/KeyedRows.h"
 #include "store/StreamedRows.h"
+#include "store/Tokens.h"
 #include <algorithm>
 
 namespace store {
@@ -56,7 +57,7 @@ void Recordset::abandon() {
 
 void Recordset::Open(const QString& source, Connection& connection, int cursorType, int lockType, int) {
     if (IsOpen())
-        throw RunTimeError(common::kObjectOpen, u"Die Datensatzgruppe ist bereits geöffnet."_s, m_source);
+        fail(common::kObjectOpen, u"Die Datensatzgruppe ist bereits geöffnet."_s);
     Engine& engine = connection.engine();
     const bool streamed = cursorType == adOpenForwardOnly && lockType == adLockReadOnly;
     const bool query = isQuery(source);
@@ -72,13 +73,21 @@ void Recordset::Open(const QString& source, Connection& connection, int cursorTy
 
 void Recordset::Open(const QString& source, int cursorType, int lockType, int options) {
     if (!m_active)
-        throw RunTimeError(common::kObjectClosed, u"Die Datenbankverbindung fehlt."_s, source);
+        throw RunTimeError(common::kObjectClosed, u"Die Datenbankverbindung fehlt."_s);
     Open(source, *m_active, cursorType, lockType, options);
 }
 
 void Recordset::Close() {
     requireOpen();
     abandon();
+}
+
+void Recordset::fail(int number, const QString& sentence) const {
+    throw RunTimeError(number, sentence, withoutValues(m_source));
+}
+
+void Recordset::failWithoutRow() const {
+    fail(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s);
 }
 
 void Recordset::requireOpen() const {
@@ -110,7 +119,7 @@ std::unique_ptr<RowSource> Recordset::openRows() {
 RowSource& Recordset::currentRow() {
     RowSource& source = rows();
     if (!source.hasRow(m_position))
-        throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
+        failWithoutRow();
     return source;
 }
 
@@ -144,7 +153,7 @@ void Recordset::MoveNext() {
 void Recordset::MovePrevious() {
     requireOpen();
     if (m_position == 0)
-        throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
+        failWithoutRow();
     moveTo(m_position - 1);
 }
 
@@ -175,8 +184,7 @@ int Recordset::columnIndex(QStringView name) {
     for (size_t i = 0; i < columns.size(); ++i)
         if (name.compare(columns[i].name, Qt::CaseInsensitive) == 0)
             return int(i);
-    throw RunTimeError(common::kFieldNotFound, u"Das Feld \"%1\" wurde nicht gefunden."_s.arg(name),
-                       m_source);
+    fail(common::kFieldNotFound, u"Das Feld \"%1\" wurde nicht gefunden."_s.arg(name));
 }
 
 Field Recordset::Fields(QStringView name) {
@@ -195,7 +203,7 @@ Value Recordset::fieldValue(int column) {
 
 void Recordset::putField(int column, const Value& value) {
     if (!m_updatable)
-        throw RunTimeError(common::kStoreFailure, u"Die Zeile kann nicht geändert werden."_s, m_source);
+        fail(common::kStoreFailure, u"Die Zeile kann nicht geändert werden."_s);
     if (!m_edit)
         m_edit = std::make_unique<Edit>(false, currentRow().columns().size());
     m_edit->values[size_t(column)] = value;
@@ -205,7 +213,7 @@ void Recordset::putField(int column, const Value& value) {
 Value Recordset::valueAt(int row, int column) {
     RowSource& source = rows();
     if (!source.hasRow(row))
-        throw RunTimeError(common::kNoCurrentRow, u"Es ist kein aktueller Datensatz vorhanden."_s, m_source);
+        failWithoutRow();
     return source.value(row, column);
 }
 
@@ -220,7 +228,7 @@ void Recordset::prefetch(int first, int last) {
 void Recordset::AddNew() {
     requireOpen();
     if (!m_updatable)
-        throw RunTimeError(common::kStoreFailure, u"Es kann keine Zeile angefügt werden."_s, m_source);
+        fail(common::kStoreFailure, u"Es kann keine Zeile angefügt werden."_s);
     m_edit = std::make_unique<Edit>(true, editable().size());
 }
 
@@ -266,7 +274,7 @@ void Recordset::Sort(const QString& order) {
 void Recordset::Filter(const QString& condition) {
     requireOpen();
     if (!m_plan)
-        throw RunTimeError(common::kSqlFailure, u"Diese Zeilen können nicht gefiltert werden."_s, m_source);
+        fail(common::kSqlFailure, u"Diese Zeilen können nicht gefiltert werden."_s);
     m_filter = condition;
     m_rows.reset();
     m_fetched = nullptr;

@@ -133,6 +133,8 @@ class Recordset {
     /// Values of a row that is added or changed, and which of them were put.
     struct Edit;
 
+    [[noreturn]] void fail(int number, const QString& sentence) const;
+    [[noreturn]] void failWithoutRow() const;
     void requireOpen() const;
     /// Runs the query where that has not happened yet.
     RowSource& rows();

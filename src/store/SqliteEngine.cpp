@@ -1,7 +1,9 @@
 #include "store/SqliteEngine.h"
+#include "common/OwnerFile.h"
 #include "common/RunTimeError.h"
 #include "store/Collation.h"
 #include "store/Connection.h"
+#include "store/ConnectionString.h"
 #include "store/CreateDatabase.h"
 #include "store/Dialect.h"
 #include "store/PasswordGate.h"
@@ -98,6 +100,9 @@ SqliteEngine::SqliteEngine(const QString& path, const QString& password) : m_pat
         throw common::RunTimeError(
             common::kFileNotFound,
             u"Die Datenbankdatei \"%1\" wurde nicht gefunden."_s.arg(QDir::toNativeSeparators(path)), path);
+    // A database of an earlier program may be open to others still.
+    for (const char16_t* suffix : {u"", u"-wal", u"-shm"})
+        common::keepForOwner(path + QString::fromUtf16(suffix));
     try {
         m_database = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, 5000);
         registerFunctions(m_database->getHandle());
@@ -113,6 +118,10 @@ SqliteEngine::SqliteEngine(const QString& path, const QString& password) : m_pat
 }
 
 SqliteEngine::~SqliteEngine() = default;
+
+std::unique_ptr<Engine> openEngine(const ConnectionString& parts) {
+    return std::make_unique<SqliteEngine>(parts.path, parts.password);
+}
 
 void SqliteEngine::checkFile(const QString& password) {
     const QString file = QFileInfo(m_path).fileName();
@@ -211,7 +220,7 @@ qint64 SqliteEngine::execute(const QString& sql) {
         giveBack(*plan, std::move(statement));
         return changes;
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, sql);
+        throwStoreError(error, m_path, sql);
     }
 }
 
@@ -220,7 +229,7 @@ std::unique_ptr<Cursor> SqliteEngine::query(const QString& sql, bool keyed) {
     try {
         return std::make_unique<SqliteCursor>(*this, plan, m_shape.literals);
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, sql);
+        throwStoreError(error, m_path, sql);
     }
 }
 
@@ -276,7 +285,7 @@ qint64 SqliteEngine::insert(const QString& table, const std::vector<Column>& col
         write(writerFor(true, table, columns), columns, values, nullptr);
         return m_database->getLastInsertRowid();
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, u"INSERT INTO "_s + table);
+        throwStoreError(error, m_path, u"INSERT INTO "_s + table);
     }
 }
 
@@ -287,7 +296,7 @@ void SqliteEngine::update(const QString& table, qint64 rowKey, const std::vector
     try {
         write(writerFor(false, table, columns), columns, values, &rowKey);
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, u"UPDATE "_s + table);
+        throwStoreError(error, m_path, u"UPDATE "_s + table);
     }
 }
 
@@ -311,7 +320,7 @@ qint64 SqliteEngine::newKey(const QString& table) {
         reserve.executeStep();
         return reserved;
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, u"new key of "_s + table);
+        throwStoreError(error, m_path, u"new key of "_s + table);
     }
 }
 
@@ -331,11 +340,12 @@ bool SqliteEngine::inTransaction() const {
     return sqlite3_get_autocommit(m_database->getHandle()) == 0;
 }
 
-QString SqliteEngine::quote(const QString& text) const {
-    return sqlText(text);
+bool SqliteEngine::isWritable() const {
+    return sqlite3_db_readonly(m_database->getHandle(), "main") == 0;
 }
 
 void SqliteEngine::compactInto(const QString& path) {
+    common::createForOwner(path);
     execute(u"VACUUM INTO "_s + sqlText(path));
 }
 

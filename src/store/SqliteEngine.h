@@ -34,7 +34,7 @@ class SqliteEngine : public Engine {
     void commit() override;
     void rollback() override;
     bool inTransaction() const override;
-    QString quote(const QString& text) const override;
+    bool isWritable() const override;
 
     /// Copies the database, compacted, into a new file.
     void compactInto(const QString& path);

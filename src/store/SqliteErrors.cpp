@@ -1,5 +1,8 @@
 #include "store/SqliteErrors.h"
 #include "common/RunTimeError.h"
+#include "store/Tokens.h"
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <SQLiteCpp/Exception.h>
 #include <sqlite3.h>
 
@@ -15,28 +18,40 @@ struct Known {
     const char16_t* sentence;
 };
 
+/// "%1" is the name of the database's file.
 constexpr Known kKnown[] = {
     {SQLITE_FULL, common::kDiskFull, u"Der Datenträger ist voll. Es konnte nicht gespeichert werden."},
-    {SQLITE_CORRUPT, common::kStoreFailure, u"Die Datenbankdatei ist beschädigt."},
-    {SQLITE_NOTADB, common::kStoreFailure, u"Die Datei ist keine Datenbank oder ist beschädigt."},
-    {SQLITE_BUSY, common::kStoreFailure, u"Die Datenbank wird von einem anderen Programm benutzt."},
-    {SQLITE_LOCKED, common::kStoreFailure, u"Die Datenbank wird von einem anderen Programm benutzt."},
-    {SQLITE_READONLY, common::kStoreFailure, u"Die Datenbank kann nicht beschrieben werden."},
-    {SQLITE_CANTOPEN, common::kFileNotFound, u"Die Datenbankdatei kann nicht geöffnet werden."},
-    {SQLITE_IOERR, common::kStoreFailure, u"Die Datenbankdatei kann nicht gelesen oder geschrieben werden."},
+    {SQLITE_CORRUPT, common::kStoreFailure, u"Die Datenbank \"%1\" ist beschädigt."},
+    {SQLITE_NOTADB, common::kStoreFailure,
+     u"Die Datei \"%1\" ist keine Datenbank von Tavolino oder ist beschädigt."},
+    {SQLITE_BUSY, common::kStoreFailure, u"Die Datenbank \"%1\" wird von einem anderen Programm benutzt."},
+    {SQLITE_LOCKED, common::kStoreFailure, u"Die Datenbank \"%1\" wird von einem anderen Programm benutzt."},
+    {SQLITE_READONLY, common::kNotWritable, u"Die Datenbank \"%1\" kann nicht beschrieben werden."},
+    {SQLITE_CANTOPEN, common::kFileNotFound, u"Die Datenbank \"%1\" kann nicht geöffnet werden."},
+    {SQLITE_IOERR, common::kStoreFailure,
+     u"Die Datenbank \"%1\" kann nicht gelesen oder geschrieben werden."},
     {SQLITE_CONSTRAINT, common::kDuplicateKey, u"Dieser Eintrag besteht bereits oder ist unvollständig."},
     {SQLITE_TOOBIG, common::kStoreFailure, u"Der Eintrag ist zu gross."},
 };
 
+/// The engine quotes a piece of the statement, which may be a value.
+QString reasonOf(const SQLite::Exception& error) {
+    static const QRegularExpression quoted(u"\"[^\"]*\""_s);
+    return QString::fromUtf8(error.what()).replace(quoted, u"\"?\""_s);
+}
+
 } // namespace
 
-void throwStoreError(const SQLite::Exception& error, const QString& context) {
+void throwStoreError(const SQLite::Exception& error, const QString& path, const QString& statement) {
     const int code = error.getErrorCode() & 0xFF;
-    const QString detail = QString::fromUtf8(error.what()) + u" ("_s +
-                           QString::number(error.getExtendedErrorCode()) + u") in: "_s + context;
+    const QString file = QFileInfo(path).fileName();
+    const QString detail = u"%1 (%2) in %3: %4"_s.arg(reasonOf(error))
+                               .arg(error.getExtendedErrorCode())
+                               .arg(file, withoutValues(statement));
     for (const Known& known : kKnown)
         if (known.code == code)
-            throw common::RunTimeError(known.number, QString::fromUtf16(known.sentence), detail);
+            throw common::RunTimeError(known.number,
+                                       QString::fromUtf16(known.sentence).replace(u"%1"_s, file), detail);
     throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s, detail);
 }
 

@@ -7,8 +7,9 @@ class Exception;
 
 namespace store {
 
-/// Throws the engine's error as a RunTimeError whose sentence a user can read; `context` (a statement or a
-/// path) goes into the detail.
-[[noreturn]] void throwStoreError(const SQLite::Exception& error, const QString& context);
+/// Throws the engine's error as a RunTimeError whose sentence a user can read: it names the database's file.
+/// The statement goes into the detail, without its values.
+[[noreturn]] void throwStoreError(const SQLite::Exception& error, const QString& path,
+                                  const QString& statement = {});
 
 } // namespace store

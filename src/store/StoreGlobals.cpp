@@ -1,4 +1,5 @@
 #include "store/StoreGlobals.h"
+#include "common/RunTimeError.h"
 
 store::Connection ConnMain;
 store::Recordset RsMain;
@@ -63,13 +64,28 @@ QString onlineShopConnectionString() {
     return open(u"DBOnlineShop.mdb");
 }
 
+namespace {
+
+/// Told at the start, and not by the first order that cannot be stored.
+void requireWritable(const store::Connection& connection, const char16_t* file) {
+    if (!connection.engine().isWritable())
+        throw common::RunTimeError(
+            common::kNotWritable,
+            u"Die Datenbank \"%1\" kann nicht beschrieben werden. Bitte prüfen Sie die Rechte der Datei im Ordner \"Data\"."_s
+                .arg(QString::fromUtf16(file)));
+}
+
+} // namespace
+
 void OpenDatabases(const std::function<void()>& saveRegistry) {
     if (saveRegistry)
         saveRegistry();
     ConnMain.Open(mainConnectionString());
+    requireWritable(ConnMain, u"DBTavolino.mdb");
     ConnPhone.Open(phoneConnectionString());
     PfadPrintDB = theAppPath + u"\\Data\\DB_PRINT_Tavolino.mdb"_s;
     ConnPrint.Open(printConnectionString());
+    requireWritable(ConnPrint, u"DB_PRINT_Tavolino.mdb");
     RsPrint.SetActiveConnection(ConnPrint);
 }
 

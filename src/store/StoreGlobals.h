@@ -37,7 +37,8 @@ extern const char* const kMainPassword;
 extern const char* const kPhonePassword;
 
 /// Opens the three lasting connections and prepares the work recordsets; `saveRegistry` is its first act.
-/// Throws what Connection::Open throws.
+/// Throws what Connection::Open throws, and kNotWritable where the main or the print database may be read
+/// only; the directory is never written.
 void OpenDatabases(const std::function<void()>& saveRegistry = {});
 /// Closes them in the same order. What follows is always the program's end.
 void CloseDatabases();

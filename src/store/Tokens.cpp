@@ -26,8 +26,8 @@ bool isNumberStart(QStringView sql, qsizetype i) {
     return sql[i].isDigit() || (sql[i] == u'.' && at(sql, i + 1).isDigit());
 }
 
-/// Behind the closing sign of a text or [name] that opens at `i`.
-qsizetype afterEnclosed(QStringView sql, qsizetype i, QChar end) {
+/// Behind the closing sign of a text or [name] that opens at `i`; -1 when it does not end.
+qsizetype endOfEnclosed(QStringView sql, qsizetype i, QChar end) {
     for (++i; i < sql.size(); ++i) {
         if (sql[i] != end)
             continue;
@@ -35,8 +35,15 @@ qsizetype afterEnclosed(QStringView sql, qsizetype i, QChar end) {
             return i + 1;
         ++i;
     }
-    throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s,
-                               u"unfinished text in: "_s + sql.toString());
+    return -1;
+}
+
+qsizetype afterEnclosed(QStringView sql, qsizetype i, QChar end) {
+    const qsizetype behind = endOfEnclosed(sql, i, end);
+    if (behind < 0)
+        throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s,
+                                   u"unfinished text in: "_s + withoutValues(sql.toString()));
+    return behind;
 }
 
 qsizetype afterNumber(QStringView sql, qsizetype i) {
@@ -118,6 +125,26 @@ class Scanner {
 
 std::vector<Token> tokenize(const QString& sql) {
     return Scanner(sql).run();
+}
+
+QString withoutValues(const QString& statement) {
+    const QStringView sql(statement);
+    QString result;
+    for (qsizetype i = 0; i < sql.size();) {
+        const bool isText = isQuote(sql[i]);
+        const bool isNumber = isNumberStart(sql, i);
+        const bool isName = sql[i] == u'[';
+        const qsizetype end = isText                ? endOfEnclosed(sql, i, sql[i])
+                              : isName              ? endOfEnclosed(sql, i, u']')
+                              : isNumber            ? afterNumber(sql, i)
+                              : isWordStart(sql[i]) ? afterWord(sql, i)
+                                                    : i + 1;
+        result += isText || isNumber || end < 0 ? u"?"_s : sql.mid(i, end - i).toString();
+        if (end < 0)
+            break;
+        i = end;
+    }
+    return result;
 }
 
 size_t findClause(const std::vector<Token>& tokens, const char16_t* word, size_t from) {

@@ -25,6 +25,10 @@ struct Token {
 /// Splits a statement into words, [names], numbers, 'texts' (a doubled quote is one quote) and symbols.
 /// An unfinished text throws common::RunTimeError kSqlFailure.
 std::vector<Token> tokenize(const QString& sql);
+/// The statement with "?" for each number and text, for the log. Behind a text that does not end nothing is
+/// told.
+QString withoutValues(const QString& sql);
+
 /// Position of the first such word from `from` on that stands in no brackets; the number of tokens without
 /// one.
 size_t findClause(const std::vector<Token>& tokens, const char16_t* word, size_t from = 0);

@@ -12,6 +12,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using install::Database;
@@ -43,6 +44,40 @@ class InstallRows : public testing::Test {
 
     QTemporaryDir folder;
 };
+
+/// Reads as a user who may read the file and not write it.
+TEST(Install, aDatabaseThatMayNotBeWrittenIsToldAtTheStart) {
+    constexpr uid_t kNobody = 65534;
+    const bool root = geteuid() == 0;
+    const QTemporaryDir folder;
+    install::installDatabases(folder.path());
+    store::setAppPath(folder.path());
+    for (const char16_t* name : {u"DBTavolino.mdb", u"DB_PRINT_Tavolino.mdb"}) {
+        const QString file = folder.filePath(u"Data/"_s + QString::fromUtf16(name));
+        QFile::setPermissions(file, QFile::ReadOwner);
+        if (root) {
+            for (QDirIterator all(folder.path(), QDir::AllEntries | QDir::NoDotAndDotDot,
+                                  QDirIterator::Subdirectories);
+                 all.hasNext();)
+                ASSERT_EQ(chown(all.next().toUtf8().constData(), kNobody, kNobody), 0);
+            ASSERT_EQ(chown(folder.path().toUtf8().constData(), kNobody, kNobody), 0);
+            ASSERT_EQ(seteuid(kNobody), 0);
+        }
+        QString told;
+        try {
+            store::OpenDatabases();
+        } catch (const common::RunTimeError& error) {
+            EXPECT_EQ(error.number(), common::kNotWritable) << error.what();
+            told = error.sentence();
+        }
+        ASSERT_EQ(root ? seteuid(0) : 0, 0);
+        EXPECT_TRUE(told.contains(QString::fromUtf16(name))) << told.toStdString();
+        for (store::Connection* connection : {&ConnMain, &ConnPhone, &ConnPrint})
+            if (connection->IsOpen())
+                connection->Close();
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    }
+}
 
 TEST_F(InstallRows, theJournalNamesTheCustomerOrSaysThatABookingWasCancelled) {
     ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden (lng_ID, txt_Firma, txt_Name, txt_Vorname) VALUES "

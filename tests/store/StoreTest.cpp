@@ -64,10 +64,13 @@ class StoreTest : public testing::Test {
         try {
             action();
         } catch (const RunTimeError& error) {
+            told = error;
             return error.number();
         }
         return 0;
     }
+
+    RunTimeError told{0, {}};
 
     QTemporaryDir folder;
     QString path;
@@ -88,9 +91,71 @@ TEST_F(StoreTest, RefusesWhatItCannotOpen) {
         file.write(damaged);
         file.close();
         EXPECT_EQ(errorOf([&] { other.Open(u"Data Source="_s + file.fileName()); }), common::kStoreFailure);
+        EXPECT_TRUE(told.sentence().contains(u"\"kaputt.mdb\""_s)) << told.what();
     }
     connection.Execute(u"PRAGMA user_version = 99"_s);
     EXPECT_EQ(errorOf([&] { other.Open(text(u"geheim"_s)); }), common::kSchemaTooNew);
+}
+
+TEST_F(StoreTest, DamageIsToldWithItsFile) {
+    for (int i = 0; i < 500; ++i)
+        add(QString(40, u'x'));
+    connection.Close();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(3 * 4096) &&
+                file.write(QByteArray(20 * 4096, 'x')) > 0);
+    file.close();
+    connection.Open(text(u"geheim"_s));
+    EXPECT_EQ(errorOf([&] { names(u"WHERE lng_Rang = 3"_s); }), common::kStoreFailure);
+    EXPECT_EQ(told.sentence(), u"Die Datenbank \"Test.mdb\" ist beschädigt."_s);
+}
+
+TEST_F(StoreTest, AFailedStatementTellsNoValues) {
+    for (const char16_t* sql :
+         {u"UPDATE tbl_Dinge SET txt_Name = 'geheim', dbl_Preis = 791234567 WHERE x = 1",
+          u"UPDATE tbl_Dinge SET txt_Name = \"ge\"\"heim\" WHERE lng_Rang = 791234567 7912",
+          u"DELETE FROM tbl_Dinge WHERE lng_Rang = 791234567 AND txt_Name = 'geheim",
+          u"SELECT lng_ID FROM tbl_Dinge WHERE 791234567 IS x LIMIT 791234567"}) {
+        EXPECT_EQ(errorOf([&] { connection.Execute(QString::fromUtf16(sql)); }), common::kSqlFailure);
+        EXPECT_TRUE(told.detail().contains(u"tbl_Dinge"_s)) << told.what();
+        EXPECT_FALSE(told.detail().contains(u"heim"_s) || told.detail().contains(u"7912"_s)) << told.what();
+    }
+    recordset.Open(u"SELECT * FROM tbl_Dinge WHERE txt_Name = 'geheim'"_s, connection);
+    EXPECT_EQ(errorOf([&] { recordset.Fields(u"txt_Name"); }), 0);
+    EXPECT_EQ(errorOf([&] { recordset.Fields(u"txt_Name").text(); }), common::kNoCurrentRow);
+    EXPECT_FALSE(told.detail().contains(u"geheim"_s)) << told.what();
+    EXPECT_EQ(errorOf([&] { Value(u"079 geheim"_s).toDouble(); }), common::kTypeMismatch);
+    EXPECT_FALSE(told.detail().contains(u"geheim"_s));
+}
+
+TEST_F(StoreTest, FilesAreTheirOwnersOnly) {
+    const auto others = [](const QString& file) {
+        return QFile::permissions(file) &
+               (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther);
+    };
+    add(u"Eins"_s);
+    EXPECT_FALSE(others(path)) << "as it was created";
+    EXPECT_FALSE(others(path + u"-wal"_s));
+    connection.Close();
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadGroup | QFile::ReadOther);
+    connection.Open(text(u"geheim"_s));
+    EXPECT_FALSE(others(path)) << "as an earlier program left it";
+    const QString copy = folder.filePath(u"Kopie.mdb"_s);
+    store::CompactDatabase(text(u"geheim"_s), u"Data Source="_s + copy + u";"_s);
+    EXPECT_FALSE(others(copy));
+}
+
+TEST_F(StoreTest, AFoldersNameMayHoldASemicolon) {
+    const QString odd = folder.filePath(u"Meier; Söhne;x"_s);
+    QDir().mkpath(odd);
+    store::createDatabase(odd + u"/Test.mdb"_s, u"ge;heim"_s);
+    Connection other;
+    other.Open(
+        u"Provider=x;Data Source="_s + odd +
+        u"\\Test.mdb ;Mode=Read|Write;Persist Security Info=False;Jet OLEDB:Database Password=ge;heim;"_s);
+    EXPECT_TRUE(other.engine().isWritable());
+    other.Close();
+    other.Open(u"Jet OLEDB:Database Password=ge;heim;Data Source="_s + odd + u"/Test.mdb;"_s);
 }
 
 TEST_F(StoreTest, ClosedStoreIsOneFile) {

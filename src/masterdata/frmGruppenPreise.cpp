@@ -54,9 +54,10 @@ void frmGruppenPreise::addGroup(int gruppe, const QStringList& mwst) {
     named(code, u"combo_MWSt"_s);
     price->setAccessibleName(tr("Preis %1").arg(name));
     price->setAlignment(Qt::AlignRight);
-    price->setMinimumWidth(70);
+    price->setMinimumWidth(58);
     code->setAccessibleName(tr("MWSt %1").arg(name));
     code->addItems(mwst);
+    code->setMinimumWidth(code->sizeHint().width());
     platform::reformatOnLeave(*price, amountText);
     m_prices[size_t(gruppe - 1)] = price;
     m_codes[size_t(gruppe - 1)] = code;

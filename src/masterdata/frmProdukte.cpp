@@ -4,6 +4,7 @@
 #include "platform/form/FieldHelpers.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmProdukte.h"
+#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 using namespace modProdukte;
@@ -12,16 +13,35 @@ using common::Origin;
 using masterdata::PictureSize;
 using platform::removeQuotes;
 
+namespace {
+
+/// Shows what is chosen as ticked: which extras the product offers, not where the list stands.
+class TickDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->features |= QStyleOptionViewItem::HasCheckIndicator;
+        option->checkState = option->state.testFlag(QStyle::State_Selected) ? Qt::Checked : Qt::Unchecked;
+        option->state.setFlag(QStyle::State_Selected, false);
+    }
+};
+
+} // namespace
+
 frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
     frmArtikel(services, ConnMain, parent), m_ui(std::make_unique<Ui::frmProdukte>()) {
     m_ui->setupUi(this);
     setUpArtikel(*m_ui->check_InternetPreise, 500, ProdukteListe(),
                  {{{}, 0}, {{}, 0}, {tr("Kurzzeichen"), 1500}, {tr("Produkt"), 2500}});
+    m_ui->list_Extras->setItemDelegate(new TickDelegate(m_ui->list_Extras));
     fillCategories();
     fillExtras();
     setUpForm({m_ui->combo_ProduktGruppe, m_ui->txt_Kurzzeichen, m_ui->txt_Produkt, m_ui->combo_Stückelung,
                m_ui->combo_Einheit, m_ui->combo_Reihenfolge, m_ui->txt_Beschreibung},
-              {20025, 8550});
+              {19050, 8550});
     platform::selectAllOnFocus(*m_ui->txt_Beschreibung);
     connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
         printRows(masterdata::installedReport(u"rep_Produkte.rpt"_s, tr("Produktliste")),

@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -27,21 +26,6 @@ inline void PrintTo(const TestDialogs::Said& said, std::ostream* out) {
 }
 
 using Said = QList<TestDialogs::Said>;
-
-/// The columns of a list of articles: a screen's own and those that products and extras share.
-inline std::vector<platform::DataColumn> withArticleColumns(std::vector<platform::DataColumn> columns) {
-    for (const auto& [heading, twips] : {std::pair("Stückelung", 1000),
-                                         {"Einheit", 700},
-                                         {"Gruppe", 700},
-                                         {"Preis", 1000},
-                                         {"MWSt-Code", 1000},
-                                         {"Reihenfolge", 1000},
-                                         {"Internet", 800},
-                                         {"Status", 800}})
-        columns.push_back({QString::fromUtf8(heading), twips,
-                           heading == QLatin1String("Preis") ? Qt::AlignRight : Qt::AlignHCenter});
-    return columns;
-}
 
 /// A master-data screen on the small firm, worked as a person would: typed, clicked, then looked at.
 template <typename Screen> class MasterDataTest : public testing::Test {
@@ -159,28 +143,6 @@ template <typename Screen> class MasterDataTest : public testing::Test {
             lines << cells.join(QLatin1Char('|'));
         }
         return lines;
-    }
-
-    /// Heading, width in twips, alignment and form of the shown columns, in their order. A column is wider
-    /// than told only where its heading needs it.
-    void expectColumns(const std::vector<platform::DataColumn>& expected) {
-        QList<int> shown;
-        for (int column = 0; column < grid()->model()->columnCount(); ++column)
-            if (!grid()->isColumnHidden(column))
-                shown << column;
-        ASSERT_EQ(size_t(shown.size()), expected.size());
-        for (size_t i = 0; i < expected.size(); ++i) {
-            const auto head = [&](int role) {
-                return grid()->model()->headerData(shown[int(i)], Qt::Horizontal, role);
-            };
-            EXPECT_EQ(head(Qt::DisplayRole).toString(), expected[i].heading);
-            EXPECT_EQ(
-                grid()->columnWidth(shown[int(i)]),
-                qMax(expected[i].twips / 15, grid()->horizontalHeader()->sectionSizeHint(shown[int(i)])));
-            EXPECT_EQ(Qt::Alignment(head(Qt::TextAlignmentRole).toInt()) & Qt::AlignHorizontal_Mask,
-                      expected[i].alignment)
-                << expected[i].heading.toStdString();
-        }
     }
 
     /// Every button and every field can be reached by a key of its own or by name. The main window's menus

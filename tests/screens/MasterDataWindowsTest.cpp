@@ -44,7 +44,7 @@ TEST_F(MasterDataWindowsTest, ProductsWaitForACategory) {
 TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
     frmMDI& window = start();
     window.showNormal();
-    window.resize(1366, 738);
+    window.resize(1280, 720);
     // A long name must not stretch a screen.
     for (const auto& sql :
          {u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe) VALUES('%1')"_s,

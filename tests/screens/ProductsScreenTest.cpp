@@ -70,7 +70,6 @@ const QString kNoPicture = u"Diese Datei ist kein Bild (nur GIF / JPG)."_s;
 } // namespace
 
 TEST_F(ProductsScreenTest, ShowsOneCategoryPriceGroupAndStatusAtATime) {
-    expectColumns(test::withArticleColumns({{u"Kurzzeichen"_s, 1500}, {u"Produkt"_s, 2500}}));
     expectReachable();
     EXPECT_EQ(find<QComboBox>(u"combo_ProduktGruppe")->currentIndex(), -1);
     EXPECT_EQ(chosen(u"combo_Sort_Kategorie"), u"Pizza"_s);

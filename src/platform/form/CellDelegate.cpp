@@ -9,12 +9,18 @@ namespace platform {
 CellDelegate::CellDelegate(CellGrid& grid) : QStyledItemDelegate(&grid), m_grid(grid) {
 }
 
+/// The column's caption; in a table without captions the text in front of the cell says what it holds.
+QString CellDelegate::nameOf(const QModelIndex& index) const {
+    const QString caption = m_grid.model()->headerData(index.column(), Qt::Horizontal).toString();
+    return caption.isEmpty() ? index.siblingAtColumn(index.column() - 1).data().toString() : caption;
+}
+
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                     const QModelIndex& index) const {
     auto* editor = new QLineEdit(parent);
     editor->setFrame(false);
     editor->setObjectName(QStringLiteral("cellEditor"));
-    editor->setAccessibleName(m_grid.model()->headerData(index.column(), Qt::Horizontal).toString());
+    editor->setAccessibleName(nameOf(index));
     // The grid's own menu is the one that counts in a cell.
     editor->setContextMenuPolicy(Qt::NoContextMenu);
     if (!m_grid.table()->cell(index.row(), index.column()).isText())

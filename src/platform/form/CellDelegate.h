@@ -21,6 +21,8 @@ class CellDelegate : public QStyledItemDelegate {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    QString nameOf(const QModelIndex& index) const;
+
     CellGrid& m_grid;
 };
 

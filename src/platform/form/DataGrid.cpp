@@ -52,11 +52,14 @@ void DataGrid::stretchColumn(int column) {
 
 void DataGrid::applyColumns() {
     const auto& columns = m_model->columns();
+    const auto widest = std::max_element(columns.begin(), columns.end(),
+                                         [](const auto& a, const auto& b) { return a.twips < b.twips; });
+    const int filling = m_stretched >= 0 ? m_stretched : int(widest - columns.begin());
     for (int i = 0; i < int(columns.size()); ++i) {
         const int width = twipsToPixels(columns[size_t(i)].twips);
         setColumnHidden(i, width == 0);
-        horizontalHeader()->setSectionResizeMode(i, i == m_stretched ? QHeaderView::Stretch
-                                                                     : QHeaderView::Interactive);
+        horizontalHeader()->setSectionResizeMode(i, i == filling ? QHeaderView::Stretch
+                                                                 : QHeaderView::Interactive);
         constexpr int kCellMargins = 8;
         const int text = fontMetrics().horizontalAdvance(columns[size_t(i)].widest) + kCellMargins;
         if (width > 0)

@@ -35,7 +35,7 @@ class DataGrid : public QTableView {
     void setDataControl(DataControl& control);
     void formatColumns(std::vector<DataColumn> columns);
     const std::vector<DataColumn>& columns() const;
-    /// Lets the column take what width is left over.
+    /// Lets the column take what width is left over; without a word the widest one takes it.
     void stretchColumn(int column);
     void setEmptyText(const QString& text);
 

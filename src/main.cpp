@@ -6,6 +6,8 @@
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
+#include <QDesktopServices>
+#include <QUrl>
 #include <cstdlib>
 
 int main(int argc, char** argv) {
@@ -26,6 +28,9 @@ int main(int argc, char** argv) {
          .printers = printers,
          .telephony = {line.get(), telephone.keptCalls, telephone.problem},
          // At once means at once: nothing is unwound, everything that counts is closed.
-         .exitProcess = [](int code) { std::_Exit(code); }});
+         .exitProcess = [](int code) { std::_Exit(code); },
+         .procedures = {.openDocument = [](const QString& file) {
+             return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+         }}});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;
 }

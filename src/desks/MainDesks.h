@@ -17,6 +17,15 @@ class StatusBox {
     virtual void showMessage(const QString& message) = 0;
 };
 
+/// Reaches a user who looks elsewhere.
+class Attention {
+  public:
+    virtual ~Attention() = default;
+    /// The main window tells that something in it wants to be seen: where it is minimised it comes back,
+    /// where it is not in front it asks for attention, with a sound. It takes the keys from nobody.
+    virtual void callAttention() = 0;
+};
+
 /// Where calls come in.
 class CallDesk {
   public:

@@ -20,8 +20,8 @@ class PreOrderAlarm {
     static inline const QString kScreen = QStringLiteral("frmAuftragswesenVorbestellungenAlarm");
 
     virtual ~PreOrderAlarm() = default;
-    /// The pre-order that is due.
-    virtual void setFaellig(qint64 trxNr) = 0;
+    /// The pre-order that is due, and its customer's name.
+    virtual void setFaellig(qint64 trxNr, const QString& kunde) = 0;
 };
 
 } // namespace desks

@@ -96,6 +96,21 @@ QString GetKundeTelefon(qint64 kundenId) {
     return telefon.isEmpty() ? NullToEmpty(rows->Fields(u"txt_Natel").Value()) : telefon;
 }
 
+QString GetKundeName(qint64 kundenId) {
+    OpenRecordset rows(
+        RsMain,
+        QStringLiteral("SELECT txt_Firma, txt_Name, txt_Vorname FROM tbl_Verwaltung_Kunden WHERE lng_ID = ") +
+            QString::number(kundenId),
+        ConnMain);
+    if (rows->Eof())
+        return {};
+    const auto text = [&](const char16_t* column) { return NullToEmpty(rows->Fields(column).Value()); };
+    QStringList parts{text(u"txt_Firma"),
+                      (text(u"txt_Name") + QLatin1Char(' ') + text(u"txt_Vorname")).trimmed()};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 QString GetKundeAdresse(qint64 kundenId) {
     OpenRecordset rows(RsMain, store::rowQuery(kTable, kundenId), ConnMain);
     if (rows->Eof())

@@ -48,6 +48,8 @@ qint64 FindKundeByTelefon(double telefon);
 bool KundeExists(qint64 kundenId);
 /// The telephone number, or the mobile number where that is empty; "" for a missing customer.
 QString GetKundeTelefon(qint64 kundenId);
+/// Name and first name, the firm before them; "" for a missing customer.
+QString GetKundeName(qint64 kundenId);
 /// The address block: lines ended by CR LF, the extra information last when it is to be shown. "" for a
 /// missing customer.
 QString GetKundeAdresse(qint64 kundenId);

@@ -5,6 +5,7 @@
 #include "common/modFunctions.h"
 #include "desks/MainDesks.h"
 #include "desks/OrderDesk.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
@@ -22,7 +23,7 @@ namespace {
 constexpr int kDaysBack = 10;
 constexpr int kDaysAhead = 22;
 
-enum Column : int { kTrxNr, kLieferDatum };
+enum Column : int { kTrxNr, kLieferDatum, kLieferzeit, kKundenID };
 
 } // namespace
 
@@ -35,6 +36,7 @@ frmAuftragswesenVorbestellungen::frmAuftragswesenVorbestellungen(const platform:
     DataControl.setConnection(ConnMain);
     m_ui->VorbestellungGrid->setDataControl(DataControl);
     m_ui->VorbestellungGrid->setEmptyText(tr("Keine Vorbestellungen"));
+    m_ui->VorbestellungGrid->setRowLook({.note = [this](int row) { return kundeIn(row); }});
     fillDates();
     setUpControls();
     cmdLoad_Click();
@@ -62,6 +64,8 @@ void frmAuftragswesenVorbestellungen::setUpControls() {
                    [this] { cmdLoad_Click(); });
     connectGuarded(Origin::User, m_ui->VorbestellungGrid, &platform::DataGrid::rowActivated, this,
                    [this](int) { VorbestellungGrid_DblClick(); });
+    connectGuarded(Origin::User, m_ui->VorbestellungGrid, &platform::DataGrid::rowChosen, this,
+                   [this](int) { showKunde(); });
 }
 
 void frmAuftragswesenVorbestellungen::FormatGrid() {
@@ -77,6 +81,15 @@ void frmAuftragswesenVorbestellungen::showRows(const QString& query) {
     DataControl.setRecordSource(query);
     DataControl.Refresh();
     FormatGrid();
+    showKunde();
+}
+
+QString frmAuftragswesenVorbestellungen::kundeIn(int row) const {
+    return modVerwaltungKunden::GetKundeName(m_ui->VorbestellungGrid->value(row, kKundenID).toLong());
+}
+
+void frmAuftragswesenVorbestellungen::showKunde() {
+    m_ui->lbl_Kunde->setText(kundeIn(m_ui->VorbestellungGrid->row()));
 }
 
 void frmAuftragswesenVorbestellungen::cmdLoad_Click() {
@@ -93,6 +106,7 @@ void frmAuftragswesenVorbestellungen::ShowVorbestellung(qint64 trxNr) {
     // Enter leads on from here.
     m_ui->VorbestellungGrid->setRow(0);
     m_ui->VorbestellungGrid->setFocus();
+    showKunde();
 }
 
 std::optional<qint64> frmAuftragswesenVorbestellungen::chosen() const {
@@ -111,6 +125,7 @@ void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
         box->showMessage(tr("Vorbestellung %1 gelöscht").arg(*trxNr));
     DataControl.Refresh();
     FormatGrid();
+    showKunde();
 }
 
 void frmAuftragswesenVorbestellungen::VorbestellungGrid_DblClick() {

@@ -25,6 +25,9 @@ class frmAuftragswesenVorbestellungen : public QWidget, public desks::PreOrderLi
     void fillDates();
     void setUpControls();
     void showRows(const QString& query);
+    /// Name of the customer in a row, "" outside the rows.
+    QString kundeIn(int row) const;
+    void showKunde();
     void cmdLoad_Click();
     void cmdShowAll_Click();
     void cmdDelete_Click();

@@ -1,6 +1,7 @@
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "desks/MainDesks.h"
 #include "platform/Navigation.h"
 #include "ui_frmAuftragswesenVorbestellungenAlarm.h"
 #include <QAccessible>
@@ -35,12 +36,17 @@ frmAuftragswesenVorbestellungenAlarm::frmAuftragswesenVorbestellungenAlarm(const
 
 frmAuftragswesenVorbestellungenAlarm::~frmAuftragswesenVorbestellungenAlarm() = default;
 
-void frmAuftragswesenVorbestellungenAlarm::setFaellig(qint64 trxNr) {
+void frmAuftragswesenVorbestellungenAlarm::setFaellig(qint64 trxNr, const QString& kunde) {
     const QString number = QString::number(trxNr);
     m_ui->txt_AuftragsNr->setText(number);
-    m_ui->txt_AuftragsNr->setAccessibleDescription(number);
+    m_ui->lbl_Kunde->setText(kunde);
+    m_ui->lbl_Kunde->setVisible(!kunde.isEmpty());
+    adjustSize();
+    m_ui->txt_AuftragsNr->setAccessibleDescription(QStringLiteral("%1 %2").arg(number, kunde));
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+    if (auto* window = platform::mainDesk<desks::Attention>(m_services.navigation))
+        window->callAttention();
 }
 
 void frmAuftragswesenVorbestellungenAlarm::txt_AuftragsNr_Click() {

@@ -19,7 +19,7 @@ class frmAuftragswesenVorbestellungenAlarm : public QFrame, public desks::PreOrd
                                                   QWidget* parent = nullptr);
     ~frmAuftragswesenVorbestellungenAlarm() override;
 
-    void setFaellig(qint64 trxNr) override;
+    void setFaellig(qint64 trxNr, const QString& kunde) override;
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;

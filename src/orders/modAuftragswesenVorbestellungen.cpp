@@ -3,7 +3,9 @@
 #include "common/Convert.h"
 #include "desks/MainDesks.h"
 #include "desks/PreOrderDesk.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderStorage.h"
+#include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 
@@ -99,11 +101,19 @@ std::optional<qint64> FindFaelligeVorbestellung() {
     return std::nullopt;
 }
 
+QString KundeVon(qint64 trxNr) {
+    return modVerwaltungKunden::GetKundeName(
+        store::findText(QStringLiteral("SELECT lng_KundenID FROM tbl_Auftragswesen_Vorbestellungen_Master "
+                                       "WHERE lng_TrxNr = ") +
+                        QString::number(trxNr))
+            .toLongLong());
+}
+
 void CheckVorbestellungAlarm(platform::Navigation& navigation) {
     UpdateVorbestellungCount(navigation);
     if (const auto trxNr = FindFaelligeVorbestellung())
         if (auto* alarm = platform::showDesk<desks::PreOrderAlarm>(navigation))
-            alarm->setFaellig(*trxNr);
+            alarm->setFaellig(*trxNr, KundeVon(*trxNr));
 }
 
 } // namespace modAuftragswesenVorbestellungen

@@ -38,6 +38,8 @@ void UpdateVorbestellungCount(platform::Navigation& navigation);
 /// most the settings' lead time ahead, or past. One whose delivery moment cannot be read (nothing stored, or
 /// a text that is no date or time) is passed over, so that it does not hide those behind it.
 std::optional<qint64> FindFaelligeVorbestellung();
+/// Name of the customer of a pre-order; "" when it or the customer has gone.
+QString KundeVon(qint64 trxNr);
 /// Counts the pre-orders and shows the alarm for the first due one.
 void CheckVorbestellungAlarm(platform::Navigation& navigation);
 

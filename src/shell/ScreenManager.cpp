@@ -1,9 +1,11 @@
 #include "shell/ScreenManager.h"
 #include "platform/QtDialogs.h"
 #include <QAction>
+#include <QDialog>
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QStyle>
 
 namespace shell {
 
@@ -26,7 +28,7 @@ QWidget* ScreenManager::show(const QString& screen) {
         if (entry->mayOpen && !entry->mayOpen())
             return nullptr;
         if (entry->modal) {
-            runModal(*entry);
+            runModal(screen, *entry);
             return nullptr;
         }
         window = create(screen, *entry);
@@ -42,6 +44,8 @@ QWidget* ScreenManager::open(const QString& screen) const {
     const QPointer<QMdiSubWindow> window = m_open.value(screen);
     if (window)
         return window->widget();
+    if (QWidget* modal = m_modal.value(screen))
+        return modal;
     QWidget* floating = m_floating.value(screen);
     return floating && !floating->isHidden() ? floating : nullptr;
 }
@@ -84,12 +88,25 @@ void ScreenManager::closeAll() {
             floating->close();
 }
 
-void ScreenManager::runModal(const ScreenEntry& entry) {
-    const QScopedPointer<QWidget> screen(entry.create(m_room.window()));
-    auto* dialog = qobject_cast<QDialog*>(screen.data());
+void ScreenManager::runModal(const QString& screen, const ScreenEntry& entry) {
+    const QScopedPointer<QWidget> widget(entry.create(m_room.window()));
+    auto* dialog = qobject_cast<QDialog*>(widget.data());
     Q_ASSERT(dialog);
-    platform::centreOnScreen(*dialog);
+    m_modal.insert(screen, dialog);
+    if (entry.inRoom)
+        placeInRoom(*dialog);
+    else
+        platform::centreOnScreen(*dialog);
     platform::execModal(*dialog);
+}
+
+void ScreenManager::placeInRoom(QDialog& dialog) const {
+    const QRect room(m_room.mapToGlobal(QPoint(0, 0)), m_room.size());
+    const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &dialog);
+    const int height = qMin(dialog.height(), room.height() - title);
+    dialog.setMinimumHeight(qMin(dialog.minimumHeight(), height));
+    dialog.setMaximumHeight(qMin(dialog.maximumHeight(), height));
+    dialog.move(room.center().x() - dialog.width() / 2, room.top() + (room.height() - title - height) / 2);
 }
 
 QMdiSubWindow* ScreenManager::create(const QString& screen, const ScreenEntry& entry) {

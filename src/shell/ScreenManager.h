@@ -39,7 +39,9 @@ class ScreenManager : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void runModal(const ScreenEntry& entry);
+    void runModal(const QString& screen, const ScreenEntry& entry);
+    /// Puts a dialog that is about to open into the middle of the room, no higher than that.
+    void placeInRoom(QDialog& dialog) const;
     QMdiSubWindow* create(const QString& screen, const ScreenEntry& entry);
     void place(QMdiSubWindow& window, bool maximised);
     QWidget* showFloating(const QString& screen, const ScreenEntry& entry);
@@ -50,6 +52,7 @@ class ScreenManager : public QObject {
     std::function<bool(const QString&)> m_mayShow;
     QHash<QString, QPointer<QMdiSubWindow>> m_open;
     QHash<QString, QPointer<QWidget>> m_floating;
+    QHash<QString, QPointer<QWidget>> m_modal;
 };
 
 } // namespace shell

@@ -10,6 +10,9 @@ namespace shell {
 struct ScreenEntry {
     std::function<QWidget*(QWidget* parent)> create;
     bool modal = false;
+    /// Of a modal one: it stands in the middle of the room, not above the tool bar, where a waiting call is
+    /// told.
+    bool inRoom = false;
     /// Fills the whole room of the main window when it opens.
     bool maximised = false;
     /// Stands above the room and everything in it, as a part of the main window, and takes no focus when it

@@ -50,7 +50,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                                                                                services.navigation);
                   }});
     registry.add(QStringLiteral("frmVerwaltungAnruferListe"),
-                 {.create = creator<frmVerwaltungAnruferListe>(services), .modal = true});
+                 {.create = creator<frmVerwaltungAnruferListe>(services), .modal = true, .inRoom = true});
     registry.add(QStringLiteral("frmVerwaltungKunden"), {[services, &phoneBook](QWidget* parent) -> QWidget* {
                      return new frmVerwaltungKunden(services, phoneBook, parent);
                  }});

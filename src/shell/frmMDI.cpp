@@ -2,12 +2,16 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "shell/MenuTree.h"
+#include "store/StoreGlobals.h"
 #include "ui_frmMDI.h"
 #include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
+#include <QFile>
 #include <QKeyEvent>
 #include <QShortcut>
 
@@ -17,16 +21,29 @@ using common::Origin;
 using shell::MenuEntry;
 using shell::MenuKind;
 
+namespace {
+
+/// A screen reader tells caption and value.
+void showValue(QLabel& value, const QLabel& caption, const QString& text) {
+    value.setText(text);
+    value.setAccessibleName(u"%1: %2"_s.arg(caption.text(), text));
+}
+
+} // namespace
+
 frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& registry,
                Procedures procedures) :
     m_ui(std::make_unique<Ui::frmMDI>()),
     m_services(services), m_procedures(std::move(procedures)) {
     m_ui->setupUi(this);
+    // Un-maximised it stands within the display, frame and all.
+    resize(size().boundedTo(screen()->availableSize() * 0.9));
     m_screens = new shell::ScreenManager(*m_ui->MdiArea, registry, this);
     setUpMenu();
     m_screens->setGate([this](const QString& screen) { return mayReach(screen); });
     setUpToolBar();
     setUpPanels();
+    setUpKeys();
     setUpHints();
     setUpTimers();
     qApp->installEventFilter(this);
@@ -76,6 +93,7 @@ void frmMDI::showHints() {
         hints.push_back({QKeySequence(Qt::Key_F9), tr("Wartenden Anruf annehmen")});
         add("mnAuftragswesenISDNListe");
     }
+    hints.push_back({QKeySequence(Qt::Key_F1), tr("Handbuch")});
     m_ui->MdiArea->setHints(std::move(hints));
 }
 
@@ -113,18 +131,7 @@ void frmMDI::toolButton(QToolButton* button, const QString& screen) {
 }
 
 void frmMDI::setUpPanels() {
-    // Black on amber: seen from across the room, whatever the palette.
-    m_ui->ShowISDNNr->setStyleSheet(
-        u"QPushButton { background: #ffb300; color: black; border: 2px solid #8a5a00; "
-        "border-radius: 6px; padding: 0 14px; }"_s);
-    showWaitingCall(false, {});
-    connectGuarded(Origin::User, m_ui->ShowISDNNr, &QPushButton::clicked, this,
-                   [this] { ShowISDNNr_Click(); });
-    auto* take = new QShortcut(QKeySequence(Qt::Key_F9), this);
-    connectGuarded(Origin::User, take, &QShortcut::activated, this, [this] {
-        if (callWaits())
-            ShowISDNNr_Click();
-    });
+    setUpCallPanel();
     m_ui->ShowTelefonListeCommand->hide();
     m_ui->ShowTelefonListeCommand->setEnabled(m_screens->has(u"frmVerwaltungAnruferListe"_s));
     connectGuarded(Origin::User, m_ui->ShowTelefonListeCommand, &QPushButton::clicked, this,
@@ -145,6 +152,25 @@ void frmMDI::setUpPanels() {
     });
 }
 
+/// In every window of the program, so also in a preview.
+void frmMDI::setUpKeys() {
+    const auto key = [this](Qt::Key pressed, void (frmMDI::*act)()) {
+        auto* shortcut = new QShortcut(QKeySequence(pressed), this);
+        shortcut->setContext(Qt::ApplicationShortcut);
+        connectGuarded(Origin::User, shortcut, &QShortcut::activated, this, [this, act] { (this->*act)(); });
+    };
+    key(Qt::Key_F9, &frmMDI::takeWaitingCall);
+    key(Qt::Key_F1, &frmMDI::showManual);
+}
+
+void frmMDI::showManual() {
+    const QString file = store::appPath() + u"/docs/handbuch.md"_s;
+    if (!QFile::exists(file) || !m_procedures.openDocument || !m_procedures.openDocument(file))
+        m_services.dialogs.MsgBox(
+            tr("Das Handbuch \"%1\" kann nicht geöffnet werden.").arg(QDir::toNativeSeparators(file)),
+            platform::kInformation, tr("Handbuch"));
+}
+
 void frmMDI::setUpTimers() {
     const auto every = [this](QTimer& timer, const char* name, int milliseconds, void (frmMDI::*tick)()) {
         timer.setObjectName(QLatin1String(name));
@@ -162,15 +188,15 @@ void frmMDI::setUpTimers() {
 }
 
 void frmMDI::showAuftragsNummer(const QString& number) {
-    m_ui->MDIAuftragsNummer->setText(number);
+    showValue(*m_ui->MDIAuftragsNummer, *m_ui->AuftragsNrLabel, number);
 }
 
 void frmMDI::showVorbestellungCount(qint64 count) {
-    m_ui->MDIVorbestellung->setText(QString::number(count));
+    showValue(*m_ui->MDIVorbestellung, *m_ui->VorbestellungLabel, QString::number(count));
 }
 
 void frmMDI::showKundenTotal(qint64 count) {
-    m_ui->MDIKundenTotal->setText(QString::number(count));
+    showValue(*m_ui->MDIKundenTotal, *m_ui->KundenLabel, QString::number(count));
 }
 
 void frmMDI::showMessage(const QString& message) {
@@ -181,7 +207,8 @@ void frmMDI::showMessage(const QString& message) {
 }
 
 void frmMDI::TimerZeit_Timer() {
-    m_ui->MDIZeitAnzeige->setText(common::formatDate(common::clock::now(), u"DD/MM/YYYY HH:MM:SS"));
+    showValue(*m_ui->MDIZeitAnzeige, *m_ui->DatumLabel,
+              common::formatDate(common::clock::now(), u"DD/MM/YYYY HH:MM:SS"));
 }
 
 void frmMDI::closeEvent(QCloseEvent* event) {

@@ -17,6 +17,7 @@ class BasicCAPI32;
 
 namespace shell {
 class MenuTree;
+class WaitingCall;
 struct MenuEntry;
 } // namespace shell
 
@@ -24,21 +25,23 @@ struct MenuEntry;
 /// room for all other screens. Closing it in any way ends the program without a question.
 ///
 /// Its start-up sequence is shell::Startup.
-class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDesk {
+class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDesk, public desks::Attention {
     Q_OBJECT
   public:
     /// What the panels lead to beyond screens. A panel or entry without its procedure stays disabled or does
     /// nothing.
     struct Procedures {
         /// Starts the poll of the web shop; the answer comes later.
-        std::function<void()> pollWebShop;
+        std::function<void()> pollWebShop{};
         /// Fetches the waiting web orders now, before their list is shown.
-        std::function<void()> fetchWebShop;
+        std::function<void()> fetchWebShop{};
         /// True when a newer version of the program is known.
-        std::function<bool()> CheckSoftwareUpdate;
-        std::function<void()> showSoftwareUpdate;
-        std::function<bool()> systemMessageWaits;
-        std::function<void()> beep;
+        std::function<bool()> CheckSoftwareUpdate{};
+        std::function<void()> showSoftwareUpdate{};
+        std::function<bool()> systemMessageWaits{};
+        std::function<void()> beep{};
+        /// Opens a file in the system's viewer for it; false when there is none.
+        std::function<bool(const QString& file)> openDocument{};
     };
 
     /// The services and the registry outlive the window.
@@ -68,6 +71,14 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// Takes the waiting call: marks it and hands the number to the order screen.
     void ShowISDNNr_Click();
     bool callWaits() const;
+    /// The same, when one waits.
+    void takeWaitingCall();
+    void callAttention() override;
+    /// How many calls of the last day nobody took, on the way to their list.
+    void showMissedCalls();
+
+    /// The user's manual, in the system's viewer.
+    void showManual();
 
     // Web shop
     void startWebShop();
@@ -112,7 +123,9 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void toolButton(class QToolButton* button, const QString& screen);
     void choose(const shell::MenuEntry& entry);
     void openAnruferListe();
-    void showWaitingCall(bool waits, const QString& number);
+    void setUpCallPanel();
+    void setUpKeys();
+    void beep();
     void showUpdatePanels(bool free);
     bool mayReach(const QString& screen) const;
     bool isMenuShortcut(const class QKeyEvent& key) const;
@@ -122,6 +135,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     Procedures m_procedures;
     shell::ScreenManager* m_screens = nullptr;
     shell::MenuTree* m_menu = nullptr;
+    shell::WaitingCall* m_call = nullptr;
     int m_internetAttention = 0;
     int m_keptCalls = 0;
     bool m_userLoggedIn = false;

@@ -1,25 +1,37 @@
 // Calls, web shop and pre-order alarm of the main window.
+#include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
+#include "desks/CallerListDesk.h"
 #include "desks/OrderDesk.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "platform/line/TelephoneLine.h"
+#include "shell/WaitingCall.h"
 #include "shell/frmMDI.h"
 #include "store/SystemSettings.h"
 #include "telephony/modTelefonie.h"
+#include "telephony/modVerwaltungAnruferListe.h"
 #include "ui_frmMDI.h"
-#include <QAccessible>
 #include <QApplication>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString missedText(qint64 missed) {
+    return missed > 0 ? frmMDI::tr("Anrufer (%1)").arg(missed) : frmMDI::tr("Anrufer");
+}
+
+} // namespace
 
 void frmMDI::startTelephony(platform::BasicCAPI32* line, int keptCalls) {
     m_keptCalls = keptCalls;
     if (line)
         startLine(*line);
+    showMissedCalls();
     showHints();
 }
 
@@ -44,42 +56,86 @@ bool frmMDI::hasTelephony() const {
     return !m_ui->ShowTelefonListeCommand->isHidden();
 }
 
+void frmMDI::setUpCallPanel() {
+    m_call = new shell::WaitingCall({*m_ui->ShowISDNNr,
+                                     *m_ui->ISDNAnrufer,
+                                     *m_ui->ISDNTaste,
+                                     {m_ui->DisplayISDNAmpel1, m_ui->DisplayISDNAmpel2}},
+                                    this);
+    common::connectGuarded(common::Origin::User, m_call, &shell::WaitingCall::clicked, this,
+                           [this] { ShowISDNNr_Click(); });
+    // The way to the list keeps its width with the count of missed calls.
+    QPushButton& list = *m_ui->ShowTelefonListeCommand;
+    const QString caption = list.text();
+    list.setText(missedText(99));
+    list.setMinimumWidth(list.sizeHint().width());
+    list.setText(caption);
+}
+
 void frmMDI::BasicCAPI32_IncomingCall(const QString&, const QString& AnrufNr, const QString&) {
-    showWaitingCall(true, AnrufNr);
+    m_call->show(AnrufNr);
+    callAttention();
     modTelefonie::RecordCall(AnrufNr, m_keptCalls);
+    m_call->setCaller(modTelefonie::CallerName(AnrufNr));
+    showMissedCalls();
+    if (auto* list = dynamic_cast<desks::CallerList*>(m_screens->open(desks::CallerList::kScreen)))
+        list->callCame();
+}
+
+void frmMDI::callAttention() {
+    if (isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (isActiveWindow())
+        return;
+    QApplication::alert(this);
+    beep();
 }
 
 void frmMDI::ShowISDNNr_Click() {
-    const QString number = m_ui->ShowISDNNr->text();
-    if (!common::isNumeric(number))
-        return showWaitingCall(false, {});
+    const QString number = m_call->number();
+    if (!common::isNumeric(number)) {
+        m_call->clear();
+        return showMissedCalls();
+    }
     modTelefonie::MarkCallTaken(number);
     auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation);
-    showWaitingCall(false, {});
+    m_call->clear();
+    showMissedCalls();
+    // Taken in a window beside this one.
+    if (!isActiveWindow()) {
+        raise();
+        activateWindow();
+    }
     if (desk)
         desk->takeCall(number);
 }
 
-bool frmMDI::callWaits() const {
-    return !m_ui->ShowISDNNr->isHidden();
+void frmMDI::takeWaitingCall() {
+    if (callWaits())
+        ShowISDNNr_Click();
 }
 
-void frmMDI::showWaitingCall(bool waits, const QString& number) {
-    m_ui->ShowISDNNr->setText(number);
-    for (QWidget* part :
-         {static_cast<QWidget*>(m_ui->ShowISDNNr), static_cast<QWidget*>(m_ui->DisplayISDNAmpel1),
-          static_cast<QWidget*>(m_ui->DisplayISDNAmpel2), static_cast<QWidget*>(m_ui->ISDNTaste)})
-        part->setVisible(waits);
-    m_ui->ShowISDNNr->setAccessibleDescription(number);
-    if (waits) {
-        QAccessibleEvent alert(m_ui->ShowISDNNr, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+bool frmMDI::callWaits() const {
+    return m_call->waits();
+}
+
+void frmMDI::showMissedCalls() {
+    if (!hasTelephony())
+        return;
+    // The one that waits is not missed yet.
+    const qint64 missed =
+        modVerwaltungAnruferListe::MissedCalls(common::clock::now() - 1) - (callWaits() ? 1 : 0);
+    m_ui->ShowTelefonListeCommand->setText(missedText(missed));
+    m_ui->ShowTelefonListeCommand->setAccessibleName(
+        missed > 0 ? tr("Anrufer Liste, verpasst in den letzten 24 Stunden: %1").arg(missed)
+                   : tr("Anrufer Liste"));
 }
 
 void frmMDI::openAnruferListe() {
-    if (hasTelephony())
-        m_screens->show(u"frmVerwaltungAnruferListe"_s);
+    if (!hasTelephony())
+        return;
+    m_screens->show(desks::CallerList::kScreen);
+    showMissedCalls();
 }
 
 void frmMDI::startWebShop() {
@@ -111,8 +167,11 @@ void frmMDI::setInternetAttention(int state) {
 }
 
 void frmMDI::TimerBeep_Timer() {
-    if (m_internetAttention != 3)
-        return;
+    if (m_internetAttention == 3)
+        beep();
+}
+
+void frmMDI::beep() {
     if (m_procedures.beep)
         m_procedures.beep();
     else

@@ -6,6 +6,7 @@
 #include "platform/Navigation.h"
 #include "platform/form/FieldHelpers.h"
 #include "store/StoreGlobals.h"
+#include "telephony/modTelefonie.h"
 #include "telephony/modVerwaltungAnruferListe.h"
 #include "ui_frmVerwaltungAnruferListe.h"
 #include <QScreen>
@@ -19,7 +20,7 @@ namespace {
 /// Gives the engine time to show the emptied table to the list's own query.
 constexpr int kPauseAfterWrite = 1000;
 
-enum Column : int { kTelefon = 1, kDatumLong = 4 };
+enum Column : int { kID = 0, kTelefon = 1, kDatumLong = 4, kStatus = 5 };
 
 } // namespace
 
@@ -30,13 +31,23 @@ frmVerwaltungAnruferListe::frmVerwaltungAnruferListe(const platform::Services& s
     DataControl.setObjectName(QStringLiteral("DataControl"));
     DataControl.setConnection(ConnMain);
     DataControl.setRecordSource(AnruferListe());
-    m_ui->TelefonListeGrid->setDataControl(DataControl);
-    m_ui->TelefonListeGrid->setEmptyText(tr("Keine Anrufe"));
-    connectGuarded(Origin::User, m_ui->TelefonListeGrid, &platform::DataGrid::rowActivated, this,
-                   [this](int row) { SelectKundeVonAnruferListe(row); });
+    setUpGrid();
     connectGuarded(Origin::User, m_ui->cmdDelete, &QPushButton::clicked, this, [this] { cmdDelete_Click(); });
     connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { reject(); });
     FormatGrid();
+    markRow(0);
+}
+
+void frmVerwaltungAnruferListe::setUpGrid() {
+    platform::DataGrid* grid = m_ui->TelefonListeGrid;
+    grid->setDataControl(DataControl);
+    grid->setEmptyText(tr("Keine Anrufe"));
+    grid->setRowLook(
+        {.isBold = [grid](int row) { return !grid->value(row, kStatus).isTrue(); },
+         .note = [grid](int row) { return modTelefonie::CallerName(grid->text(row, kTelefon)); }});
+    connectGuarded(Origin::User, grid, &platform::DataGrid::rowActivated, this,
+                   [this](int row) { SelectKundeVonAnruferListe(row); });
+    connectGuarded(Origin::User, grid, &platform::DataGrid::rowChosen, this, [this] { showCaller(); });
 }
 
 frmVerwaltungAnruferListe::~frmVerwaltungAnruferListe() = default;
@@ -52,8 +63,30 @@ void frmVerwaltungAnruferListe::FormatGrid() {
          {tr("DatumLong"), 0},
          {tr("Status"), 1100, Qt::AlignLeft, tr("\"verpasst\";\"empfangen\"")}});
     m_ui->TelefonListeGrid->stretchColumn(kTelefon);
-    m_ui->TelefonListeGrid->setRow(0);
+}
+
+void frmVerwaltungAnruferListe::markRow(int row) {
+    m_ui->TelefonListeGrid->setRow(row);
     m_ui->TelefonListeGrid->setFocus();
+    showCaller();
+}
+
+void frmVerwaltungAnruferListe::showCaller() {
+    const platform::DataGrid& grid = *m_ui->TelefonListeGrid;
+    const QString name = modTelefonie::CallerName(grid.text(grid.row(), kTelefon));
+    const QString hint = tr("Auswahl mit Enter oder Doppelklick");
+    m_ui->AuswahlHinweis->setText(name.isEmpty() ? hint : QStringLiteral("%1: %2").arg(name, hint));
+}
+
+void frmVerwaltungAnruferListe::callCame() {
+    const platform::DataGrid& grid = *m_ui->TelefonListeGrid;
+    const qint64 marked = grid.value(grid.row(), kID).toLong();
+    FormatGrid();
+    // Enter must not take another caller than the one that was marked; the new ones stand above it.
+    int row = 0;
+    while (row < grid.rowCount() && grid.value(row, kID).toLong() != marked)
+        ++row;
+    markRow(row < grid.rowCount() ? row : 0);
 }
 
 void frmVerwaltungAnruferListe::SelectKundeVonAnruferListe(int row) {
@@ -72,4 +105,5 @@ void frmVerwaltungAnruferListe::cmdDelete_Click() {
     DeleteAnruferListe();
     platform::waitMilliseconds(kPauseAfterWrite);
     FormatGrid();
+    markRow(0);
 }

@@ -1,7 +1,9 @@
 #include "telephony/modTelefonie.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "store/StoreGlobals.h"
+#include "telephony/modVerwaltungTelefonbuch.h"
 
 namespace modTelefonie {
 
@@ -36,6 +38,15 @@ void MarkCallTaken(const QString& anrufNr) {
     ConnMain.Execute(
         QStringLiteral("UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = 1 WHERE txt_Telefon = ") +
         store::sqlText(anrufNr));
+}
+
+QString CallerName(const QString& anrufNr) {
+    const auto value = common::parseNumber(anrufNr);
+    if (!value)
+        return {};
+    const qint64 kunde = modVerwaltungKunden::FindKundeByTelefon(*value);
+    const QString name = kunde == -1 ? QString() : modVerwaltungKunden::GetKundeName(kunde);
+    return name.isEmpty() ? modVerwaltungTelefonbuch::FindName(anrufNr) : name;
 }
 
 } // namespace modTelefonie

@@ -10,4 +10,8 @@ void RecordCall(const QString& anrufNr, int kept = 0);
 /// Marks all calls of the number as taken, earlier ones too; numbers are compared as texts.
 void MarkCallTaken(const QString& anrufNr);
 
+/// Who calls: the customer with the number (by its numeric twin), else the directory's entry; "" for nobody
+/// that is known. By indexes alone.
+QString CallerName(const QString& anrufNr);
+
 } // namespace modTelefonie

@@ -1,5 +1,6 @@
 #include "telephony/modVerwaltungAnruferListe.h"
 #include "common/Convert.h"
+#include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 
 using namespace Qt::StringLiterals;
@@ -23,6 +24,13 @@ void MarkCallReceived(const common::Value& lng_Datum) {
         return;
     call->Fields(u"flag_Kunde") = 1;
     call->Update();
+}
+
+qint64 MissedCalls(double since) {
+    return store::findText(
+               u"SELECT Count(*) AS Verpasst FROM tbl_Verwaltung_AnruferListe WHERE lng_Datum > "_s +
+               common::formatNumber(since, u"0.00000000") + u" AND flag_Kunde = False"_s)
+        .toLongLong();
 }
 
 void DeleteAnruferListe() {

@@ -15,5 +15,7 @@ QString AnruferListe();
 /// without a readable instant is nobody's call to mark.
 void MarkCallReceived(const common::Value& lng_Datum);
 void DeleteAnruferListe();
+/// How many calls since that moment nobody has taken.
+qint64 MissedCalls(double since);
 
 } // namespace modVerwaltungAnruferListe

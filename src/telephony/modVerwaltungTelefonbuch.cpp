@@ -1,5 +1,5 @@
 #include "telephony/modVerwaltungTelefonbuch.h"
-#include "store/Connection.h"
+#include "store/StoreGlobals.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +21,16 @@ QString numberCondition(const QString& number) {
 
 QString FindPhoneBookEntrySql(const QString& number) {
     return listQuery(numberCondition(number));
+}
+
+QString FindName(const QString& number) {
+    store::OpenRecordset rows(RsPhone,
+                              u"SELECT TOP 1 txt_Name, txt_Vorname FROM tbl_PhoneBook WHERE "_s +
+                                  numberCondition(number) + u';',
+                              ConnPhone);
+    return rows->Eof()
+               ? QString()
+               : (rows->Fields(u"txt_Name").text() + u' ' + rows->Fields(u"txt_Vorname").text()).trimmed();
 }
 
 QString SearchPhoneBookSql(const PhoneBookQuery& fields) {

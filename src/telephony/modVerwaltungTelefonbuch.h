@@ -18,6 +18,9 @@ struct PhoneBookQuery {
 /// 100 rows; columns txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, txt_Telefon,
 /// txt_Natel, txt_EMail.
 QString FindPhoneBookEntrySql(const QString& number);
+/// Name and first name of the first entry with that number, telephone or mobile; "" without one. Uses
+/// RsPhone.
+QString FindName(const QString& number);
 /// The same list by any of the fields; texts may hold the store's wildcards "%" and "_". "" when all are
 /// empty.
 QString SearchPhoneBookSql(const PhoneBookQuery& fields);

@@ -3,6 +3,7 @@
 #include "masterdata/modVerwaltungKuriere.h"
 #include "support/TestFirm.h"
 #include "telephony/modTelefonie.h"
+#include "telephony/modVerwaltungAnruferListe.h"
 #include "telephony/modVerwaltungTelefonbuch.h"
 #include <gtest/gtest.h>
 
@@ -80,6 +81,8 @@ TEST_F(Lookups, everyCallIsRecordedAndMarkedByItsText) {
     modTelefonie::MarkCallTaken(QStringLiteral("O'Brien"));
     EXPECT_EQ(taken(), u"3");
 
+    EXPECT_EQ(modVerwaltungAnruferListe::MissedCalls(TestFirm::day()), 2);
+    EXPECT_EQ(modVerwaltungAnruferListe::MissedCalls(TestFirm::day() + 0.9), 0);
     modTelefonie::RecordCall(QStringLiteral("044"), 3);
     EXPECT_EQ(TestFirm::count(QStringLiteral("tbl_Verwaltung_AnruferListe")), 3);
     EXPECT_EQ(taken(), u"2") << "the oldest went";
@@ -105,6 +108,13 @@ TEST_F(Lookups, phoneBookComparesTextsAndStopsAtHundred) {
     EXPECT_EQ(hits(QStringLiteral("0441112233")), 2);
     EXPECT_EQ(hits(QStringLiteral("0550000000")), 100);
     EXPECT_EQ(hits(QStringLiteral("' OR '1'='1")), 0);
+    // Who calls: the directory where no customer has the number, customers by number and not by text.
+    const QString anna = modVerwaltungKunden::GetKundeName(TestFirm::kAnna);
+    EXPECT_FALSE(anna.isEmpty());
+    EXPECT_EQ(modTelefonie::CallerName(QStringLiteral("791234567")), anna);
+    EXPECT_EQ(modTelefonie::CallerName(QStringLiteral("0441112233")), u"X");
+    for (const QString& nobody : {QStringLiteral("0440000000"), QString(), QStringLiteral("anonym")})
+        EXPECT_EQ(modTelefonie::CallerName(nobody), u"");
 }
 
 TEST_F(Lookups, phoneBookSearchesByAnyField) {

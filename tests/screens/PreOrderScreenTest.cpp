@@ -1,15 +1,18 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/form/DataGrid.h"
+#include "platform/form/FieldHelpers.h"
 #include "store/SystemSettings.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include "tests/screens/ShellFixture.h"
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -104,6 +107,9 @@ TEST_F(PreOrderListTest, ListsByDayAllAndOne) {
     EXPECT_EQ(grid()->rowCount(), 3);
     screen->ShowVorbestellung(later);
     ASSERT_EQ(grid()->rowCount(), 1);
+    const QString anna = modVerwaltungKunden::GetKundeName(TestFirm::kAnna);
+    EXPECT_EQ(screen->findChild<QLabel*>(u"lbl_Kunde"_s)->text(), anna);
+    EXPECT_EQ(grid()->model()->index(0, 3).data(Qt::ToolTipRole).toString(), platform::toolTipOf(anna));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(navigation.openedVorbestellung, later) << "Enter leads on from the alarm";
 }
@@ -225,6 +231,21 @@ TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
     tick();
     EXPECT_FALSE(alarm());
     EXPECT_EQ(label("MDIVorbestellung"), u"0"_s);
+}
+
+TEST_F(PreOrderAlarmTest, ReachesAMinimisedWindowAndTellsWhoseItIs) {
+    int beeps = 0;
+    procedures.beep = [&] { ++beeps; };
+    startWithDuePreOrder();
+    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden(lng_ID, txt_Firma, txt_Name, txt_Vorname) VALUES(7, "
+                     u"'Bau AG', 'Meier', 'Anna')"_s);
+    app->mainWindow().showMinimized();
+    QApplication::setActiveWindow(nullptr);
+    tick();
+    EXPECT_FALSE(app->mainWindow().isMinimized());
+    EXPECT_EQ(beeps, 1);
+    ASSERT_TRUE(alarm());
+    EXPECT_EQ(alarm()->findChild<QLabel*>(u"lbl_Kunde"_s)->text(), u"Bau AG, Meier Anna"_s);
 }
 
 TEST_F(PreOrderAlarmTest, LeadsOverTheListToTheOrder) {

@@ -181,6 +181,77 @@ TEST_F(ShellTest, CallsShowTheirNumberAndAreRecorded) {
     common::clock::release();
 }
 
+TEST_F(ShellTest, TheWaitingCallTellsWhoCallsAndHowManyWait) {
+    frmMDI& window = start();
+    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden(txt_Name, txt_Vorname, txt_Telefon, dbl_Telefon) "
+                     u"VALUES('Meier', 'Anna', '0447654321', 447654321)"_s);
+    const int width = window.minimumSizeHint().width();
+    EXPECT_LE(width, 1240) << "a display of 1280 with a frame";
+    Q_EMIT line.IncomingCall(u"044"_s, u"0791112233"_s, u""_s);
+    EXPECT_FALSE(find<QLabel>("ISDNAnrufer")->isVisible());
+    EXPECT_EQ(label("ISDNTaste"), u"annehmen mit F9"_s);
+    Q_EMIT line.IncomingCall(u"044"_s, u"0447654321"_s, u""_s);
+    EXPECT_EQ(label("ISDNAnrufer"), u"Meier Anna"_s);
+    EXPECT_EQ(label("ISDNTaste"), u"F9 · 2 Anrufe warten"_s);
+    EXPECT_EQ(find<QPushButton>("ShowISDNNr")->accessibleDescription(), u"0447654321, Meier Anna"_s);
+    EXPECT_EQ(find<QPushButton>("ShowTelefonListeCommand")->text(), u"Anrufer (1)"_s) << "one waits still";
+    Q_EMIT line.IncomingCall(u"044"_s, QString(50, u'8'), u""_s);
+    EXPECT_EQ(window.minimumSizeHint().width(), width) << "the window must not jump at a call";
+    window.takeWaitingCall();
+    EXPECT_EQ(find<QPushButton>("ShowTelefonListeCommand")->text(), u"Anrufer (2)"_s);
+    window.showMessage(u"Auftrag 4054 verbucht"_s);
+    EXPECT_EQ(label("MDIMeldung"), u"Auftrag 4054 verbucht"_s);
+    EXPECT_EQ(find<QLabel>("MDIKundenTotal")->accessibleName(), u"Kunden: 0"_s);
+}
+
+TEST_F(ShellTest, ACallReachesWhoeverLooksElsewhereAndIsTakenThere) {
+    int beeps = 0;
+    procedures.beep = [&] { ++beeps; };
+    frmMDI& window = start();
+    const auto ring = [&] { Q_EMIT line.IncomingCall(u"044"_s, u"0447654321"_s, u""_s); };
+    ring();
+    EXPECT_EQ(beeps, 0) << "who sits before it needs no sound";
+    window.showMinimized();
+    QApplication::setActiveWindow(nullptr);
+    ring();
+    EXPECT_FALSE(window.isMinimized());
+    EXPECT_EQ(beeps, 1);
+
+    QWidget preview;
+    const auto banner = [&] { return preview.findChild<QPushButton*>(); };
+    preview.resize(600, 400);
+    preview.show();
+    QApplication::setActiveWindow(&preview);
+    ASSERT_TRUE(banner()) << "a window that opens while the call waits tells it too";
+    EXPECT_TRUE(banner()->text().contains(u"0447654321"_s));
+    ring();
+    EXPECT_EQ(beeps, 2);
+    EXPECT_EQ(preview.findChildren<QPushButton*>().size(), 1);
+    QTest::keyClick(&preview, Qt::Key_F9);
+    EXPECT_EQ(asked, QStringList{u"call 0447654321"_s});
+    EXPECT_FALSE(banner()->isVisible());
+    ring();
+    QTest::mouseClick(banner()->isVisible() ? banner() : preview.findChildren<QPushButton*>().last(),
+                      Qt::LeftButton);
+    EXPECT_EQ(asked.size(), 2);
+}
+
+TEST_F(ShellTest, F1OpensTheManualOrTellsWhyNot) {
+    QStringList opened;
+    procedures.openDocument = [&](const QString& file) {
+        opened << file;
+        return true;
+    };
+    frmMDI& window = start();
+    QTest::keyClick(&window, Qt::Key_F1);
+    EXPECT_TRUE(dialogs.last().text.contains(u"handbuch.md"_s));
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"docs"_s));
+    ASSERT_TRUE(QFile(folder.filePath(u"docs/handbuch.md"_s)).open(QIODevice::WriteOnly));
+    QTest::keyClick(&window, Qt::Key_F1);
+    EXPECT_EQ(opened, QStringList{folder.filePath(u"docs/handbuch.md"_s)});
+    EXPECT_EQ(dialogs.said.size(), 1);
+}
+
 TEST_F(ShellTest, SuppressedNumberIsRecordedAndOnlyCleared) {
     start();
     Q_EMIT line.IncomingCall({}, {}, {});

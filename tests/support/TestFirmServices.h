@@ -36,7 +36,10 @@ class TestDesks : public QObject,
 
     void ShowVorbestellung(qint64) override {}
 
-    void setFaellig(qint64 trxNr) override { alarms << trxNr; }
+    void setFaellig(qint64 trxNr, const QString& kunde) override {
+        alarms << trxNr;
+        alarmKunde = kunde;
+    }
 
     void showAuftragsNummer(const QString& number) override { nextTrxNr = number; }
 
@@ -51,6 +54,7 @@ class TestDesks : public QObject,
     QString openedNumber, nextTrxNr;
     qint64 vorbestellungCount = -1, openedVorbestellung = -1;
     QList<qint64> alarms;
+    QString alarmKunde;
     QStringList messages; ///< what the status line said
 };
 

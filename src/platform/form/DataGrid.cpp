@@ -72,6 +72,10 @@ void DataGrid::setEmptyText(const QString& text) {
     viewport()->update();
 }
 
+void DataGrid::setRowLook(RowLook look) {
+    m_model->setRowLook(std::move(look));
+}
+
 int DataGrid::rowCount() const {
     return m_model->rowCount();
 }
@@ -204,7 +208,8 @@ void DataGrid::keyboardSearch(const QString& typed) {
 bool DataGrid::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const QModelIndex cell = indexAt(static_cast<QHelpEvent*>(event)->pos());
-        if (!cell.isValid() || sizeHintForIndex(cell).width() <= columnWidth(cell.column())) {
+        const bool isCut = cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());
+        if (!isCut && m_model->note(cell).isEmpty()) {
             QToolTip::hideText();
             return true;
         }

@@ -3,6 +3,7 @@
 #include "platform/form/DataControl.h"
 #include <QString>
 #include <QTableView>
+#include <functional>
 #include <vector>
 
 namespace platform {
@@ -17,6 +18,13 @@ struct DataColumn {
     QString widest{};
 
     friend bool operator==(const DataColumn&, const DataColumn&) = default;
+};
+
+/// What a row has beyond its cells; asked for the rows on the screen only, the note when it is to be told as
+/// the row's tool tip.
+struct RowLook {
+    std::function<bool(int row)> isBold{};
+    std::function<QString(int row)> note{};
 };
 
 class RecordsetModel;
@@ -38,6 +46,7 @@ class DataGrid : public QTableView {
     /// Lets the column take what width is left over; without a word the widest one takes it.
     void stretchColumn(int column);
     void setEmptyText(const QString& text);
+    void setRowLook(RowLook look);
 
     const QString& emptyText() const { return m_emptyText; }
 

@@ -1,6 +1,7 @@
 #include "platform/form/RecordsetModel.h"
 #include "platform/form/FieldFormat.h"
 #include "platform/form/FieldHelpers.h"
+#include <QFont>
 
 namespace platform {
 
@@ -49,16 +50,30 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : int(m_columns.size());
 }
 
+QString RecordsetModel::note(const QModelIndex& cell) const {
+    return cell.isValid() && m_look.note ? m_look.note(cell.row()) : QString();
+}
+
+const common::Value* RecordsetModel::held(const QModelIndex& cell) const {
+    return m_control && m_control->isOpen() ? m_control->Recordset().held(cell.row(), cell.column())
+                                            : nullptr;
+}
+
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     const DataColumn& column = m_columns.at(size_t(index.column()));
     if (role == Qt::DisplayRole) {
-        const common::Value* shown = m_control && m_control->isOpen()
-                                         ? m_control->Recordset().held(index.row(), index.column())
-                                         : nullptr;
+        const common::Value* shown = held(index);
         return shown ? formatField(*shown, column.format) : QString();
     }
-    if (role == Qt::ToolTipRole)
-        return toolTipOf(index.data().toString());
+    if (role == Qt::ToolTipRole) {
+        const QString rowNote = note(index);
+        return toolTipOf(rowNote.isEmpty() ? index.data().toString() : rowNote);
+    }
+    if (role == Qt::FontRole && m_look.isBold && held(index) && m_look.isBold(index.row())) {
+        QFont bold;
+        bold.setBold(true);
+        return bold;
+    }
     if (role == Qt::TextAlignmentRole)
         return int(column.alignment | Qt::AlignVCenter);
     return {};

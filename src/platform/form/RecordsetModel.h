@@ -17,6 +17,11 @@ class RecordsetModel : public QAbstractTableModel {
 
     const std::vector<DataColumn>& columns() const { return m_columns; }
 
+    void setRowLook(RowLook look) { m_look = std::move(look); }
+
+    /// The row's, "" for none.
+    QString note(const QModelIndex& cell) const;
+
     /// Asks the store where the row is not in memory.
     common::Value value(int row, int column) const;
     /// Has data() show these rows, the last one included: it asks the store nothing, and a row that is not in
@@ -29,9 +34,13 @@ class RecordsetModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
+    /// Null where the row is not in memory.
+    const common::Value* held(const QModelIndex& cell) const;
+
     /// A screen's control may go before its grid does.
     QPointer<DataControl> m_control;
     std::vector<DataColumn> m_columns;
+    RowLook m_look;
 };
 
 } // namespace platform

@@ -259,6 +259,7 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connectGuarded(Origin::User, shortcut, &QShortcut::activated, this, std::move(action));
+        return shortcut;
     };
     const auto focus = [](QWidget* widget) {
         return [widget] { widget->setFocus(Qt::ShortcutFocusReason); };
@@ -268,7 +269,8 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
         m_ui->txt_SucheTelefonNummer->setFocus(Qt::ShortcutFocusReason);
         m_ui->txt_SucheTelefonNummer->selectAll();
     });
-    add(Qt::Key_F4, [this] { cmdWieLetztesMal_Click(); });
+    // Held down it would order the same again and again.
+    add(Qt::Key_F4, [this] { cmdWieLetztesMal_Click(); })->setAutoRepeat(false);
     add(Qt::SHIFT | Qt::Key_F4, [this] { m_ui->box_LetzteBestellungen->goToList(); });
     add(Qt::Key_F5, [this] {
         m_ui->BestellungDetailsGrid->goTo({2, 1});

@@ -319,6 +319,9 @@ TEST_F(OrderScreenTest, OneKeyOrdersWhatTheCustomerHadLastTime) {
     EXPECT_EQ(cell(0, Col::Bezeichnung), u"Gutschein"_s);
     EXPECT_EQ(cell(1, Col::Ccy), u""_s);
     EXPECT_EQ(dialogs.last().text, u"Nicht mehr im Angebot:\n1x Wein"_s);
+    const qsizetype told = dialogs.said.size();
+    QTest::simulateEvent(QApplication::focusWidget(), true, Qt::Key_F4, Qt::NoModifier, QString(), true);
+    EXPECT_EQ(dialogs.said.size(), told) << "a key held down";
     EXPECT_EQ(box(), u"Zuletzt bestellt am 15/05/2026"_s);
     press(Qt::Key_F4, Qt::ShiftModifier);
     press(Qt::Key_Down);

@@ -219,7 +219,7 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
     onClick(m_ui->cmd_ClientSave, &Screen::cmd_ClientSave_Click);
     onClick(m_ui->cmd_ClientAbort, &Screen::cmd_ClientAbort_Click);
     onClick(m_ui->cmdCleanMask, &Screen::ClearBestellungMaske);
-    onClick(m_ui->cmdZurueckholen, &Screen::cmdZurueckholen_Click);
+    onOrder(m_ui->cmdZurueckholen, [this] { cmdZurueckholen_Click(); });
     m_ui->cmdZurueckholen->setEnabled(m_draft.canTakeBack());
     connect(&m_draft, &orders::OrderDraft::canTakeBackChanged, m_ui->cmdZurueckholen, &QWidget::setEnabled);
     onOrder(m_ui->cmdRabatt, [this] { cmdRabatt_Click(); });

@@ -9,7 +9,6 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QInputDialog>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -61,6 +60,7 @@ void answerAtOnce(QMessageBox& box) {
     const auto onKey = [&box](QKeyCombination key, const std::function<void()>& answer) {
         auto* shortcut = new QShortcut(QKeySequence(key), &box);
         shortcut->setContext(Qt::ApplicationShortcut);
+        // A key still held down from before answers nothing: "Wiederholen" would follow upon "Wiederholen".
         shortcut->setAutoRepeat(false);
         QObject::connect(shortcut, &QShortcut::activated, &box, answer);
     };
@@ -84,21 +84,6 @@ void makeRoomForTitle(QMessageBox& box) {
     if (text && metrics.size(0, box.text()).width() < room)
         text->setMinimumWidth(room);
 }
-
-/// A key that is still held down from before answers no box: "Wiederholen" would follow upon "Wiederholen".
-class FreshKeysOnly : public QObject {
-  public:
-    explicit FreshKeysOnly(QMessageBox& box) : QObject(&box) {
-        box.installEventFilter(this);
-        for (QAbstractButton* button : box.buttons())
-            button->installEventFilter(this);
-    }
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        return event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat();
-    }
-};
 
 int answerOf(int button) {
     switch (button) {
@@ -144,7 +129,6 @@ int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
         box.setIcon(QMessageBox::Question);
     addButtons(box, style & 0x0F);
     makeRoomForTitle(box);
-    new FreshKeysOnly(box);
     answerAtOnce(box);
     return answerOf(execModal(box));
 }

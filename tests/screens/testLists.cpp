@@ -314,10 +314,8 @@ TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
             QWidget* box = QApplication::activeModalWidget();
             ASSERT_TRUE(box);
             QApplication::setActiveWindow(box);
-            for (QWidget* target : {box, QApplication::focusWidget()}) {
-                QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
-                QApplication::sendEvent(target, &held);
-            }
+            for (QWidget* target : {box, QApplication::focusWidget()})
+                QTest::simulateEvent(target, true, Qt::Key_Return, {}, {}, true);
             ASSERT_TRUE(box->isVisible()) << "answered by a key held down";
             QTest::keyClick(box, c.key);
             EXPECT_FALSE(box->isVisible()) << "at once";

@@ -218,7 +218,8 @@ void OrderDraft::tellFailure(const common::RunTimeError& error) {
     if (std::exchange(m_failing, true))
         return;
     qWarning("The draft of the order cannot be written: %s", qPrintable(error.detail()));
-    Q_EMIT failed(error.sentence());
+    // The line that tells it is short.
+    Q_EMIT failed(error.number() == common::kDiskFull ? tr("Der Datenträger ist voll.") : error.sentence());
 }
 
 void OrderDraft::tellMended() {

@@ -35,7 +35,7 @@ class Transactions : public testing::Test {
     }
 
     /// Every value of the tables that a road may write.
-    static QString contents() {
+    static std::string contents() {
         QStringList all;
         for (const char16_t* table :
              {u"Auftragswesen_Bestellungen_Master", u"Auftragswesen_Bestellungen_Details",
@@ -49,7 +49,7 @@ class Transactions : public testing::Test {
                 for (int column = 0; column < int(rows.Columns().size()); ++column)
                     all << rows.valueAt(row, column).toText();
         }
-        return all.join(u'|');
+        return all.join(u'|').toStdString();
     }
 
     TestFirm firm;
@@ -95,7 +95,7 @@ TEST_F(Transactions, AFailureOnTheWayLeavesAllAsItWas) {
          [&] { modProdukteExtras::DeleteExtra(TestFirm::kKaesesauce); }},
     };
     for (const Case& c : cases) {
-        const QString before = contents();
+        const std::string before = contents();
         ConnMain.Execute(u"CREATE TRIGGER broken BEFORE "_s + QString::fromUtf16(c.write) +
                          u" BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
         EXPECT_THROW(c.road(), common::RunTimeError) << c.name;

@@ -251,6 +251,8 @@ void OrderDraft::giveUp() {
     std::error_code failure;
     std::filesystem::rename(QFileInfo(m_file).filesystemFilePath(),
                             QFileInfo(m_file + kGivenUp).filesystemFilePath(), failure);
+    if (failure)
+        qWarning("The order that was given up cannot be kept: %s", failure.message().c_str());
     Q_EMIT canTakeBackChanged(canTakeBack());
 }
 

@@ -223,8 +223,9 @@ void PrintBestellung(int Ziel, const WorkingOrder& order, platform::Reports& rep
             continue;
         ReportJob job = slipJob(printer, Ziel == 1 ? ReportJob::kToWindow : ReportJob::kToPrinter);
         job.copies = entry.copies;
-        job.note =
-            found || entry.name.isEmpty() ? note : missingPrinter(entry.name) + QLatin1Char(' ') + note;
+        job.note = found || entry.name.isEmpty()
+                       ? note
+                       : (missingPrinter(entry.name) + QLatin1Char(' ') + note).trimmed();
         const platform::ReportEnd end = reports.run(job);
         if (end == platform::ReportEnd::Unusable)
             return;

@@ -91,7 +91,7 @@ std::vector<LetzteBestellung> LoadLetzteBestellungen(qint64 kundenId, int most) 
          !line->Eof(); line->MoveNext()) {
         const qint64 trxNr = line->Fields(u"lng_TrxNrMaster").toLong();
         const bool isProdukt = line->Fields(u"flag_IsProdukt").Value().isTrue();
-        const QString name = nameOf(RsMain, isProdukt);
+        const QString name = nameOf(*line, isProdukt);
         QStringList& positionen = std::find_if(bestellungen.begin(), bestellungen.end(), [&](const auto& b) {
                                       return b.lng_TrxNr == trxNr;
                                   })->positionen;

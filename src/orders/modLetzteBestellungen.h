@@ -12,7 +12,7 @@ struct LetzteBestellung {
     /// Moment of the order as serial; missing where none can be read.
     std::optional<double> bestellt;
     double dbl_TotalMitMWSt = 0;
-    /// A text each product with its extras, "2x Pizza Margherita (Oliven)", by the names of today.
+    /// A text each product with its extras, "2x Pizza Margherita + Oliven", by the names of today.
     QStringList positionen;
 };
 

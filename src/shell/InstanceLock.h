@@ -23,7 +23,8 @@ class InstanceLock {
     explicit InstanceLock(const QString& file);
 
     State take();
-    /// Whatever was found there, if it can be replaced.
+    /// Whatever was found there, where it can be replaced; otherwise nothing is held, and the owner has said
+    /// that nobody else is there.
     void takeOver();
     /// The computer that the lock names; "" without one.
     QString computer() const;

@@ -55,7 +55,7 @@ class MasterDataForm : public QWidget {
     /// told otherwise; its first field has the focus when the screen opens.
     void setUpForm(QList<QWidget*> chain, QSize twips, QWidget* last = nullptr);
 
-    /// Runs the query on the main database and shows its rows; `filter` narrows the fetched ones (see
+    /// Runs the query and shows its rows; `filter` narrows the fetched ones (see
     /// store::Recordset::Filter). Column 0 is the key.
     void showRows(const QString& query, const std::vector<DataColumn>& columns, const QString& filter = {});
     /// chooseRow; the row is marked once it is in the mask. The focus stays where that puts it.

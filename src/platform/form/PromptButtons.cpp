@@ -14,9 +14,13 @@ class PromptButtons : public QObject {
         if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous())
             return false;
         auto* button = qobject_cast<QAbstractButton*>(watched);
-        if (button)
-            button->click();
-        return button;
+        if (!button)
+            return false;
+        // As the toolkit does: the field that is left may have something to do.
+        if (button->isCheckable() && (button->focusPolicy() & Qt::ClickFocus) != 0)
+            button->setFocus();
+        button->click();
+        return true;
     }
 };
 

@@ -200,6 +200,7 @@ bool WorkingOrder::SucheTelefonNummer(const QString& number) {
 
 void WorkingOrder::FillFromCall(qint64 kundenId) {
     ClearBestellungMaske();
+    lng_KundenID = kundenId;
     ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(kundenId));
     FillHead(kundenId);
     setDetail(Detail::MWStNr, SysVATNummer);

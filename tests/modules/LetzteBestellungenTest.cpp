@@ -1,11 +1,6 @@
-#include "common/Convert.h"
-#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "modules/OrderFixture.h"
 #include "orders/modLetzteBestellungen.h"
 #include "support/StatementLog.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include <gtest/gtest.h>
 
 using namespace modLetzteBestellungen;
 using namespace Qt::StringLiterals;
@@ -14,37 +9,25 @@ using test::TestFirm;
 
 namespace {
 
-struct LetzteBestellungen : testing::Test {
-    LetzteBestellungen() { order.SetUp(); }
-
+struct LetzteBestellungen : test::OrderTest {
     /// Wine with a discount, a pizza with cheese, two packs of beer; gives its number.
     qint64 book(const QString& caller = u"0791234567"_s) {
         order.SucheTelefonNummer(caller);
-        order.PickProdukt(TestFirm::kWein, u"W"_s, 2);
+        pickWein(2);
         order.SetRabattBestellung(10);
-        order.PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
-        order.PickExtra(TestFirm::kKaese, u"Käse"_s, 1);
+        pickPizza();
+        pickKaese();
         order.PickProdukt(TestFirm::kBier, u"O'N5%"_s, 12);
-        EXPECT_TRUE(modAuftragswesenAuftragserfassung::SaveBestellung(order, dialogs, navigation));
-        order.ClearBestellungMaske();
-        return TestFirm::value(u"SELECT max(lng_TrxNr) AS N FROM tbl_Auftragswesen_Bestellungen_Master"_s)
-            .toLongLong();
+        return OrderTest::book();
     }
 
     /// The filled rows, each as "quantity name price".
     QStringList lines() const {
         QStringList result;
         for (int row = 0; row <= order.LastFilledRow(); ++row)
-            result << order.BestellungGrid.text(row, Col::Anzahl) + u' ' +
-                          order.BestellungGrid.text(row, Col::Bezeichnung) + u' ' +
-                          order.BestellungGrid.text(row, Col::Preis);
+            result << line(row, {Col::Anzahl, Col::Bezeichnung, Col::Preis}).replace(u'|', u' ');
         return result;
     }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    orders::WorkingOrder order;
 };
 
 TEST_F(LetzteBestellungen, AreTheCustomersOwnTheNewestFirst) {
@@ -79,10 +62,10 @@ TEST_F(LetzteBestellungen, ComeBackAsIfPickedToday) {
     EXPECT_TRUE(leftOut.nichtImAngebot.isEmpty() && leftOut.keinPlatz.isEmpty());
     EXPECT_EQ(lines(), (QStringList{u"1 Gutschein 21"_s, u"0 Spezialwunsch 0"_s, u"2 Wein 26"_s,
                                     u"1 Pizza 15"_s, u"1 Käse 3"_s, u"12 O'Neill's 38"_s}));
-    EXPECT_DOUBLE_EQ(order.total(orders::TotalRow::Total), 21 + 26 + 15 + 3 + 38) << "without the discount";
-    EXPECT_EQ(order.BestellungGrid.text(4, Col::ProduktID), QString::number(TestFirm::kMargherita));
-    EXPECT_EQ(order.BestellungGrid.text(4, Col::AnzahlIntern), u"0");
-    EXPECT_EQ(order.BestellungGrid.text(5, Col::AnzahlIntern), u"12");
+    EXPECT_DOUBLE_EQ(total(), 21 + 26 + 15 + 3 + 38) << "without the discount";
+    EXPECT_EQ(text(4, Col::ProduktID), QString::number(TestFirm::kMargherita));
+    EXPECT_EQ(text(4, Col::AnzahlIntern), u"0");
+    EXPECT_EQ(text(5, Col::AnzahlIntern), u"12");
 }
 
 TEST_F(LetzteBestellungen, WhatIsNoLongerSoldIsNamed) {

@@ -1,15 +1,11 @@
 #include "orders/OrderDraft.h"
+#include "modules/OrderFixture.h"
 #include "orders/OrderStorage.h"
-#include "orders/modAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "support/FullDisk.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
 #include <QFile>
 #include <QFileInfo>
 #include <functional>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using orders::OrderDraft;
@@ -18,16 +14,13 @@ using test::TestFirm;
 
 namespace {
 
-class OrderDraftTest : public testing::Test {
+class OrderDraftTest : public test::OrderTest {
   protected:
-    OrderDraftTest() : file(OrderDraft::defaultFile()), draft(order, file) {
-        order.SetUp();
-        key();
-    }
+    OrderDraftTest() { key(); }
 
     /// What a user does, each time the same.
     void key() {
-        order.SucheTelefonNummer(u"0791234567"_s);
+        callAnna();
         order.PreisGruppe = 2;
         order.PickProdukt(TestFirm::kHawaii, u"10"_s, 3);
         order.PickExtra(TestFirm::kKaesesauce, u"Käsesauce"_s, 1);
@@ -48,10 +41,8 @@ class OrderDraftTest : public testing::Test {
                      << QString::number(shown.lng_KurierID) << QString::number(shown.PreisGruppe);
     }
 
-    TestFirm firm;
-    QString file;
-    WorkingOrder order;
-    OrderDraft draft;
+    const QString file = OrderDraft::defaultFile();
+    OrderDraft draft{order, file};
 };
 
 TEST_F(OrderDraftTest, BringsBackExactlyTheCells) {
@@ -74,7 +65,7 @@ TEST_F(OrderDraftTest, IsGoneOnceTheOrderIsCleanedOrDeclined) {
     order.ClearBestellungMaske();
     draft.flush();
     EXPECT_FALSE(QFile::exists(file));
-    order.SucheTelefonNummer(u"0791234567"_s);
+    callAnna();
     draft.flush();
     EXPECT_TRUE(QFile::exists(file));
     draft.giveUp();
@@ -83,8 +74,6 @@ TEST_F(OrderDraftTest, IsGoneOnceTheOrderIsCleanedOrDeclined) {
 
 TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
     using namespace modAuftragswesenAuftragserfassung;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
     qint64 number = 0;
     const std::function<void()> roads[] = {[&] { SaveBestellung(order, dialogs, navigation); },
                                            [&] { modAuftragswesenVorbestellungen::SaveVorbestellung(order); },
@@ -134,7 +123,7 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     const QStringList first = cells(order);
     const auto second = [&] {
         order.SucheTelefonNummer(u"0799999999"_s);
-        order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+        pickWein();
     };
     second();
     const QStringList other = cells(order);
@@ -153,7 +142,7 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
     order.ClearBestellungMaske();
     modAuftragswesenAuftragserfassung::LoadBestellung(order, number);
-    order.PickProdukt(TestFirm::kWein, u"W"_s, 1); // a change of a booked one
+    pickWein(); // a change of a booked one
     order.ClearBestellungMaske();
     ASSERT_TRUE(draft.takeBack());
     EXPECT_EQ(order.lng_KundenID, TestFirm::kAnna);
@@ -178,7 +167,7 @@ TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {
     {
         const test::FullDisk full(2000);
         for (int line = 0; line < 2; ++line) {
-            order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+            pickWein();
             draft.flush();
         }
     }
@@ -188,7 +177,7 @@ TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {
     EXPECT_EQ(cells(next), whole);
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told.first().contains(u"lässt sich nicht schreiben"_s));
-    order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    pickWein();
     draft.flush();
     EXPECT_EQ(told.last(), u"mended"_s);
 }

@@ -2,13 +2,9 @@
 #include "common/RunTimeError.h"
 #include "masterdata/modProdukte.h"
 #include "masterdata/modProdukteExtras.h"
-#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "modules/OrderFixture.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "support/StatementLog.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace modAuftragswesenAuftragserfassung;
@@ -17,10 +13,9 @@ using test::TestFirm;
 
 namespace {
 
-class Transactions : public testing::Test {
+class Transactions : public test::OrderTest {
   protected:
     Transactions() {
-        order.SetUp();
         key();
         SaveBestellung(order, dialogs, navigation);
         SaveVorbestellung(order);
@@ -29,9 +24,7 @@ class Transactions : public testing::Test {
 
     void key() {
         order.ClearBestellungMaske();
-        order.SucheTelefonNummer(u"0791234567"_s);
-        order.PickProdukt(TestFirm::kWein, u"W"_s, 2);
-        order.PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
+        takeOrder();
     }
 
     /// Every value of the tables that a road may write.
@@ -51,11 +44,6 @@ class Transactions : public testing::Test {
         }
         return all.join(u'|').toStdString();
     }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    orders::WorkingOrder order;
 };
 
 } // namespace

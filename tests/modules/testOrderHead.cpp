@@ -1,94 +1,104 @@
 #include "common/Clock.h"
-#include "common/Convert.h"
-#include "orders/WorkingOrder.h"
+#include "modules/OrderFixture.h"
 #include "store/SystemSettings.h"
-#include "support/TestFirm.h"
-#include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using orders::OrderButtons;
-using orders::WorkingOrder;
 using platform::CellKind;
 using test::TestFirm;
 namespace Detail = orders::Detail;
 
 namespace {
 
-struct OrderHead : testing::Test {
-    OrderHead() { order.SetUp(); }
-
+struct OrderHead : test::OrderTest {
     bool type(orders::DetailCell cell, const char16_t* typed) {
         return order.BestellungDetailsGrid.endEdit(cell.row, cell.column, QString::fromUtf16(typed));
     }
-
-    TestFirm firm;
-    WorkingOrder order;
 };
 
 TEST_F(OrderHead, opensWithDefaults) {
-    EXPECT_EQ(order.detail(Detail::AuftragsNr), u"1001");
-    EXPECT_EQ(order.detail(Detail::KundenNr), u"");
-    EXPECT_EQ(order.detail(Detail::Kurier), u"AB");
+    EXPECT_EQ(head({Detail::AuftragsNr, Detail::KundenNr, Detail::Kurier, Detail::Datum, Detail::MWStNr,
+                    Detail::Konditionen}),
+              u"1001||AB|15/Mai/2026|CHE-1|Bar");
     EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierAB);
-    EXPECT_EQ(order.detail(Detail::Datum), u"15/Mai/2026");
-    EXPECT_EQ(order.detail(Detail::MWStNr), u"CHE-1");
-    EXPECT_EQ(order.detail(Detail::Konditionen), u"Bar");
     EXPECT_EQ(order.BestellungTotalGrid.text(orders::TotalRow::MWSt1, 0), u"MWSt: 8.1%");
-    EXPECT_EQ(order.BestellungTotalGrid.text(orders::TotalRow::MWSt3, 0), u"MWSt: 2.6%");
     EXPECT_EQ(order.BestellungTotalGrid.text(orders::TotalRow::Total, 1), u"CHF");
-    EXPECT_EQ(order.BestellungGrid.rows(), 100);
-    EXPECT_EQ(order.BestellungGrid.number(99, orders::Col::EinheitAnzahl), 1);
-    EXPECT_EQ(order.BestellungGrid.column(u"ExtraID"), orders::Col::ExtraID);
-}
-
-TEST_F(OrderHead, withoutCouriersThereIsNoDefault) {
-    ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_Kuriere"));
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Kuriere"_s);
     order.SetUp();
-    EXPECT_EQ(order.detail(Detail::Kurier), u"");
+    EXPECT_EQ(order.detail(Detail::Kurier), u"") << "without couriers there is no default";
     EXPECT_EQ(order.lng_KurierID, 0);
 }
 
-TEST_F(OrderHead, searchFindsTheCustomerByTelephoneOrMobile) {
-    struct Case {
-        const char16_t* number;
-        qint64 id;
-    };
-
-    for (const Case& c : {Case{u"0791234567", TestFirm::kAnna}, Case{u" 791234567 ", TestFirm::kAnna},
-                          Case{u"0799999999", TestFirm::kBruno}}) {
-        EXPECT_TRUE(order.SucheTelefonNummer(QString::fromUtf16(c.number)));
-        EXPECT_EQ(order.lng_KundenID, c.id);
-        EXPECT_EQ(order.detail(Detail::KundenNr), QString::number(c.id));
+TEST_F(OrderHead, searchAndCallFillTheHead) {
+    for (const auto& [number, id] : {std::pair{u"0791234567", TestFirm::kAnna},
+                                     {u"0799999999", TestFirm::kBruno},
+                                     {u" 791234567 ", TestFirm::kAnna}}) {
+        EXPECT_TRUE(order.SucheTelefonNummer(QString::fromUtf16(number)));
+        EXPECT_EQ(order.lng_KundenID, id);
+        EXPECT_EQ(order.detail(Detail::KundenNr), QString::number(id));
         EXPECT_EQ(order.buttons(), (OrderButtons{false, true, true, false, false, false}));
     }
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
     EXPECT_TRUE(order.KundenAdresseShown());
     EXPECT_TRUE(order.KundenAdresse().startsWith(u"Muster AG\r\n"));
-    EXPECT_EQ(order.detail(Detail::Datum), u"15/Mai/2026");
-    EXPECT_EQ(order.detail(Detail::Bestellzeit), u"18:00");
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"18:30");
-    EXPECT_EQ(order.detail(Detail::Lieferung), u"15/05/2026");
-}
-
-TEST_F(OrderHead, deliveryDateStaysTodayPastMidnight) {
-    TestFirm::setTime(23, 50);
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"00:20");
-    EXPECT_EQ(order.detail(Detail::Lieferung), u"15/05/2026");
-}
-
-TEST_F(OrderHead, timeAndDateAreOfOneMoment) {
+    const auto dates = [&] {
+        return head({Detail::Datum, Detail::Bestellzeit, Detail::Lieferzeit, Detail::Lieferung});
+    };
+    EXPECT_EQ(dates(), u"15/Mai/2026|18:00|18:30|15/05/2026");
+    // Date and time are of one moment, and the delivery's date stays that of today past midnight.
     common::clock::set(TestFirm::day() + common::timeSerial(23, 59, 59) + 0.9 / 86'400);
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    EXPECT_EQ(order.detail(Detail::Datum), u"15/Mai/2026");
-    EXPECT_EQ(order.detail(Detail::Bestellzeit), u"23:59");
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"00:29");
+    callAnna();
+    EXPECT_EQ(dates(), u"15/Mai/2026|23:59|00:29|15/05/2026");
+
+    order.setDetail(Detail::MWStNr, QString());
+    order.FillFromCall(TestFirm::kBruno);
+    EXPECT_EQ(order.lng_KundenID, TestFirm::kBruno);
+    EXPECT_EQ(head({Detail::KundenNr, Detail::MWStNr}), u"2|CHE-1");
+    EXPECT_EQ(order.buttons(), (OrderButtons{true, false, true, false, false, false}));
+}
+
+TEST_F(OrderHead, deliveryCellsRefuseWhatIsNoDate) {
+    struct Case {
+        orders::DetailCell cell;
+        const char16_t* typed;
+        const char16_t* shown;
+    };
+
+    callAnna();
+    for (const Case& c :
+         {Case{Detail::Lieferzeit, u"19:15", u"19:15"}, Case{Detail::Lieferzeit, u"25:00", u"19:15"},
+          Case{Detail::Lieferzeit, u"2400", u"19:15"}, Case{Detail::Lieferzeit, u"1860", u"19:15"},
+          Case{Detail::Lieferzeit, u"18", u"19:15"}, Case{Detail::Lieferzeit, u"", u"19:15"},
+          Case{Detail::Lieferzeit, u"1830", u"18:30"}, Case{Detail::Lieferzeit, u"18.10", u"18:10"},
+          Case{Detail::Lieferzeit, u"715", u"07:15"}, Case{Detail::Lieferung, u"1.6.26", u"01/06/2026"},
+          Case{Detail::Lieferung, u"31/02/2026", u"01/06/2026"},
+          Case{Detail::Konditionen, u"30 Tage, '%'", u"30 Tage, '%'"}}) {
+        const QString before = order.detail(c.cell);
+        EXPECT_EQ(type(c.cell, c.typed), before != c.shown) << QString::fromUtf16(c.typed).toStdString();
+        EXPECT_EQ(order.detail(c.cell), c.shown);
+    }
+}
+
+TEST_F(OrderHead, clearingKeepsTheCourierButNotADeletedOrdersMark) {
+    callAnna();
+    order.ChooseKurier(TestFirm::kKurierCD, u"CD"_s);
+    order.ChooseKonditionen(u"EC"_s);
+    pickWein();
+    order.ClearBestellungMaske();
+    EXPECT_EQ(head({Detail::Kurier, Detail::Konditionen, Detail::Datum}), u"CD|Bar|");
+    EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierCD);
+    EXPECT_EQ(order.KundenAdresse(), u"");
+    EXPECT_EQ(total(), 0);
+    order.setDetail(Detail::Kurier, u"gelöscht");
+    order.ClearBestellungMaske();
+    EXPECT_EQ(order.detail(Detail::Kurier), u"AB");
+    EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierAB);
 }
 
 TEST_F(OrderHead, unknownNumberLeavesAnEmptyOrder) {
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), 1);
+    callAnna();
+    pickWein();
     // A blank number is no search and touches nothing.
-    EXPECT_FALSE(order.SucheTelefonNummer(QStringLiteral("  ")));
+    EXPECT_FALSE(order.SucheTelefonNummer(u"  "_s));
     EXPECT_EQ(order.LastFilledRow(), 0);
     for (const char16_t* number : {u"0441112233", u"abc", u"1' OR '1'='1"}) {
         EXPECT_FALSE(order.SucheTelefonNummer(QString::fromUtf16(number)));
@@ -97,17 +107,6 @@ TEST_F(OrderHead, unknownNumberLeavesAnEmptyOrder) {
         EXPECT_EQ(order.buttons(), OrderButtons{});
         EXPECT_EQ(order.LastFilledRow(), -1);
     }
-}
-
-TEST_F(OrderHead, takingACallFillsTheHeadAnew) {
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    order.setDetail(Detail::MWStNr, QString());
-    order.FillFromCall(TestFirm::kAnna);
-    EXPECT_EQ(order.lng_KundenID, TestFirm::kAnna);
-    EXPECT_EQ(order.detail(Detail::KundenNr), u"1");
-    EXPECT_EQ(order.detail(Detail::MWStNr), u"CHE-1");
-    EXPECT_TRUE(order.KundenAdresseShown());
-    EXPECT_EQ(order.buttons(), (OrderButtons{true, false, true, false, false, false}));
 }
 
 TEST_F(OrderHead, onlyCourierDeliveryAndConditionsCanBeEdited) {
@@ -123,56 +122,18 @@ TEST_F(OrderHead, onlyCourierDeliveryAndConditionsCanBeEdited) {
             EXPECT_EQ(order.BestellungTotalGrid.mayEdit(row, col),
                       row == orders::TotalRow::MWSt3 || col == 2);
     // A total that somebody overwrites is derived again at once.
-    order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), 1);
-    EXPECT_TRUE(order.BestellungTotalGrid.endEdit(orders::TotalRow::Total, 2, QStringLiteral("1")));
-    EXPECT_DOUBLE_EQ(order.total(orders::TotalRow::Total), 12);
+    pickWein();
+    EXPECT_TRUE(order.BestellungTotalGrid.endEdit(orders::TotalRow::Total, 2, u"1"_s));
+    EXPECT_DOUBLE_EQ(total(), 12);
 }
 
 TEST_F(OrderHead, typedCourierKeepsTheKeyChosenBefore) {
-    order.ChooseKurier(TestFirm::kKurierCD, QStringLiteral("CD"));
+    order.ChooseKurier(TestFirm::kKurierCD, u"CD"_s);
     EXPECT_TRUE(type(Detail::Kurier, u"ab"));
     EXPECT_EQ(order.detail(Detail::Kurier), u"AB");
     EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierCD);
     EXPECT_TRUE(type(Detail::Kurier, u"'X"));
     EXPECT_EQ(order.detail(Detail::Kurier), u"");
-}
-
-TEST_F(OrderHead, deliveryCellsRefuseWhatIsNoDate) {
-    EXPECT_TRUE(type(Detail::Lieferzeit, u"19:15"));
-    for (const char16_t* typed : {u"25:00", u"2400", u"1860", u"18", u"bald", u""})
-        EXPECT_FALSE(type(Detail::Lieferzeit, typed));
-    for (const char16_t* typed : {u"1830", u"18.30", u"18:30", u"18.10", u"715"}) {
-        EXPECT_TRUE(type(Detail::Lieferzeit, typed));
-        EXPECT_EQ(order.detail(Detail::Lieferzeit).size(), 5);
-    }
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"07:15");
-    EXPECT_TRUE(type(Detail::Lieferzeit, u"19:15"));
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"19:15");
-    EXPECT_TRUE(type(Detail::Lieferung, u"1.6.26"));
-    EXPECT_EQ(order.detail(Detail::Lieferung), u"01/06/2026");
-    EXPECT_FALSE(type(Detail::Lieferung, u"31/02/2026"));
-    EXPECT_EQ(order.detail(Detail::Lieferung), u"01/06/2026");
-    EXPECT_TRUE(type(Detail::Konditionen, u"Rechnung 30 Tage, '%'"));
-    EXPECT_EQ(order.detail(Detail::Konditionen), u"Rechnung 30 Tage, '%'");
-}
-
-TEST_F(OrderHead, clearingKeepsTheCourierButNotADeletedOrdersMark) {
-    order.SucheTelefonNummer(QStringLiteral("0791234567"));
-    order.ChooseKurier(TestFirm::kKurierCD, QStringLiteral("CD"));
-    order.ChooseKonditionen(QStringLiteral("EC"));
-    order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), 1);
-    order.ClearBestellungMaske();
-    EXPECT_EQ(order.detail(Detail::Kurier), u"CD");
-    EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierCD);
-    EXPECT_EQ(order.detail(Detail::Konditionen), u"Bar");
-    EXPECT_EQ(order.detail(Detail::Datum), u"");
-    EXPECT_EQ(order.KundenAdresse(), u"");
-    EXPECT_EQ(order.total(orders::TotalRow::Total), 0);
-
-    order.setDetail(Detail::Kurier, u"gelöscht");
-    order.ClearBestellungMaske();
-    EXPECT_EQ(order.detail(Detail::Kurier), u"AB");
-    EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierAB);
 }
 
 } // namespace

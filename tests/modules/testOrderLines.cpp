@@ -1,10 +1,7 @@
-#include "common/Convert.h"
-#include "orders/WorkingOrder.h"
-#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "modules/OrderFixture.h"
 #include "store/SystemSettings.h"
-#include "support/TestFirm.h"
-#include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using orders::Col;
 using orders::SucheModus;
 using orders::TotalRow;
@@ -12,76 +9,76 @@ using test::TestFirm;
 
 namespace {
 
-struct OrderLines : testing::Test {
-    OrderLines() {
-        order.SetUp();
-        QObject::connect(&order, &orders::WorkingOrder::ExtrasOffered,
-                         [this](qint64 id) { offered.push_back(id); });
-    }
-
-    double number(int row, int col) const { return order.BestellungGrid.number(row, col); }
-
-    QString text(int row, int col) const { return order.BestellungGrid.text(row, col); }
-
+struct OrderLines : test::OrderTest {
     bool type(int row, int col, const char16_t* typed) {
         return order.BestellungGrid.endEdit(row, col, QString::fromUtf16(typed));
     }
 
-    QStringList names(int rows) const {
-        QStringList list;
-        for (int row = 0; row < rows; ++row)
-            list << text(row, Col::Bezeichnung);
-        return list;
-    }
-
-    void pickWein(double anzahl = 1) { order.PickProdukt(TestFirm::kWein, QStringLiteral("W"), anzahl); }
-
-    void pickPizza() { order.PickProdukt(TestFirm::kMargherita, QStringLiteral("1"), 1); }
-
-    void pickKaese() { order.PickExtra(TestFirm::kKaese, QStringLiteral(u"Käse"), 1); }
-
-    void pickKnoblauch() { order.PickExtra(TestFirm::kKnoblauch, QStringLiteral("Knoblauch"), 1); }
-
-    TestFirm firm;
-    orders::WorkingOrder order;
-    std::vector<qint64> offered;
+    void pickKnoblauch() { order.PickExtra(TestFirm::kKnoblauch, u"Knoblauch"_s, 1); }
 };
 
-TEST_F(OrderLines, pickedProductComesWithItsPriceAndExtras) {
-    order.PickProdukt(TestFirm::kBier, QStringLiteral("O'N5%"), 12);
-    EXPECT_EQ(text(0, Col::Kurzzeichen), u"O'N5%");
-    EXPECT_EQ(text(0, Col::Bezeichnung), u"O'Neill's");
-    EXPECT_EQ(text(0, Col::Ccy), u"CHF");
-    EXPECT_EQ(number(0, Col::IsProdukt), 1);
-    EXPECT_EQ(number(0, Col::ExtraID), -1);
-    EXPECT_EQ(number(0, Col::EinheitAnzahl), 6);
-    // 18.00 is the price of a pack of six.
-    EXPECT_EQ(number(0, Col::Anzahl), 12);
-    EXPECT_EQ(number(0, Col::AnzahlIntern), 12);
-    EXPECT_DOUBLE_EQ(number(0, Col::Preis), 36);
-    EXPECT_DOUBLE_EQ(number(0, Col::PreisOhneMWSt), 36 / 1.081);
-    EXPECT_EQ(offered, std::vector<qint64>{TestFirm::kBier});
-}
-
-TEST_F(OrderLines, extrasHangUnderTheirProduct) {
-    order.PickExtra(TestFirm::kKaese, QStringLiteral(u"Käse"), 1);
-    EXPECT_EQ(order.FirstEmptyRow(), 0);
+TEST_F(OrderLines, aPickComesWithItsPriceAndAnExtraUnderItsProduct) {
+    QList<qint64> offered;
+    QObject::connect(&order, &orders::WorkingOrder::ExtrasOffered, [&](qint64 id) { offered << id; });
+    EXPECT_EQ(order.PickExtra(TestFirm::kKaese, u"Käse"_s, 1), -1);
     // The refused pick leaves no trace in the next lookup.
     EXPECT_TRUE(type(0, Col::Kurzzeichen, u"W"));
-    EXPECT_EQ(text(0, Col::Bezeichnung), u"Wein");
-
+    // 18.00 is the price of a pack of six.
+    order.PickProdukt(TestFirm::kBier, u"O'N5%"_s, 12);
+    EXPECT_EQ(offered, (QList<qint64>{TestFirm::kWein, TestFirm::kBier}));
+    EXPECT_DOUBLE_EQ(number(1, Col::PreisOhneMWSt), 36 / 1.081);
     pickPizza();
-    order.PickExtra(TestFirm::kKaese, QStringLiteral(u"Käse"), 2);
+    order.PickExtra(TestFirm::kKaese, u"Käse"_s, 2);
     pickKnoblauch();
-    EXPECT_EQ(text(2, Col::Bezeichnung), u"Käse");
-    EXPECT_EQ(number(2, Col::ProduktID), TestFirm::kMargherita);
-    EXPECT_EQ(number(2, Col::ExtraID), TestFirm::kKaese);
-    EXPECT_EQ(number(2, Col::IsProdukt), 0);
-    EXPECT_EQ(number(2, Col::Anzahl), 2);
-    EXPECT_EQ(number(2, Col::AnzahlIntern), 0);
-    EXPECT_DOUBLE_EQ(number(2, Col::Preis), 4);
-    EXPECT_EQ(number(3, Col::ProduktID), TestFirm::kMargherita);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12 + 14 + 4);
+    const auto lineOf = [&](int row) {
+        return line(row,
+                    {Col::Kurzzeichen, Col::Anzahl, Col::AnzahlIntern, Col::EinheitAnzahl, Col::Bezeichnung,
+                     Col::Ccy, Col::Preis, Col::ProduktID, Col::IsProdukt, Col::ExtraID});
+    };
+    EXPECT_EQ(lineOf(0), u"W|1|1|1|Wein|CHF|12|3|1|-1");
+    EXPECT_EQ(lineOf(1), u"O'N5%|12|12|6|O'Neill's|CHF|36|5|1|-1");
+    EXPECT_EQ(lineOf(3), u"|2|0|1|Käse|CHF|4|2|0|2");
+    EXPECT_EQ(lineOf(4), u"|1|0|1|Knoblauch|CHF|0|2|0|3");
+    EXPECT_DOUBLE_EQ(total(), 12 + 36 + 14 + 4);
+    // Typed by its name it is that of a pick.
+    type(5, Col::Bezeichnung, u"Knoblauch");
+    for (int col = 0; col < Col::Count; ++col)
+        EXPECT_EQ(text(5, col), text(4, col)) << col;
+    for (int row = 6; row < orders::kOrderRows; ++row)
+        order.BestellungGrid.setCell(row, Col::Ccy, u"CHF"_s);
+    EXPECT_EQ(order.PickProdukt(TestFirm::kWein, u"W"_s, 1), -1) << "full";
+    EXPECT_EQ(order.PickExtra(TestFirm::kKaese, u"Käse"_s, 1), -1);
+}
+
+TEST_F(OrderLines, priceGroupChangesOnlyWhatComesLater) {
+    pickPizza();
+    order.PreisGruppe = 3;
+    pickPizza();
+    pickKaese();
+    // An extra taken by its key comes without a price group.
+    order.suche = SucheModus::Extra;
+    order.BestellungGrid.setCell(3, Col::ExtraID, TestFirm::kKaese);
+    order.BestellungGrid_Change(3, Col::ProduktID);
+    for (const auto& [row, price] : {std::pair{0, 14}, {1, 16}, {2, 4}, {3, 2}})
+        EXPECT_DOUBLE_EQ(number(row, Col::Preis), price) << row;
+}
+
+TEST_F(OrderLines, aProductTakesItsExtrasAlong) {
+    pickPizza();
+    pickKaese();
+    pickKnoblauch();
+    pickWein();
+    pickPizza();
+    pickKaese();
+    order.BestellungGrid.requestDelete(0);
+    EXPECT_EQ(names(4), u"Wein|Pizza|Käse|");
+    EXPECT_DOUBLE_EQ(total(), 12 + 14 + 2);
+    for (const int row : {2, 100, -1})
+        order.RemoveLine(row);
+    EXPECT_EQ(names(3), u"Wein|Pizza|");
+    EXPECT_EQ(order.BestellungGrid.rows(), 100);
+    for (int row = 2; row < 100; ++row)
+        EXPECT_EQ(line(row, {Col::IsProdukt, Col::EinheitAnzahl}), u"0|1");
 }
 
 TEST_F(OrderLines, keyedTextsFindTheirArticle) {
@@ -107,12 +104,12 @@ TEST_F(OrderLines, keyedTextsFindTheirArticle) {
         EXPECT_EQ(order.suche, SucheModus::Keyed);
     }
     EXPECT_EQ(text(0, Col::Ccy), u"");
-    EXPECT_EQ(order.total(TotalRow::Total), 0);
+    EXPECT_EQ(total(), 0);
 }
 
 TEST_F(OrderLines, exactNameComesFirstInWhateverOrderTheStoreDelivers) {
     for (const char16_t* index : {u"idx_Produkte_Kurzzeichen", u"idx_Produkte_Produkt", u"idx_Extras_Extra"})
-        ConnMain.Execute(QStringLiteral("DROP INDEX ") + QString::fromUtf16(index));
+        ConnMain.Execute(u"DROP INDEX "_s + QString::fromUtf16(index));
     type(0, Col::Kurzzeichen, u"1");
     EXPECT_EQ(number(0, Col::ProduktID), TestFirm::kMargherita);
     pickKaese();
@@ -120,14 +117,6 @@ TEST_F(OrderLines, exactNameComesFirstInWhateverOrderTheStoreDelivers) {
     // A beginning that is nobody's name takes the first row.
     type(2, Col::Bezeichnung, u"Pizz");
     EXPECT_EQ(number(2, Col::ProduktID), TestFirm::kHawaii);
-}
-
-TEST_F(OrderLines, keyedExtraIsThatOfAPick) {
-    pickPizza();
-    pickKaese();
-    type(2, Col::Bezeichnung, u"Käse");
-    for (int col = 0; col < Col::Count; ++col)
-        EXPECT_EQ(text(2, col), text(1, col)) << col;
 }
 
 TEST_F(OrderLines, aLineKeyedAnewIsAFreshOne) {
@@ -139,7 +128,7 @@ TEST_F(OrderLines, aLineKeyedAnewIsAFreshOne) {
     type(0, Col::Rabatt, u"5");
     type(0, Col::Kurzzeichen, u"10");
     EXPECT_EQ(number(0, Col::Rabatt), 0);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 16.5);
+    EXPECT_DOUBLE_EQ(total(), 16.5);
 }
 
 TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
@@ -151,9 +140,8 @@ TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
             EXPECT_FALSE(type(row, col, u" "));
     EXPECT_FALSE(type(2, Col::Bezeichnung, u""));
     EXPECT_TRUE(type(2, Col::Kurzzeichen, u"")) << "an extra has no code to lose";
-    EXPECT_EQ(names(3),
-              (QStringList{QStringLiteral("Wein"), QStringLiteral("Pizza"), QStringLiteral(u"Käse")}));
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 28);
+    EXPECT_EQ(names(3), u"Wein|Pizza|Käse");
+    EXPECT_DOUBLE_EQ(total(), 28);
     for (const int col : {Col::Preis, Col::Rabatt, Col::MWSt}) {
         EXPECT_FALSE(order.BestellungGrid.mayEdit(3, col));
         EXPECT_TRUE(order.BestellungGrid.mayEdit(2, col));
@@ -164,7 +152,7 @@ TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
     type(3, Col::Bezeichnung, u"Kuchen");
     type(3, Col::Preis, u"4");
     EXPECT_FALSE(type(3, Col::Bezeichnung, u""));
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 32);
+    EXPECT_DOUBLE_EQ(total(), 32);
 }
 
 TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
@@ -185,33 +173,10 @@ TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
         pickWein();
         EXPECT_EQ(type(0, c.col, c.typed), c.taken) << QString::fromUtf16(c.typed).toStdString();
         if (!c.taken) {
-            EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12);
+            EXPECT_DOUBLE_EQ(total(), 12);
             EXPECT_EQ(number(0, Col::Anzahl), 1);
         }
     }
-}
-
-TEST_F(OrderLines, priceGroupChangesOnlyWhatComesLater) {
-    pickPizza();
-    order.PreisGruppe = 3;
-    pickPizza();
-    pickKaese();
-    EXPECT_DOUBLE_EQ(number(0, Col::Preis), 14);
-    EXPECT_DOUBLE_EQ(number(1, Col::Preis), 16);
-    EXPECT_DOUBLE_EQ(number(2, Col::Preis), 4);
-    // An extra taken by its key comes without a price group.
-    order.suche = SucheModus::Extra;
-    order.BestellungGrid.setCell(3, Col::ExtraID, TestFirm::kKaese);
-    order.BestellungGrid_Change(3, Col::ProduktID);
-    EXPECT_DOUBLE_EQ(number(3, Col::Preis), 2);
-}
-
-TEST_F(OrderLines, aFullOrderTakesNoMore) {
-    for (int row = 0; row < orders::kOrderRows; ++row)
-        order.BestellungGrid.setCell(row, Col::Ccy, QStringLiteral("CHF"));
-    pickPizza();
-    pickKaese();
-    EXPECT_EQ(order.LastFilledRow(), -1);
 }
 
 TEST_F(OrderLines, quantityScalesThePriceAndNotTheDiscount) {
@@ -231,25 +196,25 @@ TEST_F(OrderLines, quantityScalesThePriceAndNotTheDiscount) {
 }
 
 TEST_F(OrderLines, quantityZeroLosesThePriceUntilOneIsTyped) {
-    order.PickProdukt(TestFirm::kBier, QStringLiteral("O'N5%"), 6);
+    order.PickProdukt(TestFirm::kBier, u"O'N5%"_s, 6);
     type(0, Col::Rabatt, u"2");
     type(0, Col::Anzahl, u"0");
     for (const int col : {Col::Anzahl, Col::Preis, Col::Rabatt, Col::PreisOhneMWSt})
         EXPECT_EQ(number(0, col), 0) << col;
-    EXPECT_EQ(order.total(TotalRow::Total), 0);
+    EXPECT_EQ(total(), 0);
     type(0, Col::Anzahl, u"3");
     EXPECT_EQ(number(0, Col::Preis), 0);
     type(0, Col::Anzahl, u"0");
     type(0, Col::Preis, u"9");
     EXPECT_EQ(number(0, Col::Anzahl), 6);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 9);
+    EXPECT_DOUBLE_EQ(total(), 9);
 }
 
 TEST_F(OrderLines, typedAmountsAreRoundedAndTheNetDerived) {
     SysMWStSatz1 = 8;
     pickWein();
     EXPECT_DOUBLE_EQ(number(0, Col::PreisOhneMWSt), 12 / 1.08);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::MWSt1), 12 - 12 / 1.08);
+    EXPECT_DOUBLE_EQ(total(TotalRow::MWSt1), 12 - 12 / 1.08);
     type(0, Col::Preis, u"12");
     EXPECT_EQ(number(0, Col::PreisOhneMWSt), 11.11);
     type(0, Col::Preis, u"12.379");
@@ -271,24 +236,24 @@ TEST_F(OrderLines, discountOfTheOrderReplacesThatOfTheLines) {
     EXPECT_EQ(number(1, Col::Rabatt), 1.4);
     // A line without a price has no discount, and its quantity stays.
     EXPECT_EQ(number(2, Col::Rabatt), 0);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12.3 - 1.25 + 14 - 1.4);
+    EXPECT_DOUBLE_EQ(total(), 12.3 - 1.25 + 14 - 1.4);
     order.SetRabattBestellung(0);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 26.3);
+    EXPECT_DOUBLE_EQ(total(), 26.3);
 }
 
 TEST_F(OrderLines, totalsTakeTheVatOutOfThePrice) {
     pickWein();
     pickPizza();
-    order.PickProdukt(TestFirm::kGutschein, QStringLiteral("G"), 1);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Summe), 12 / 1.081 + 14 / 1.026 + 20);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::MWSt1), 12 - 12 / 1.081);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::MWSt3), 14 - 14 / 1.026);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 46);
+    order.PickProdukt(TestFirm::kGutschein, u"G"_s, 1);
+    EXPECT_DOUBLE_EQ(total(TotalRow::Summe), 12 / 1.081 + 14 / 1.026 + 20);
+    EXPECT_DOUBLE_EQ(total(TotalRow::MWSt1), 12 - 12 / 1.081);
+    EXPECT_DOUBLE_EQ(total(TotalRow::MWSt3), 14 - 14 / 1.026);
+    EXPECT_DOUBLE_EQ(total(), 46);
 
     order.SetMWStSatzBestellung(0);
-    EXPECT_EQ(order.total(TotalRow::MWSt1), 0);
-    EXPECT_EQ(order.total(TotalRow::MWSt3), 0);
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Summe), 46);
+    EXPECT_EQ(total(TotalRow::MWSt1), 0);
+    EXPECT_EQ(total(TotalRow::MWSt3), 0);
+    EXPECT_DOUBLE_EQ(total(TotalRow::Summe), 46);
     // Rows that are empty keep out of it.
     EXPECT_EQ(number(3, Col::Anzahl), 0);
 }
@@ -296,60 +261,24 @@ TEST_F(OrderLines, totalsTakeTheVatOutOfThePrice) {
 TEST_F(OrderLines, equalRatesCountInBothRowsOfTheVat) {
     SysMWStSatz3 = SysMWStSatz1;
     pickWein();
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::MWSt1), order.total(TotalRow::MWSt3));
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12);
+    EXPECT_DOUBLE_EQ(total(TotalRow::MWSt1), total(TotalRow::MWSt3));
+    EXPECT_DOUBLE_EQ(total(), 12);
 }
 
-TEST_F(OrderLines, vatCodes) {
-    using modAuftragswesenAuftragserfassung::GetMWStSatz;
-    EXPECT_EQ(GetMWStSatz(0), 8.1);
-    EXPECT_EQ(GetMWStSatz(1), 2.6);
-    EXPECT_EQ(GetMWStSatz(2), 0);
-    EXPECT_EQ(GetMWStSatz(3), 0);
-    EXPECT_EQ(GetMWStSatz({}), 0);
-}
-
-TEST_F(OrderLines, aProductTakesItsExtrasAlong) {
-    pickPizza();
-    pickKaese();
-    pickKnoblauch();
-    pickWein();
-    pickPizza();
-    pickKaese();
-    order.BestellungGrid.requestDelete(0);
-    EXPECT_EQ(names(4), (QStringList{QStringLiteral("Wein"), QStringLiteral("Pizza"), QStringLiteral(u"Käse"),
-                                     QString()}));
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 12 + 14 + 2);
-    order.RemoveLine(2);
-    EXPECT_EQ(names(3), (QStringList{QStringLiteral("Wein"), QStringLiteral("Pizza"), QString()}));
-    EXPECT_EQ(order.BestellungGrid.rows(), 100);
-    for (int row = 2; row < 100; ++row) {
-        EXPECT_EQ(number(row, Col::IsProdukt), 0);
-        EXPECT_EQ(number(row, Col::EinheitAnzahl), 1);
-    }
-    order.RemoveLine(100);
-    order.RemoveLine(-1);
-    EXPECT_EQ(order.LastFilledRow(), 1);
-}
-
-TEST_F(OrderLines, catalogueOffersWhatIsActive) {
+TEST_F(OrderLines, theCatalogueOffersWhatIsActiveInItsOrder) {
     using namespace modAuftragswesenAuftragserfassung;
-    const auto column = [](const QString& sql, const QString& name) {
+    const auto offered = [](const QString& sql, const QString& column) {
         QStringList values;
-        store::OpenRecordset rows(RsMain, sql, ConnMain);
-        for (; !rows->Eof(); rows->MoveNext())
-            values << rows->Fields(name).text();
-        return values;
+        for (store::OpenRecordset rows(RsMain, sql, ConnMain); !rows->Eof(); rows->MoveNext())
+            values << rows->Fields(column).text();
+        return values.join(u' ');
     };
-    const auto kategorien = LoadKategorien();
-    ASSERT_EQ(kategorien.size(), 2u);
-    EXPECT_EQ(kategorien[0].txt_ProduktGruppe, u"Pizza");
-    ConnMain.Execute(
-        QStringLiteral("UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 1"));
-    EXPECT_EQ(column(ProdukteSql(2, 4), QStringLiteral("txt_Kurzzeichen")), QStringList{QStringLiteral("1")});
-    EXPECT_TRUE(column(ProdukteSql({}, 1), QStringLiteral("txt_Kurzzeichen")).isEmpty());
-    EXPECT_EQ(column(ExtrasSql(TestFirm::kMargherita), QStringLiteral("txt_Extra")),
-              (QStringList{QStringLiteral("Knoblauch"), QStringLiteral(u"Käse")}));
+    EXPECT_EQ(LoadKategorien().at(0).txt_ProduktGruppe, u"Pizza");
+    EXPECT_EQ(offered(ProdukteSql(2, 4), u"txt_Kurzzeichen"_s), u"10 1");
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 1"_s);
+    EXPECT_EQ(offered(ProdukteSql(2, 4), u"txt_Kurzzeichen"_s), u"1");
+    EXPECT_EQ(offered(ProdukteSql({}, 1), u"txt_Kurzzeichen"_s), u"");
+    EXPECT_EQ(offered(ExtrasSql(TestFirm::kMargherita), u"txt_Extra"_s), u"Knoblauch Käse");
 }
 
 } // namespace

@@ -1,12 +1,7 @@
 #include "common/Clock.h"
-#include "common/Convert.h"
-#include "orders/modAuftragswesenAuftragserfassung.h"
+#include "modules/OrderFixture.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "store/SystemSettings.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include <gtest/gtest.h>
 
 using namespace modAuftragswesenVorbestellungen;
 using namespace Qt::StringLiterals;
@@ -14,7 +9,6 @@ using common::dateSerial;
 using common::timeSerial;
 using orders::Col;
 using orders::OrderButtons;
-using orders::TotalRow;
 using test::TestFirm;
 namespace Detail = orders::Detail;
 
@@ -23,28 +17,18 @@ namespace {
 const QString kHeads = u"tbl_Auftragswesen_Vorbestellungen_Master"_s;
 const QString kLines = u"tbl_Auftragswesen_Vorbestellungen_Details"_s;
 
-struct PreOrders : testing::Test {
-    PreOrders() {
-        order.SetUp();
-        SysVorbestellungAutomatischZeit = 30;
-    }
+struct PreOrders : test::OrderTest {
+    PreOrders() { SysVorbestellungAutomatischZeit = 30; }
 
     /// Anna's order of wine and pizza with cheese, for a later day.
     qint64 store(const QString& lieferung = u"20/05/2026"_s, const QString& lieferzeit = u"18:00"_s) {
-        order.SucheTelefonNummer(u"0791234567"_s);
-        order.PickProdukt(TestFirm::kWein, u"W"_s, 2);
-        order.PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
-        order.PickExtra(TestFirm::kKaese, u"Käse"_s, 1);
+        takeOrder();
         order.ChooseKurier(TestFirm::kKurierCD, u"CD"_s);
         order.setDetail(Detail::Lieferung, lieferung);
         order.setDetail(Detail::Lieferzeit, lieferzeit);
         const qint64 number = SaveVorbestellung(order);
         order.ClearBestellungMaske();
         return number;
-    }
-
-    QString head(const QString& column, qint64 number) {
-        return TestFirm::value(u"SELECT %1 FROM %2 WHERE lng_TrxNr = %3"_s.arg(column, kHeads).arg(number));
     }
 
     void set(qint64 number, const QString& assignment) {
@@ -55,11 +39,6 @@ struct PreOrders : testing::Test {
         common::clock::set(moment);
         return FindFaelligeVorbestellung().value_or(-1);
     }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    orders::WorkingOrder order;
 };
 
 TEST_F(PreOrders, AreStoredUnderTheirOwnCountAndComeBackAsComingOrders) {
@@ -67,26 +46,20 @@ TEST_F(PreOrders, AreStoredUnderTheirOwnCountAndComeBackAsComingOrders) {
     const qint64 number = store();
     EXPECT_EQ(number, first + 1);
     EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 0);
-    EXPECT_EQ(head(u"lng_KurierID"_s, number), u"2");
-    EXPECT_EQ(head(u"lng_LieferDatum"_s, number), QString::number(dateSerial(2026, 5, 20)));
-    EXPECT_EQ(head(u"txt_LieferDatum"_s, number), u"20/05/2026");
-    EXPECT_EQ(head(u"dbl_TotalMitMWSt"_s, number), u"40");
-    EXPECT_EQ(
-        TestFirm::value(u"SELECT lng_ExtraID FROM %1 WHERE dbl_TrxNr = %2.03"_s.arg(kLines).arg(number)),
-        u"2");
-
+    EXPECT_EQ(TestFirm::value(u"SELECT lng_KurierID, lng_LieferDatum, txt_LieferDatum, dbl_TotalMitMWSt FROM "
+                              u"%1 WHERE lng_TrxNr = %2"_s.arg(kHeads)
+                                  .arg(number)),
+              u"2|46162|20/05/2026|40");
     common::clock::set(dateSerial(2026, 5, 19) + timeSerial(9, 5));
     OpenVorbestellung(order, number);
-    EXPECT_EQ(order.detail(Detail::AuftragsNr), u"1001") << "a coming order, not the pre-order's number";
+    EXPECT_EQ(head({Detail::AuftragsNr, Detail::Kurier, Detail::Datum, Detail::Bestellzeit,
+                    Detail::Lieferzeit, Detail::Lieferung}),
+              u"1001|CD|19/Mai/2026|09:05|18:00|20/05/2026")
+        << "a coming order, not the pre-order's number";
     EXPECT_EQ(order.lng_KundenID, TestFirm::kAnna);
     EXPECT_EQ(order.lng_KurierID, TestFirm::kKurierCD);
-    EXPECT_EQ(order.detail(Detail::Kurier), u"CD");
-    EXPECT_EQ(order.detail(Detail::Datum), u"19/Mai/2026");
-    EXPECT_EQ(order.detail(Detail::Bestellzeit), u"09:05");
-    EXPECT_EQ(order.detail(Detail::Lieferzeit), u"18:00");
-    EXPECT_EQ(order.detail(Detail::Lieferung), u"20/05/2026");
-    EXPECT_EQ(order.BestellungGrid.text(2, Col::Bezeichnung), u"Käse");
-    EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 40);
+    EXPECT_EQ(names(4), u"Wein|Pizza|Käse|");
+    EXPECT_DOUBLE_EQ(total(), 40);
     EXPECT_TRUE(order.KundenAdresseShown());
     EXPECT_EQ(order.buttons(), (OrderButtons{true, false, true, true, false, false}));
 }
@@ -158,7 +131,7 @@ TEST_F(PreOrders, WhatCannotBeReadHidesNothing) {
         OpenVorbestellung(order, damaged);
         EXPECT_TRUE(order.detail(Detail::Lieferung).isEmpty() || order.detail(Detail::Lieferzeit).isEmpty())
             << what;
-        EXPECT_DOUBLE_EQ(order.total(TotalRow::Total), 40);
+        EXPECT_DOUBLE_EQ(total(), 40);
     }
     set(damaged, u"time_Lieferzeit = 0.4, lng_LieferDatum = 46157, txt_LieferDatum = 'kaputt'"_s);
     OpenVorbestellung(order, damaged);
@@ -176,8 +149,7 @@ TEST_F(PreOrders, WhoseCustomerCourierOrProductHasGoneKeepItsAmounts) {
         ConnMain.Execute(u"DELETE FROM "_s + QString::fromUtf16(table));
     OpenVorbestellung(order, number);
     EXPECT_EQ(order.detail(Detail::Kurier), u"") << "the booking asks for a courier";
-    EXPECT_EQ(order.BestellungGrid.text(0, Col::Bezeichnung), u"gelöscht");
-    EXPECT_EQ(order.BestellungGrid.text(2, Col::Bezeichnung), u"gelöscht");
+    EXPECT_EQ(names(3), u"gelöscht|gelöscht|gelöscht");
     ASSERT_TRUE(modAuftragswesenAuftragserfassung::SaveBestellung(order, dialogs, navigation));
     EXPECT_EQ(TestFirm::value(u"SELECT sum(dbl_PreisMitMWSt) FROM tbl_Auftragswesen_Bestellungen_Details"_s),
               u"40");

@@ -8,64 +8,49 @@ namespace {
 
 using Row = platform::ReportData::Row;
 
-Row line(const QStringList& cells) {
-    static const QStringList columns{
-        u"Kurzzeichen"_s, u"Einheit"_s, u"Bezeichnung"_s,         u"CCy"_s, u"Anzahl"_s, u"Preis/Stk"_s,
-        u"Preis/Total"_s, u"Rabatt"_s,  u"PreisOhneMWSt/Total"_s, u"MWSt"_s};
-    Row row;
-    for (int i = 0; i < columns.size(); ++i)
-        row.emplace_back(columns[i], cells.value(i));
-    return row;
+/// The first line names the columns, the others hold a row each; "|" divides them.
+std::vector<Row> table(const QString& text) {
+    QStringList lines = text.split(u'\n');
+    const QStringList columns = lines.takeFirst().split(u'|');
+    std::vector<Row> rows;
+    for (const QString& line : lines) {
+        const QStringList cells = line.split(u'|');
+        Row row;
+        for (int i = 0; i < columns.size(); ++i)
+            row.emplace_back(columns[i], cells.value(i));
+        rows.push_back(row);
+    }
+    return rows;
 }
 
 std::vector<Row> lines() {
-    return {
-        line({u"P12"_s, u"Stk."_s, u"Pizza Margherita"_s, u"CHF"_s, u"2.00"_s, u"16.50"_s, u"33.00"_s,
-              u"0.00"_s, u"32.16"_s, u"2.60"_s}),
-        line({u""_s, u"Stk."_s, u"Knoblauch"_s, u"CHF"_s, u"2.00"_s, u""_s, u""_s, u""_s, u""_s, u""_s}),
-        line({u""_s, u"Stk."_s, u"Rohschinken San Daniele"_s, u"CHF"_s, u"2.00"_s, u"3.50"_s, u"7.00"_s,
-              u"0.00"_s, u"6.82"_s, u"2.60"_s}),
-        line({u"P27"_s, u"Stk."_s,
-              u"Pizza Quattro Stagioni mit Büffelmozzarella, Artischocken und Gemüse vom Grill"_s, u"CHF"_s,
-              u"1.00"_s, u"23.50"_s, u"23.50"_s, u"2.35"_s, u"20.61"_s, u"2.60"_s}),
-        line({u""_s, u"Stk."_s, u"ohne Oliven"_s, u"CHF"_s, u"1.00"_s, u""_s, u""_s, u""_s, u""_s, u""_s}),
-        line({}),
-        line({u"S03"_s, u"Pack"_s, u"Grüner Salat <klein> & Brot"_s, u"CHF"_s, u"3.00"_s, u"8.50"_s,
-              u"25.50"_s, u"2.55"_s, u"22.37"_s, u"2.60"_s}),
-        line({u"D01"_s, u"Stk."_s, u"Tiramisù"_s, u"CHF"_s, u"2.00"_s, u"9.00"_s, u"18.00"_s, u"1.80"_s,
-              u"15.79"_s, u"2.60"_s}),
-        line({u"W10"_s, u"Dose"_s, u"Chianti Classico 7,5 dl"_s, u"CHF"_s, u"1.00"_s, u"34.00"_s, u"34.00"_s,
-              u"3.40"_s, u"28.31"_s, u"8.10"_s}),
-        line({u"B02"_s, u"Dose"_s, u"Bier 33 cl"_s, u"CHF"_s, u"12.00"_s, u"4.50"_s, u"54.00"_s, u"5.40"_s,
-              u"44.96"_s, u"8.10"_s}),
-        line({u"X99"_s, u"Stk."_s, u"Gutschein Stammkunde"_s, u"CHF"_s, u"1.00"_s, u""_s, u""_s, u""_s, u""_s,
-              u""_s}),
-        line({u"M01"_s, u"Stk."_s, u"Mineralwasser 1.5 l"_s, u"CHF"_s, u"2.00"_s, u"6.00"_s, u"12.00"_s,
-              u"1.20"_s, u"10.53"_s, u"2.60"_s}),
-    };
+    return table(
+        uR"(Kurzzeichen|Einheit|Bezeichnung|CCy|Anzahl|Preis/Stk|Preis/Total|Rabatt|PreisOhneMWSt/Total|MWSt
+P12|Stk.|Pizza Margherita|CHF|2.00|16.50|33.00|0.00|32.16|2.60
+|Stk.|Knoblauch|CHF|2.00
+|Stk.|Rohschinken San Daniele|CHF|2.00|3.50|7.00|0.00|6.82|2.60
+P27|Stk.|Pizza Quattro Stagioni mit Büffelmozzarella, Artischocken und Gemüse vom Grill|CHF|1.00|23.50|23.50|2.35|20.61|2.60
+|Stk.|ohne Oliven|CHF|1.00
+
+S03|Pack|Grüner Salat <klein> & Brot|CHF|3.00|8.50|25.50|2.55|22.37|2.60
+D01|Stk.|Tiramisù|CHF|2.00|9.00|18.00|1.80|15.79|2.60
+W10|Dose|Chianti Classico 7,5 dl|CHF|1.00|34.00|34.00|3.40|28.31|8.10
+B02|Dose|Bier 33 cl|CHF|12.00|4.50|54.00|5.40|44.96|8.10
+X99|Stk.|Gutschein Stammkunde|CHF|1.00
+M01|Stk.|Mineralwasser 1.5 l|CHF|2.00|6.00|12.00|1.20|10.53|2.60)"_s);
 }
 
 Row head() {
-    return {
-        {u"Adresse"_s,
-         u"Müller & Söhne AG\r\nMüller Jürg\r\nZürcherstrasse 112\r\n3. Stock\r\n8952 Schlieren\r\nTel: 044 730 11 22\r\nHintereingang, bitte läuten"_s},
-        {u"Auftragsnummer"_s, u"10482"_s},
-        {u"Kundennummer"_s, u"3071"_s},
-        {u"Kurier"_s, u"MK"_s},
-        {u"Datum"_s, u"14/03/2026"_s},
-        {u"Bestellzeit"_s, u"18:42"_s},
-        {u"Lieferzeit"_s, u"19:27"_s},
-        {u"MWSt-Nr"_s, u"CHE-123.456.789 MWST"_s},
-        {u"Konditionen"_s, u"Bar"_s},
-        {u"Lieferung"_s, u"15/03/2026"_s},
-        {u"TotalRabatt"_s, u"16.70"_s},
-        {u"TotalPreis"_s, u"190.30"_s},
-        {u"MWST-Satz"_s, u"-"_s},
-        {u"Werbung"_s, u"Ab 5 Pizzen ein Tiramisù geschenkt.\nWir danken für Ihre Bestellung!"_s},
-        {u"MWStSatz1"_s, u"8.10"_s},
-        {u"MWStSatz2"_s, u"2.60"_s},
-        {u"MWStBetrag1"_s, u"14.73"_s},
-        {u"MWStBetrag2"_s, u"10.72"_s}};
+    Row head =
+        table(
+            uR"(Auftragsnummer|Kundennummer|Kurier|Datum|Bestellzeit|Lieferzeit|MWSt-Nr|Konditionen|Lieferung|TotalRabatt|TotalPreis|MWST-Satz|MWStSatz1|MWStSatz2|MWStBetrag1|MWStBetrag2
+10482|3071|MK|14/03/2026|18:42|19:27|CHE-123.456.789 MWST|Bar|15/03/2026|16.70|190.30|-|8.10|2.60|14.73|10.72)"_s)
+            .front();
+    head.emplace_back(u"Adresse"_s, u"Müller & Söhne AG\r\nMüller Jürg\r\nZürcherstrasse 112\r\n3. Stock\r\n"
+                                    u"8952 Schlieren\r\nTel: 044 730 11 22\r\nHintereingang, bitte läuten"_s);
+    head.emplace_back(u"Werbung"_s,
+                      u"Ab 5 Pizzen ein Tiramisù geschenkt.\nWir danken für Ihre Bestellung!"_s);
+    return head;
 }
 
 } // namespace

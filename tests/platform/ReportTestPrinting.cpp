@@ -81,35 +81,14 @@ class ReportPrintingTest : public testing::Test {
 
 } // namespace
 
-TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrder) {
-    const QStringList expected{u"10482"_s,
-                               u"3071"_s,
-                               u"MK"_s,
-                               u"14/03/2026"_s,
-                               u"18:42"_s,
-                               u"19:27"_s,
-                               u"Lieferzeit ca."_s,
-                               u"CHE-123.456.789 MWST"_s,
-                               u"Bar"_s,
-                               u"15/03/2026"_s,
-                               u"Müller & Söhne AG"_s,
-                               u"8952 Schlieren"_s,
-                               u"044 730 11 22"_s,
-                               u"Pizza Margherita"_s,
-                               u"Rohschinken San Daniele"_s,
-                               u"<klein>"_s,
-                               u"12"_s,
-                               u"33.00"_s,
-                               u"54.00"_s,
-                               u"CHF"_s,
-                               u"16.70"_s,
-                               u"190.30"_s,
-                               u"MWSt 8.1 %"_s,
-                               u"14.73"_s,
-                               u"MWSt 2.6 %"_s,
-                               u"10.72"_s,
-                               u"Wir danken für Ihre Bestellung!"_s,
-                               u"Pizzeria Müller & Söhne"_s};
+TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrderOnItsPaper) {
+    const QStringList expected =
+        u"10482|3071|MK|14/03/2026|18:42|19:27|Lieferzeit ca.|CHE-123.456.789 MWST|Bar|15/03/2026|"
+        u"Müller & Söhne AG|8952 Schlieren|044 730 11 22|Pizza Margherita|Rohschinken San "
+        u"Daniele|<klein>|12|33.00|"
+        u"54.00|CHF|16.70|190.30|MWSt 8.1 %|14.73|MWSt 2.6 %|10.72|Wir danken für Ihre Bestellung!|"
+        u"Pizzeria Müller & Söhne"_s.split(u'|');
+    const QSizeF papers[] = {{595, 842}, {420, 595}, {227, 0}, {227, 0}}; // no height: a roll
     for (int number = 1; number <= 4; ++number) {
         print(u"Kueche"_s, templatePath(number));
         const QString pdf = m_server.waitForPdf(u"Kueche"_s, number);
@@ -117,27 +96,13 @@ TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrder) {
         const QString text = folded(pdf);
         for (const QString& part : expected)
             EXPECT_TRUE(text.contains(part)) << "template " << number << " lacks " << part.toStdString();
+        const test::PdfPages pages = test::pdfPages(pdf);
+        const QSizeF paper = papers[number - 1];
+        EXPECT_EQ(pages.count, 1) << number;
+        EXPECT_NEAR(pages.width, paper.width(), 1.5) << number;
+        EXPECT_TRUE(paper.height() == 0 || qAbs(pages.height - paper.height()) < 1.5) << number;
     }
     EXPECT_TRUE(m_dialogs.said.isEmpty());
-}
-
-TEST_F(ReportPrintingTest, PaperArrivesAsDesigned) {
-    const struct {
-        int number;
-        double width;
-        double height; // 0: a roll
-    } cases[] = {{1, 595, 842}, {2, 420, 595}, {3, 227, 0}, {4, 227, 0}};
-
-    int jobs = 0;
-    for (const auto& one : cases) {
-        print(u"Kueche"_s, templatePath(one.number));
-        const test::PdfPages pages = test::pdfPages(m_server.waitForPdf(u"Kueche"_s, ++jobs));
-        EXPECT_EQ(pages.count, 1) << one.number;
-        EXPECT_NEAR(pages.width, one.width, 1.5) << one.number;
-        if (one.height > 0) {
-            EXPECT_NEAR(pages.height, one.height, 1.5) << one.number;
-        }
-    }
 }
 
 TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
@@ -173,23 +138,18 @@ TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
     EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0) << "the default printer stepped in";
 }
 
-TEST_F(ReportPrintingTest, CancelPrintsNowhere) {
-    for (const QString& name : {u"Gibtsnicht"_s, u""_s}) {
+TEST_F(ReportPrintingTest, CancelPrintsNowhereAndARefusedJobIsNoticed) {
+    m_server.denyUser(u"Kueche"_s);
+    for (const auto& [name, told] : {std::pair{u"Gibtsnicht"_s, u"ist nicht vorhanden"_s},
+                                     {u""_s, u"kein Drucker"_s},
+                                     {u"Kueche"_s, u"hat den Druck nicht angenommen"_s}}) {
         m_dialogs.said.clear();
         m_dialogs.answer(platform::kAnswerCancel);
         EXPECT_EQ(print(name, templatePath(1), 3), platform::ReportEnd::GivenUp);
         EXPECT_EQ(m_dialogs.said.size(), 1) << "no copy is tried any more: " << name.toStdString();
+        EXPECT_TRUE(m_dialogs.last().text.contains(told)) << m_dialogs.last().text.toStdString();
     }
     EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0);
-}
-
-TEST_F(ReportPrintingTest, RefusedJobIsNoticed) {
-    m_server.denyUser(u"Kueche"_s);
-    m_dialogs.answer(platform::kAnswerCancel);
-    print(u"Kueche"_s);
-    ASSERT_EQ(m_dialogs.said.size(), 1);
-    EXPECT_TRUE(m_dialogs.last().text.contains(u"hat den Druck nicht angenommen"_s))
-        << m_dialogs.last().text.toStdString();
 }
 
 TEST_F(ReportPrintingTest, BrokenReportOrDataIsToldAndReturns) {
@@ -251,39 +211,25 @@ TEST(ReportLayoutTest, LongOrderFillsPagesWithHeadingsAndNumbers) {
     }
 }
 
-TEST(ReportLayoutTest, LongWordPushesNoAmountOff) {
+TEST(ReportLayoutTest, OddLinesKeepTheirPlace) {
     const QTemporaryDir folder;
-    ReportData data = test::longSlipSample(1);
-    const QString word = QString(70, u'W');
-    for (auto& [column, text] : data.tables[u"BestellReport"_s][0]) {
-        if (column == u"Bezeichnung"_s)
-            text = word;
-    }
+    const ReportData sample = test::slipSample();
+    const auto textOf = [&](int number, std::vector<ReportData::Row> lines) {
+        ReportData data = sample;
+        data.tables[u"BestellReport"_s] = std::move(lines);
+        return folded(saved(data, number, folder));
+    };
+    const auto& rows = sample.tables.at(u"BestellReport"_s);
+    ReportData::Row longWord = rows[0];
+    for (auto& [column, text] : longWord)
+        text = column == u"Bezeichnung"_s ? QString(70, u'W') : text;
     for (int number = 1; number <= 4; ++number) {
-        const QString text = folded(saved(data, number, folder));
-        EXPECT_TRUE(text.contains(u"33.00"_s)) << number;
-        EXPECT_EQ(text.count(u'W'), 70 + folded(saved(test::longSlipSample(1), number, folder)).count(u'W'))
-            << number;
+        const QString wide = textOf(number, {longWord});
+        EXPECT_TRUE(wide.contains(u"33.00"_s)) << "a long word pushes no amount off: " << number;
+        EXPECT_EQ(wide.count(u'W'), 70 + textOf(number, {rows[0]}).count(u'W')) << number;
+        const QString free = textOf(number, {rows[1], rows[5], rows[10]});
+        EXPECT_TRUE(free.contains(u"Knoblauch"_s) && free.contains(u"Gutschein Stammkunde"_s)) << number;
+        EXPECT_FALSE(free.contains(u"0.00"_s)) << "neither a line without a price nor a gap has an amount";
+        EXPECT_TRUE(textOf(number, {}).contains(u"10482"_s)) << "without lines there is the head: " << number;
     }
-}
-
-TEST(ReportLayoutTest, ZeroPriceLineAndGapPrintNoAmount) {
-    const QTemporaryDir folder;
-    ReportData data = test::slipSample();
-    auto& rows = data.tables[u"BestellReport"_s];
-    rows = {rows[1], rows[5], rows[10]};
-    for (int number = 1; number <= 4; ++number) {
-        const QString text = folded(saved(data, number, folder));
-        EXPECT_TRUE(text.contains(u"Knoblauch"_s) && text.contains(u"Gutschein Stammkunde"_s))
-            << number << text.toStdString();
-        EXPECT_FALSE(text.contains(u"0.00"_s)) << number << text.toStdString();
-    }
-}
-
-TEST(ReportLayoutTest, OrderWithoutLinesHasItsHead) {
-    const QTemporaryDir folder;
-    ReportData data = test::slipSample();
-    data.tables[u"BestellReport"_s].clear();
-    for (int number = 1; number <= 4; ++number)
-        EXPECT_TRUE(folded(saved(data, number, folder)).contains(u"10482"_s)) << number;
 }

@@ -1,112 +1,53 @@
 // The caller list, alone and as the way from a missed call to the order screen.
-#include "MasterDataTest.h"
+#include "ScreenTest.h"
 #include "ShellFixture.h"
 #include "common/Clock.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/form/FieldHelpers.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 #include "telephony/modTelefonie.h"
-#include <QLabel>
-#include <QMdiArea>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using platform::DataGrid;
+using test::Said;
 using test::ShellTest;
-using Said = QList<test::TestDialogs::Said>;
 
 namespace {
 
-class CallerListTest : public testing::Test {
+class CallerListTest : public test::ScreenTest<frmVerwaltungAnruferListe> {
   protected:
     static void call(const QString& number, int minute) {
         test::TestFirm::setTime(18, minute);
         modTelefonie::RecordCall(number);
     }
 
-    void open() {
-        screen = std::make_unique<frmVerwaltungAnruferListe>(
-            platform::Services{dialogs, navigation, registry, reports, printers});
-        screen->show();
-        screen->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
-    }
-
-    DataGrid* grid() { return screen->findChild<DataGrid*>(); }
-
-    QString shown(int row) {
-        QStringList cells;
-        for (int column = 0; column < grid()->model()->columnCount(); ++column)
-            if (!grid()->isColumnHidden(column))
-                cells << grid()->model()->index(row, column).data().toString();
-        return cells.join(u'|');
-    }
-
-    void doubleClick(int row) {
-        const QPoint at = grid()->visualRect(grid()->model()->index(row, 1)).center();
-        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, at);
-        QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, at);
-    }
-
-    void click(const QString& button) {
-        QTest::mouseClick(screen->findChild<QPushButton*>(button), Qt::LeftButton);
-    }
-
     static QString received() {
-        return test::TestFirm::value(
-            u"SELECT Count(*) AS N FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s);
+        return stored(u"SELECT Count(*) AS N FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s);
     }
-
-    test::TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    test::TestRegistry registry;
-    test::TestReports reports;
-    test::TestPrinters printers;
-    std::unique_ptr<frmVerwaltungAnruferListe> screen;
 };
 
 } // namespace
 
-TEST_F(CallerListTest, ShowsTheNewestCallFirst) {
-    call(u"0791234567"_s, 1);
-    call(u""_s, 2);
-    call(u"0447654321"_s, 3);
-    modTelefonie::MarkCallTaken(u"0791234567"_s);
-    open();
-    ASSERT_EQ(grid()->rowCount(), 3);
-    EXPECT_EQ(shown(0), u"0447654321|18:03:00|15/05/2026|verpasst"_s);
-    EXPECT_EQ(shown(1), u"|18:02:00|15/05/2026|verpasst"_s);
-    EXPECT_EQ(shown(2), u"0791234567|18:01:00|15/05/2026|empfangen"_s);
-    EXPECT_EQ(grid()->model()->headerData(1, Qt::Horizontal).toString(), u"Kunde"_s);
-    EXPECT_EQ(grid()->columnWidth(5), 1100 / 15);
-    EXPECT_EQ(QApplication::focusWidget(), grid());
-    EXPECT_EQ(grid()->row(), 0);
-}
-
 TEST_F(CallerListTest, TheChosenCallAloneIsMarkedAndGoesToTheOrderScreen) {
-    call(u"0791234567"_s, 1);
+    call(u""_s, 1);
     call(u"0791234567"_s, 2);
+    call(u"0791234567"_s, 3);
+    call(u"0447654321"_s, 3);
     open();
+    EXPECT_EQ(rows(), (QStringList{u"0447654321|18:03:00|15/05/2026|verpasst"_s,
+                                   u"0791234567|18:03:00|15/05/2026|verpasst"_s,
+                                   u"0791234567|18:02:00|15/05/2026|verpasst"_s,
+                                   u"|18:01:00|15/05/2026|verpasst"_s}));
     QTest::keyClick(grid(), Qt::Key_Down);
-    QTest::keyClick(grid(), Qt::Key_Return);
+    QTest::keyClick(grid(), Qt::Key_Down);
+    press(Qt::Key_Return);
     EXPECT_EQ(navigation.openedNumber, u"0791234567"_s);
     EXPECT_TRUE(screen->isHidden());
-    EXPECT_EQ(
-        test::TestFirm::value(u"SELECT txt_Zeit FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s),
-        u"18:01:00"_s);
-    EXPECT_EQ(received(), u"1"_s);
     open();
-    doubleClick(0);
-    EXPECT_EQ(received(), u"2"_s);
-}
-
-TEST_F(CallerListTest, OfTwoCallsInOneInstantOneIsMarked) {
-    call(u"0791234567"_s, 1);
-    call(u"0447654321"_s, 1);
-    open();
-    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(rows().at(2), u"0791234567|18:02:00|15/05/2026|empfangen"_s);
     EXPECT_EQ(received(), u"1"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(received(), u"2"_s) << "one of two calls in one instant";
 }
 
 TEST_F(CallerListTest, EveryNumberClosesTheListAndOnlyANumberGoesOn) {
@@ -127,7 +68,7 @@ TEST_F(CallerListTest, EveryNumberClosesTheListAndOnlyANumberGoesOn) {
         call(number, 1);
         navigation.openedNumber.clear();
         open();
-        doubleClick(0);
+        doubleClickRow(0);
         EXPECT_TRUE(screen->isHidden()) << number.toStdString();
         EXPECT_EQ(navigation.openedNumber, opened);
         EXPECT_EQ(received(), u"1"_s) << number.toStdString();
@@ -137,15 +78,24 @@ TEST_F(CallerListTest, EveryNumberClosesTheListAndOnlyANumberGoesOn) {
         ConnMain.Execute(u"UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = False, lng_Datum = "_s +
                          QString::fromUtf16(instant));
         open();
-        doubleClick(0);
+        doubleClickRow(0);
         EXPECT_TRUE(screen->isHidden());
         EXPECT_EQ(received(), u"0"_s);
     }
     EXPECT_TRUE(dialogs.said.isEmpty());
 }
 
-TEST_F(CallerListTest, AnEmptyListDoesNothing) {
+TEST_F(CallerListTest, IsEmptiedOnlyAfterYesAndThenDoesNothing) {
+    call(u"0791234567"_s, 1);
     open();
+    for (const auto& [answer, left] : {std::pair{platform::kAnswerNo, 1}, {platform::kAnswerYes, 0}}) {
+        dialogs.answer(answer);
+        click(u"cmdDelete");
+        EXPECT_EQ(said(),
+                  (Said{{u"Möchten Sie die Anruferliste wirklich löschen?"_s, 4, u"Liste Löschen"_s}}));
+        EXPECT_EQ(grid()->rowCount(), left);
+        EXPECT_EQ(test::TestFirm::count(u"tbl_Verwaltung_AnruferListe"_s), left);
+    }
     QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
     QTest::keyClick(grid(), Qt::Key_Return);
     EXPECT_TRUE(screen->isVisible());
@@ -153,22 +103,6 @@ TEST_F(CallerListTest, AnEmptyListDoesNothing) {
     EXPECT_EQ(grid()->emptyText(), u"Keine Anrufe"_s);
     QTest::keyClick(grid(), Qt::Key_Escape);
     EXPECT_TRUE(screen->isHidden());
-}
-
-TEST_F(CallerListTest, IsEmptiedOnlyAfterYes) {
-    call(u"0791234567"_s, 1);
-    open();
-    const Said question{{u"Möchten Sie die Anruferliste wirklich löschen?"_s, 4, u"Liste Löschen"_s}};
-    dialogs.answer(platform::kAnswerNo);
-    click(u"cmdDelete"_s);
-    EXPECT_EQ(std::exchange(dialogs.said, {}), question);
-    EXPECT_EQ(grid()->rowCount(), 1);
-    dialogs.answer(platform::kAnswerYes);
-    click(u"cmdDelete"_s);
-    EXPECT_EQ(dialogs.said, question);
-    EXPECT_EQ(grid()->rowCount(), 0);
-    EXPECT_EQ(test::TestFirm::count(u"tbl_Verwaltung_AnruferListe"_s), 0);
-    EXPECT_TRUE(screen->isVisible());
 }
 
 TEST_F(CallerListTest, MissedCallsStandOutAndTellWhoCalled) {
@@ -183,7 +117,7 @@ TEST_F(CallerListTest, MissedCallsStandOutAndTellWhoCalled) {
     EXPECT_FALSE(bold(1));
     const QString anna = modVerwaltungKunden::GetKundeName(test::TestFirm::kAnna);
     EXPECT_EQ(grid()->model()->index(0, 2).data(Qt::ToolTipRole).toString(), platform::toolTipOf(anna));
-    const auto* hint = screen->findChild<QLabel*>(u"AuswahlHinweis"_s);
+    const auto* hint = find<QLabel>(u"AuswahlHinweis");
     EXPECT_TRUE(hint->text().startsWith(anna));
     // A further call stands above, and Enter still takes the one that was marked.
     call(u"0447654321"_s, 3);
@@ -227,11 +161,4 @@ TEST_F(ShellTest, AMissedCallBecomesAnOrderThroughPanelMenuAndKey) {
         EXPECT_FALSE(QApplication::activeModalWidget());
     }
     EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s), u"3"_s);
-}
-
-TEST_F(ShellTest, WithoutALineTheMenuEntryOfTheCallerListDoesNothing) {
-    line.onStart = [] { throw std::runtime_error("no card"); };
-    frmMDI& window = start();
-    window.menuAction(u"mnAuftragswesenISDNListe"_s)->trigger();
-    EXPECT_FALSE(QApplication::activeModalWidget());
 }

@@ -1,5 +1,5 @@
 // Lists on paper and as spreadsheets.
-#include "MasterDataTest.h"
+#include "ScreenTest.h"
 #include "common/RunTimeError.h"
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
@@ -58,7 +58,7 @@ TEST_F(ProductListTest, PrintsTheRowsOnShowThroughThePrintTable) {
         u"UPDATE tbl_Verwaltung_Produkte SET txt_Produkt = 'Zuppa ''Nonna''' WHERE lng_ID = 2"_s);
     ConnMain.Execute(
         u"UPDATE tbl_Verwaltung_Produkte_Preise SET dbl_Preis = 1234.5 WHERE lng_ProduktID = 2"_s);
-    screen.FormatGrid();
+    screen->FormatGrid();
     ASSERT_GT(grid()->rowCount(), 0);
     click(u"DruckerCommand");
     ASSERT_EQ(dialogs.primed.size(), 1);

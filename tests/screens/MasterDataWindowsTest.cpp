@@ -1,47 +1,12 @@
 // The master-data screens as windows of the program.
 #include "platform/form/DataGrid.h"
-#include "store/StoreGlobals.h"
 #include "tests/screens/ShellFixture.h"
 #include <QAction>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPushButton>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
+using test::ShellTest;
 
-namespace {
-
-class MasterDataWindowsTest : public test::ShellTest {
-  protected:
-    void choose(const char* entry) { app->mainWindow().menuAction(QLatin1String(entry))->trigger(); }
-
-    /// Names of the open screens.
-    QStringList open() {
-        QStringList names;
-        for (const QMdiSubWindow* window : app->mainWindow().findChild<QMdiArea*>()->subWindowList())
-            names << window->widget()->objectName();
-        return names;
-    }
-};
-
-} // namespace
-
-TEST_F(MasterDataWindowsTest, ProductsWaitForACategory) {
-    start();
-    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien"_s);
-    choose("mnVerwaltungProdukte");
-    ASSERT_EQ(dialogs.said.size(), 1);
-    EXPECT_EQ(dialogs.last().title, u"Fehlende Eingabe"_s);
-    EXPECT_EQ(open(), QStringList{u"frmProdukteKategorien"_s});
-    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe, lng_Reihenfolge) "
-                     u"VALUES('Pizza', 1)"_s);
-    choose("mnVerwaltungProdukte");
-    EXPECT_EQ(dialogs.said.size(), 1);
-    EXPECT_EQ(open().size(), 2);
-}
-
-TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
+TEST_F(ShellTest, EachMasterDataScreenHasOneWindowThatFitsAndCloses) {
     frmMDI& window = start();
     window.showNormal();
     window.resize(1280, 720);
@@ -52,8 +17,8 @@ TEST_F(MasterDataWindowsTest, EachScreenHasOneWindowThatFitsAndCloses) {
         ConnMain.Execute(sql.arg(QString(5000, u'x')));
     for (const char* entry : {"mnVerwaltungProduktGruppe", "mnVerwaltungProdukte",
                               "mnVerwaltungProdukteExtras", "mnVerwaltungKurier"}) {
-        choose(entry);
-        choose(entry);
+        for (int twice = 0; twice < 2; ++twice)
+            window.menuAction(QLatin1String(entry))->trigger();
         auto* room = window.findChild<QMdiArea*>();
         ASSERT_EQ(room->subWindowList().size(), 1) << entry;
         QMdiSubWindow* child = room->subWindowList().first();

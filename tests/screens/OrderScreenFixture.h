@@ -1,79 +1,31 @@
 #pragma once
 #include "orders/frmAuftragswesenAuftragserfassung.h"
-#include "support/Keys.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
+#include "screens/ScreenTest.h"
 
 namespace test {
 
-class TestPhoneBook : public telephony::PhoneBook {
-  public:
-    using PhoneBookEntry = modVerwaltungTelefonbuch::PhoneBookEntry;
-
-    std::optional<PhoneBookEntry> FindPhoneBookEntry(const QString& number) override {
-        asked << number;
-        return entry;
-    }
-
-    std::optional<PhoneBookEntry> SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery&) override {
-        return {};
-    }
-
-    QStringList asked;
-    std::optional<PhoneBookEntry> entry;
-};
-
-/// The order screen on the small firm, worked as a person would.
-template <typename Dialogs> class OrderScreen : public testing::Test {
+/// The order screen, open and wide enough for all that it shows.
+template <typename Dialogs>
+class OrderScreen : public ScreenTest<frmAuftragswesenAuftragserfassung, Dialogs> {
   protected:
-    OrderScreen() : screen({dialogs, navigation, registry, reports, printers}, phoneBook) {
-        screen.resize(1360, 600);
-        screen.show();
-        screen.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+    OrderScreen() {
+        this->open(phoneBook);
+        this->screen->resize(1360, 600);
     }
 
-    template <typename Widget> Widget* find(const char16_t* name) {
-        return screen.findChild<Widget*>(QString::fromUtf16(name));
-    }
-
-    void click(const char16_t* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-
-    bool enabled(const char16_t* name) { return find<QWidget>(name)->isEnabled(); }
-
-    /// Types on whatever has the focus, as the keyboard does.
-    void type(const QString& text) { typeText(text); }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
+    orders::WorkingOrder& order() { return this->screen->order(); }
 
     void search(const QString& number) {
-        press(Qt::Key_F3);
-        type(number);
-        press(Qt::Key_Return);
+        this->press(Qt::Key_F3);
+        this->type(number);
+        this->press(Qt::Key_Return);
     }
 
-    QString cell(int row, int column) { return screen.order().BestellungGrid.text(row, column); }
+    QString cell(int row, int column) { return order().BestellungGrid.text(row, column); }
 
-    /// Edits a cell of the head and says whether it was taken over.
-    QString editHead(orders::DetailCell cell, const QString& text) {
-        screen.order().BestellungDetailsGrid.endEdit(cell.row, cell.column, text);
-        return screen.order().detail(cell);
-    }
+    bool enabled(QStringView name) { return this->find(name)->isEnabled(); }
 
-    TestFirm firm;
-    Dialogs dialogs;
-    TestNavigation navigation;
-    TestRegistry registry;
-    TestReports reports;
-    TestPrinters printers;
     TestPhoneBook phoneBook;
-    frmAuftragswesenAuftragserfassung screen;
 };
 
 } // namespace test

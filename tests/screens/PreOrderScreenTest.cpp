@@ -1,23 +1,13 @@
+#include "ScreenTest.h"
+#include "ShellFixture.h"
 #include "common/Clock.h"
-#include "common/Convert.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
-#include "platform/form/DataGrid.h"
 #include "platform/form/FieldHelpers.h"
 #include "store/SystemSettings.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include "tests/screens/ShellFixture.h"
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QToolButton>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using platform::DataGrid;
@@ -27,141 +17,89 @@ using test::TestFirm;
 namespace {
 
 /// The list of pre-orders on the small firm.
-class PreOrderListTest : public testing::Test {
+class PreOrderListTest : public test::ScreenTest<frmAuftragswesenVorbestellungen> {
   protected:
-    PreOrderListTest() : m_services{dialogs, navigation, registry, reports, printers} { order.SetUp(); }
-
-    qint64 store(const char16_t* lieferung) {
+    static QString store(const char16_t* lieferung) {
+        orders::WorkingOrder order;
+        order.SetUp();
         order.SucheTelefonNummer(u"0791234567"_s);
         order.PickProdukt(TestFirm::kWein, u"W"_s, 1);
         order.setDetail(orders::Detail::Lieferung, QString::fromUtf16(lieferung));
         order.setDetail(orders::Detail::Lieferzeit, u"18:05"_s);
-        return modAuftragswesenVorbestellungen::SaveVorbestellung(order);
+        return QString::number(modAuftragswesenVorbestellungen::SaveVorbestellung(order));
     }
-
-    void open() {
-        screen = std::make_unique<frmAuftragswesenVorbestellungen>(m_services);
-        screen->show();
-        screen->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
-    }
-
-    DataGrid* grid() { return screen->findChild<DataGrid*>(); }
 
     QComboBox* dates() { return screen->findChild<QComboBox*>(); }
 
-    void click(const char* button) {
-        QTest::mouseClick(screen->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
-    }
-
-    void doubleClick(int row) {
-        const QPoint place = grid()->visualRect(grid()->model()->index(row, 0)).center();
-        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, place);
-    }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    test::TestRegistry registry;
-    test::TestReports reports;
-    test::TestPrinters printers;
-    orders::WorkingOrder order;
-    std::unique_ptr<frmAuftragswesenVorbestellungen> screen;
-
-  private:
-    platform::Services m_services;
+    static qint64 lines() { return TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Details"_s); }
 };
 
 TEST_F(PreOrderListTest, ListsByDayAllAndOne) {
-    const qint64 today = store(u"15/05/2026");
-    const qint64 later = store(u"06/06/2026");
-    const qint64 far = store(u"24/12/2026");
+    const QString today = store(u"15/05/2026");
+    const QString later = store(u"06/06/2026");
+    const QString far = store(u"24/12/2026");
     open();
     ASSERT_EQ(dates()->count(), 33);
-    EXPECT_EQ(dates()->itemText(0), u"05/05/2026"_s);
-    EXPECT_EQ(dates()->itemText(32), u"06/06/2026"_s);
-    EXPECT_EQ(dates()->currentText(), u"15/05/2026"_s);
-    const char16_t* captions[] = {u"Auftrags-Nr.", u"Lieferdatum", u"Lieferzeit", u"Kunden-Nr."};
-    const QString shown[] = {QString::number(today), u"15/05/2026"_s, u"18:05"_s, u"1"_s};
-    for (int column = 0; column < 4; ++column) {
-        EXPECT_EQ(grid()->model()->headerData(column, Qt::Horizontal).toString(), captions[column]);
-        EXPECT_EQ(grid()->model()->index(0, column).data().toString(), shown[column]);
+    EXPECT_EQ(dates()->itemText(0) + dates()->currentText() + dates()->itemText(32),
+              u"05/05/202615/05/202606/06/2026"_s);
+    EXPECT_EQ(rows(), QStringList{today + u"|15/05/2026|18:05|1"_s});
+    for (const auto& [date, numbers] : {std::pair{u"06/06/2026"_s, later},
+                                        {u"16/05/2026"_s, QString()},
+                                        {u"24.12.26"_s, far},
+                                        {u"kein Datum"_s, far},
+                                        {u"31/02/2026"_s, far}}) {
+        dates()->setEditText(date);
+        click(u"cmdLoad");
+        EXPECT_EQ(keys(), numbers) << date.toStdString();
     }
-    ASSERT_EQ(grid()->rowCount(), 1);
-
-    struct Case {
-        const char16_t* date;
-        QList<qint64> numbers;
-    };
-
-    for (const Case& c : {Case{u"06/06/2026", {later}}, Case{u"16/05/2026", {}}, Case{u"24.12.26", {far}},
-                          Case{u"kein Datum", {far}}, Case{u"31/02/2026", {far}}}) {
-        dates()->setEditText(QString::fromUtf16(c.date));
-        click("cmdLoad");
-        ASSERT_EQ(grid()->rowCount(), c.numbers.size()) << QString::fromUtf16(c.date).toStdString();
-        for (int row = 0; row < grid()->rowCount(); ++row)
-            EXPECT_EQ(grid()->value(row, 0).toLong(), c.numbers[row]);
-    }
-    click("cmdShowAll");
+    click(u"cmdShowAll");
     EXPECT_EQ(grid()->rowCount(), 3);
-    screen->ShowVorbestellung(later);
+    screen->ShowVorbestellung(later.toLongLong());
     ASSERT_EQ(grid()->rowCount(), 1);
     const QString anna = modVerwaltungKunden::GetKundeName(TestFirm::kAnna);
-    EXPECT_EQ(screen->findChild<QLabel*>(u"lbl_Kunde"_s)->text(), anna);
+    EXPECT_EQ(find<QLabel>(u"lbl_Kunde")->text(), anna);
     EXPECT_EQ(grid()->model()->index(0, 3).data(Qt::ToolTipRole).toString(), platform::toolTipOf(anna));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(navigation.openedVorbestellung, later) << "Enter leads on from the alarm";
+    press(Qt::Key_Return);
+    EXPECT_EQ(QString::number(navigation.openedVorbestellung), later) << "Enter leads on from the alarm";
 }
 
 TEST_F(PreOrderListTest, DoubleClickOpensAndDeleteAsks) {
     open();
     QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, QPoint(20, 10));
-    click("cmdDelete");
+    click(u"cmdDelete");
     EXPECT_EQ(navigation.openedVorbestellung, -1);
-    EXPECT_TRUE(dialogs.said.isEmpty()) << "an empty list has nothing to ask about";
+    const QString first = store(u"15/05/2026");
+    const QString second = store(u"15/05/2026");
+    click(u"cmdLoad");
+    click(u"cmdDelete");
+    EXPECT_TRUE(said().isEmpty())
+        << "neither an empty list nor one without a chosen row has what to ask about";
+    doubleClickRow(1);
+    EXPECT_EQ(QString::number(navigation.openedVorbestellung), second);
+    for (const auto& [answer, left] : {std::pair{platform::kAnswerNo, 2}, {platform::kAnswerYes, 1}}) {
+        dialogs.answer(answer);
+        click(u"cmdDelete");
+        EXPECT_EQ(said(), (test::Said{{u"Möchten Sie diese Vorbestellung löschen?"_s, platform::kYesNo,
+                                       u"Vorbestellung Löschen"_s}}));
+        EXPECT_EQ(lines(), left);
+    }
+    EXPECT_EQ(keys(), first);
 
-    const qint64 first = store(u"15/05/2026");
-    const qint64 second = store(u"15/05/2026");
-    click("cmdLoad");
-    click("cmdDelete");
-    EXPECT_TRUE(dialogs.said.isEmpty()) << "no row was chosen";
-    doubleClick(1);
-    EXPECT_EQ(navigation.openedVorbestellung, second);
-
-    dialogs.answer(platform::kAnswerNo);
-    click("cmdDelete");
-    EXPECT_EQ(dialogs.last().text, u"Möchten Sie diese Vorbestellung löschen?"_s);
-    EXPECT_EQ(dialogs.last().title, u"Vorbestellung Löschen"_s);
-    EXPECT_EQ(dialogs.last().style, platform::kYesNo);
-    EXPECT_EQ(grid()->rowCount(), 2);
-    dialogs.answer(platform::kAnswerYes);
-    click("cmdDelete");
-    ASSERT_EQ(grid()->rowCount(), 1);
-    EXPECT_EQ(grid()->value(0, 0).toLong(), first);
-    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Details"_s), 1);
-    EXPECT_EQ(dialogs.unexpected, 0);
-}
-
-TEST_F(PreOrderListTest, OneWithADamagedDeliveryDateIsOpenedAndDeletedLikeAnother) {
-    const qint64 damaged = store(u"15/05/2026");
-    ConnMain.Execute(u"UPDATE tbl_Auftragswesen_Vorbestellungen_Master SET txt_LieferDatum = 'kaputt', "
-                     u"time_Lieferzeit = 'bald'"_s);
-    open();
-    ASSERT_EQ(grid()->rowCount(), 1);
+    // One whose delivery is damaged is opened and deleted like another.
+    const QString table = u"tbl_Auftragswesen_Vorbestellungen_Master"_s;
+    ConnMain.Execute(u"UPDATE "_s + table + u" SET txt_LieferDatum = 'kaputt', time_Lieferzeit = 'bald'"_s);
+    click(u"cmdShowAll");
     EXPECT_EQ(grid()->model()->index(0, 2).data().toString(), u"bald"_s);
-    doubleClick(0);
-    EXPECT_EQ(navigation.openedVorbestellung, damaged);
-    ConnMain.Execute(u"UPDATE tbl_Auftragswesen_Vorbestellungen_Master SET txt_LieferDatum = NULL, "
-                     u"lng_LieferDatum = NULL"_s);
-    click("cmdShowAll");
-    doubleClick(0);
+    doubleClickRow(0);
+    EXPECT_EQ(QString::number(navigation.openedVorbestellung), first);
+    ConnMain.Execute(u"UPDATE "_s + table + u" SET txt_LieferDatum = NULL, lng_LieferDatum = NULL"_s);
+    click(u"cmdShowAll");
+    doubleClickRow(0);
     dialogs.answer(platform::kAnswerYes);
-    click("cmdDelete");
-    EXPECT_EQ(dialogs.last().text, u"Möchten Sie diese Vorbestellung löschen?"_s);
-    EXPECT_EQ(grid()->rowCount(), 0);
-    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Details"_s), 0);
-    EXPECT_EQ(navigation.messages, QStringList{u"Vorbestellung %1 gelöscht"_s.arg(damaged)});
+    click(u"cmdDelete");
+    EXPECT_EQ(grid()->rowCount() + lines(), 0);
+    EXPECT_EQ(navigation.messages.last(), u"Vorbestellung %1 gelöscht"_s.arg(first));
+    EXPECT_EQ(dialogs.unexpected, 0);
 }
 
 /// The alarm in the whole program, with the real order screen.
@@ -189,11 +127,6 @@ class PreOrderAlarmTest : public ShellTest {
         auto* found = app->mainWindow().findChild<frmAuftragswesenVorbestellungenAlarm*>();
         return found && found->isVisible() ? found : nullptr;
     }
-
-    void type(const char* keys) {
-        for (; *keys; ++keys)
-            QTest::keyClick(QApplication::focusWidget(), *keys);
-    }
 };
 
 TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
@@ -201,7 +134,7 @@ TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
     app->mainWindow().screens().show(u"frmAuftragswesenAuftragserfassung"_s);
     auto* number = find<QLineEdit>("txt_SucheTelefonNummer");
     number->setFocus();
-    type("079");
+    test::typeText(u"079"_s);
     tick();
     ASSERT_TRUE(alarm());
     EXPECT_EQ(alarm()->findChild<QPushButton*>(u"txt_AuftragsNr"_s)->text(), u"1"_s);
@@ -213,7 +146,7 @@ TEST_F(PreOrderAlarmTest, TheKeysStayInTheOrderBeingTyped) {
         QCoreApplication::processEvents();
         EXPECT_TRUE(app->mainWindow().rect().contains(alarm()->geometry())) << size.width();
     }
-    type("12");
+    test::typeText(u"12"_s);
     EXPECT_EQ(number->text(), u"07912"_s);
     // The mouse closes it without taking the keys either.
     QTest::mouseClick(alarm()->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);

@@ -1,5 +1,5 @@
 // What the products' screen does in its own way: the offered extras, the pictures, the order of its checks.
-#include "MasterDataTest.h"
+#include "ScreenTest.h"
 #include "common/Guard.h"
 #include "masterdata/frmProdukte.h"
 #include <QDir>
@@ -19,22 +19,21 @@ const QByteArray kGif =
 
 class ProductsScreenTest : public test::MasterDataTest<frmProdukte> {
   protected:
-    static QString column(const QString& name, qint64 key) {
-        return stored(u"SELECT %1 FROM tbl_Verwaltung_Produkte WHERE lng_ID = %2"_s.arg(name).arg(key));
+    static QString columns(const QString& names, qint64 key) {
+        return stored(u"SELECT %1 FROM tbl_Verwaltung_Produkte WHERE lng_ID = %2"_s.arg(names).arg(key));
     }
 
     static QString pictures(qint64 key) {
-        return column(u"txt_BildKlein"_s, key) + u'|' + column(u"txt_BildGross"_s, key) + u'|' +
-               column(u"flag_UpdatedPicSmall"_s, key) + u'|' + column(u"flag_UpdatedPicLarge"_s, key);
+        return columns(u"txt_BildKlein, txt_BildGross, flag_UpdatedPicSmall, flag_UpdatedPicLarge"_s, key);
     }
 
-    QStringList extras(bool selectedOnly) {
+    QString extras(bool selectedOnly) {
         QStringList texts;
         auto* list = find<QListWidget>(u"list_Extras");
         for (int i = 0; i < list->count(); ++i)
             if (!selectedOnly || list->item(i)->isSelected())
                 texts << list->item(i)->text();
-        return texts;
+        return texts.join(u' ');
     }
 
     QString file(const QString& name, const QByteArray& content) {
@@ -51,14 +50,14 @@ class ProductsScreenTest : public test::MasterDataTest<frmProdukte> {
         return pickedFrom.filePath(name);
     }
 
-    void pick(const char16_t* button, const QString& path) {
+    void pick(QStringView button, const QString& path) {
         dialogs.answerFile(path);
         click(button);
     }
 
     QString internet(const QString& path) { return firm.folder() + u"/Internet/"_s + path; }
 
-    bool previewIsEmpty(const char16_t* box) { return find<QLabel>(box)->pixmap().isNull(); }
+    bool previewIsEmpty(QStringView box) { return find<QLabel>(box)->pixmap().isNull(); }
 
     QTemporaryDir pickedFrom;
 };
@@ -81,20 +80,17 @@ TEST_F(ProductsScreenTest, ShowsOneCategoryPriceGroupAndStatusAtATime) {
     EXPECT_EQ(rows().size(), 3);
     tick(u"check_Sort_Status");
     EXPECT_TRUE(rows().isEmpty());
-    EXPECT_EQ(extras(false), (QStringList{u"Knoblauch"_s, u"Käse"_s, u"Käsesauce"_s}));
-    QStringList codes;
-    for (int i = 0; i < find<QComboBox>(u"combo_MWSt_1")->count(); ++i)
-        codes << find<QComboBox>(u"combo_MWSt_1")->itemText(i);
-    EXPECT_EQ(codes, (QStringList{u"0 (8.10%)"_s, u"1 (2.60%)"_s, u"2 (0.00%)"_s}));
+    EXPECT_EQ(extras(false), u"Knoblauch Käse Käsesauce"_s);
+    for (const auto& [place, code] : {std::pair{0, u"0 (8.10%)"_s}, {1, u"1 (2.60%)"_s}, {2, u"2 (0.00%)"_s}})
+        EXPECT_EQ(find<QComboBox>(u"combo_MWSt_1")->itemText(place), code);
 }
 
 TEST_F(ProductsScreenTest, LeadsByEnterAndLeavesTheDescriptionAlone) {
     auto* description = find<QPlainTextEdit>(u"txt_Beschreibung");
     description->setPlainText(u"scharf"_s);
-    EXPECT_EQ(
-        enterWay(u"combo_ProduktGruppe", 7),
-        (QStringList{u"combo_ProduktGruppe"_s, u"txt_Kurzzeichen"_s, u"txt_Produkt"_s, u"combo_Stückelung"_s,
-                     u"combo_Einheit"_s, u"combo_Reihenfolge"_s, u"txt_Beschreibung"_s, u"cmdSave"_s}));
+    EXPECT_EQ(enterWay(u"combo_ProduktGruppe", 7),
+              u"combo_ProduktGruppe txt_Kurzzeichen txt_Produkt combo_Stückelung combo_Einheit "
+              u"combo_Reihenfolge txt_Beschreibung cmdSave"_s);
     EXPECT_EQ(description->toPlainText(), u"scharf"_s);
     description->setFocus();
     description->moveCursor(QTextCursor::End);
@@ -115,13 +111,13 @@ TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
     EXPECT_EQ(said(), (Said{{u"Bitte geben Sie eine Produkt Bezeichnung ein."_s, 0, faulty}}));
     enter(u"txt_Produkt", u"Pizza 'Speciale'"_s);
     find<QPlainTextEdit>(u"txt_Beschreibung")->setPlainText(u"mit \"allem\""_s);
-    find<QLineEdit>(u"txt_Preis_4")->setText(u"1,5"_s);
+    put({{u"txt_Preis_4", u"1,5"_s}});
     click(u"cmdSave");
     EXPECT_EQ(said(),
               (Said{{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0, u"Ungültige Eingabe"_s}}));
     EXPECT_EQ(focusName(), u"txt_Preis_4"_s);
     EXPECT_EQ(text(u"txt_Produkt"), u"Pizza 'Speciale'"_s);
-    find<QLineEdit>(u"txt_Preis_4")->setText(u"1.5"_s);
+    put({{u"txt_Preis_4", u"1.5"_s}});
 
     // Refused also when the other one is inactive; allowed in another category.
     ConnMain.Execute(u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True"_s);
@@ -148,54 +144,44 @@ TEST_F(ProductsScreenTest, StoresHeadTenPricesAndExtras) {
     choose(u"combo_Reihenfolge", u"500"_s);
     tick(u"check_InternetBilder");
     for (int i = 1; i <= 10; ++i)
-        find<QLineEdit>(QString(u"txt_Preis_%1"_s.arg(i)).toStdU16String().c_str())
-            ->setText(QString::number(i));
+        put({{u"txt_Preis_%1"_s.arg(i), QString::number(i)}});
     find<QComboBox>(u"combo_MWSt_3")->setCurrentIndex(1);
-    find<QListWidget>(u"list_Extras")->item(1)->setSelected(true);
-    find<QListWidget>(u"list_Extras")->item(2)->setSelected(true);
+    for (const int extra : {1, 2})
+        find<QListWidget>(u"list_Extras")->item(extra)->setSelected(true);
     click(u"cmdSave");
     EXPECT_TRUE(said().isEmpty());
-    const qint64 key =
-        stored(u"SELECT lng_ID FROM tbl_Verwaltung_Produkte WHERE txt_Kurzzeichen = 'Q'"_s).toLongLong();
-    QStringList head;
-    for (const char16_t* name :
-         {u"lng_ProduktGruppe", u"txt_Produkt", u"txt_Beschreibung", u"txt_Stückelung", u"lng_Einheit",
-          u"lng_Reihenfolge", u"flag_InternetPreis", u"flag_InternetBilder", u"flag_Status", u"flag_Updated"})
-        head << column(QString::fromUtf16(name), key);
-    EXPECT_EQ(head.join(u'|'), u"2|Quattro|Zeile 1\nZeile 2|Pack|25|500|-1|-1|0|-1"_s);
-    EXPECT_EQ(pictures(key), u"||0|0"_s);
-    EXPECT_EQ(stored(u"SELECT Sum(lng_Gruppe * 100 * dbl_Preis) FROM tbl_Verwaltung_Produkte_Preise WHERE "
-                     u"lng_ProduktID = %1"_s.arg(key)),
-              u"38500"_s);
-    EXPECT_EQ(stored(u"SELECT lng_Gruppe FROM tbl_Verwaltung_Produkte_Preise WHERE lng_MWSt = 1 AND "
-                     u"lng_ProduktID = %1"_s.arg(key)),
-              u"3"_s);
+    const QString key = stored(u"SELECT lng_ID FROM tbl_Verwaltung_Produkte WHERE txt_Kurzzeichen = 'Q'"_s);
     EXPECT_EQ(
-        stored(
-            u"SELECT Sum(lng_ProduktExtraID) FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = %1"_s
-                .arg(key)),
-        u"3"_s);
+        columns(u"lng_ProduktGruppe, txt_Produkt, txt_Beschreibung, txt_Stückelung, lng_Einheit, "
+                u"lng_Reihenfolge, flag_InternetPreis, flag_InternetBilder, flag_Status, flag_Updated"_s,
+                key.toLongLong()),
+        u"2|Quattro|Zeile 1\nZeile 2|Pack|25|500|-1|-1|0|-1"_s);
+    EXPECT_EQ(pictures(key.toLongLong()), u"||0|0"_s);
+    EXPECT_EQ(stored(u"SELECT Sum(lng_Gruppe * 100 * dbl_Preis) AS P, Sum(lng_MWSt * lng_Gruppe) AS M FROM "
+                     u"tbl_Verwaltung_Produkte_Preise WHERE lng_ProduktID = "_s +
+                     key),
+              u"38500|3"_s);
+    EXPECT_EQ(TestFirm::rows(u"SELECT lng_ProduktExtraID FROM tbl_Verwaltung_Produkte_Extras WHERE "
+                             u"lng_ProduktID = "_s +
+                             key),
+              (QStringList{u"1"_s, u"2"_s}));
     // Category and position carry over, the rest is fresh.
     EXPECT_EQ(chosen(u"combo_ProduktGruppe") + chosen(u"combo_Reihenfolge") + chosen(u"combo_Stückelung"),
               u"Pizza500Stk."_s);
-    EXPECT_TRUE(extras(true).isEmpty());
-    EXPECT_EQ(text(u"txt_Preis_7"), u"0.00"_s);
-    EXPECT_EQ(focusName(), u"txt_Kurzzeichen"_s);
+    EXPECT_EQ(extras(true) + text(u"txt_Preis_7") + focusName(), u"0.00txt_Kurzzeichen"_s);
 }
 
 TEST_F(ProductsScreenTest, DropsAnExtraThatBecameInactiveMeanwhile) {
     clickRowOf(u"1"_s);
-    EXPECT_EQ(extras(true), (QStringList{u"Knoblauch"_s, u"Käse"_s}));
-    EXPECT_EQ(text(u"txt_Preis_2"), u"15.00"_s);
-    EXPECT_EQ(find<QComboBox>(u"combo_MWSt_2")->currentIndex(), 1);
+    EXPECT_EQ(extras(true), u"Knoblauch Käse"_s);
+    EXPECT_EQ(text(u"txt_Preis_2") + chosen(u"combo_MWSt_2"), u"15.001 (2.60%)"_s);
     ConnMain.Execute(u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Status = True WHERE lng_ID = 2"_s);
     click(u"cmdSave");
     EXPECT_TRUE(said().isEmpty());
     EXPECT_EQ(stored(u"SELECT Count(*) AS N FROM tbl_Verwaltung_Produkte_Extras WHERE lng_ProduktID = 2"_s),
               u"1"_s);
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Preise"_s), 50);
-    // The cleaned mask offers what is active now.
-    EXPECT_EQ(extras(false), (QStringList{u"Knoblauch"_s, u"Käsesauce"_s}));
+    EXPECT_EQ(extras(false), u"Knoblauch Käsesauce"_s) << "the cleaned mask offers what is active now";
 }
 
 TEST_F(ProductsScreenTest, InactiveLeavesTheWebUntilItIsTickedAgain) {
@@ -205,13 +191,12 @@ TEST_F(ProductsScreenTest, InactiveLeavesTheWebUntilItIsTickedAgain) {
     EXPECT_FALSE(ticked(u"check_InternetPreise"));
     tick(u"check_InternetPreise");
     click(u"cmdSave");
-    EXPECT_EQ(column(u"flag_InternetPreis"_s, 2) + column(u"flag_Status"_s, 2), u"-1-1"_s);
+    EXPECT_EQ(columns(u"flag_InternetPreis, flag_Status"_s, 2), u"-1|-1"_s);
     EXPECT_EQ(rows().size(), 1);
     // Loading an inactive product shows its web flag as it is stored.
     tick(u"check_Sort_Status");
     clickRowOf(u"1"_s);
-    EXPECT_TRUE(ticked(u"check_InternetPreise"));
-    EXPECT_TRUE(ticked(u"check_Status"));
+    EXPECT_TRUE(ticked(u"check_InternetPreise") && ticked(u"check_Status"));
 }
 
 TEST_F(ProductsScreenTest, PicturesGetTheirProductsNameWithTheSave) {
@@ -327,7 +312,7 @@ TEST_F(ProductsScreenTest, ASaveIsWholeOrNotAtAll) {
     click(u"cmdSave");
     common::setErrorHandler({});
     EXPECT_EQ(errors, 1);
-    EXPECT_EQ(column(u"txt_Produkt"_s, 2), u"Pizza"_s);
+    EXPECT_EQ(columns(u"txt_Produkt"_s, 2), u"Pizza"_s);
     EXPECT_EQ(QImageReader(internet(u"Pictures_Small/2.jpg"_s)).size(), QSize(10, 10)) << "the old picture";
     EXPECT_EQ(QDir(internet(u"Pictures_Small"_s)).entryList(QDir::Files), QStringList{u"2.jpg"_s});
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Extras"_s), 3);
@@ -342,14 +327,7 @@ TEST_F(ProductsScreenTest, DeletesWhatNothingRefersTo) {
     click(u"cmdDelete");
     EXPECT_EQ(said(), Said{refusal});
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras"_s);
-    expectKeptForOrders(u"tbl_Auftragswesen_%1_Details"_s, u"lng_ProduktID"_s, refusal);
-    dialogs.answer(platform::kAnswerNo);
-    click(u"cmdDelete");
-    EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte"_s), 5);
-    said();
-    dialogs.answer(platform::kAnswerYes);
-    click(u"cmdDelete");
-    EXPECT_EQ(said(), (Said{{u"Möchten Sie dieses Produkt wirklich löschen?"_s, 4, u"Löschen Gruppe"_s}}));
-    EXPECT_EQ(rows().size(), 1);
+    expectDeletion(u"tbl_Auftragswesen_%1_Details"_s, u"lng_ProduktID"_s, refusal,
+                   {{u"Möchten Sie dieses Produkt wirklich löschen?"_s, 4, u"Löschen Gruppe"_s}});
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Preise"_s), 40);
 }

@@ -3,7 +3,6 @@
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "platform/QtDialogs.h"
 #include "screens/OrderScreenFixture.h"
-#include "support/TestDialogs.h"
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QTimer>
@@ -48,9 +47,9 @@ class OpenEditorTest : public test::OrderScreen<test::TestDialogs> {
   protected:
     /// Books wine, then leaves "FUNG" in an open editor of the next free row.
     void leaveAnEditorOpen() {
-        screen.order().SucheTelefonNummer(u"0791234567"_s);
-        screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
-        modAuftragswesenAuftragserfassung::SaveBestellung(screen.order(), dialogs, navigation);
+        order().SucheTelefonNummer(u"0791234567"_s);
+        order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+        modAuftragswesenAuftragserfassung::SaveBestellung(order(), dialogs, navigation);
         press(Qt::Key_F6);
         type(u"FUNG"_s);
         ASSERT_EQ(QApplication::focusWidget()->objectName(), u"cellEditor"_s);
@@ -58,11 +57,11 @@ class OpenEditorTest : public test::OrderScreen<test::TestDialogs> {
 };
 
 TEST_F(QueuedKeysTest, KeysBehindBookingNeitherBookTwiceNorReplaceTheOrder) {
-    screen.order().SucheTelefonNummer(u"0791234567"_s);
-    screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
-    modAuftragswesenAuftragserfassung::SaveBestellung(screen.order(), *std::make_unique<test::TestDialogs>(),
+    order().SucheTelefonNummer(u"0791234567"_s);
+    order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    modAuftragswesenAuftragserfassung::SaveBestellung(order(), *std::make_unique<test::TestDialogs>(),
                                                       navigation);
-    screen.order().PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
+    order().PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
     answerBoxes();
     QString shown;
     answer.callOnTimeout([&] { shown += shown.isEmpty() ? cell(1, Col::Bezeichnung) : QString(); });
@@ -81,15 +80,15 @@ TEST_F(OpenEditorTest, WhatReplacesTheOrderDropsIt) {
     const std::pair<const char*, std::function<void()>> roads[] = {
         {"step", [&] { press(Qt::Key_Right, Qt::AltModifier); }},
         {"clean", [&] { find<QPushButton>(u"cmdCleanMask")->click(); }},
-        {"call", [&] { screen.takeCall(u"0799999999"_s); }},
-        {"search", [&] { screen.searchNumber(u"0791234567"_s); }}};
+        {"call", [&] { screen->takeCall(u"0799999999"_s); }},
+        {"search", [&] { screen->searchNumber(u"0791234567"_s); }}};
     for (const auto& [name, road] : roads) {
         press(Qt::Key_F6);
         type(u"W"_s);
         road();
         press(Qt::Key_F3);
         const int lines = name == std::string_view("step") ? 1 : 0;
-        EXPECT_EQ(screen.order().LastFilledRow(), lines - 1) << name;
+        EXPECT_EQ(order().LastFilledRow(), lines - 1) << name;
         EXPECT_EQ(cell(lines, Col::Kurzzeichen), u""_s) << name;
     }
 }
@@ -101,10 +100,10 @@ TEST_F(OpenEditorTest, WhatReadsTheOrderTakesItOver) {
         type(QString::fromUtf16(quantity));
     };
     const auto stored = [] {
-        return TestFirm::value(u"SELECT dbl_PreisMitMWSt FROM tbl_Auftragswesen_Bestellungen_Details"_s);
+        return OrderScreen::stored(u"SELECT dbl_PreisMitMWSt FROM tbl_Auftragswesen_Bestellungen_Details"_s);
     };
-    screen.order().SucheTelefonNummer(u"0791234567"_s);
-    screen.order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    order().SucheTelefonNummer(u"0791234567"_s);
+    order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
     key(u"3x");
     press(Qt::Key_F12);
     EXPECT_TRUE(dialogs.said.isEmpty()) << "what is refused is looked at before it is booked";
@@ -113,7 +112,7 @@ TEST_F(OpenEditorTest, WhatReadsTheOrderTakesItOver) {
     press(Qt::Key_F12);
     EXPECT_EQ(stored(), u"36"_s);
 
-    screen.loadBooking(1000);
+    screen->loadBooking(1000);
     key(u"2");
     dialogs.answer(platform::kAnswerYes);
     dialogs.answer(platform::kAnswerYes);
@@ -126,7 +125,7 @@ TEST_F(OpenEditorTest, WhatReadsTheOrderTakesItOver) {
     EXPECT_EQ(TestFirm::value(u"SELECT [TotalPreis] FROM ZusatzInfo"_s, ConnPrint), u"24.00"_s);
     EXPECT_EQ(stored(), u"24"_s);
 
-    screen.loadBooking(1000);
+    screen->loadBooking(1000);
     key(u"1");
     find<QPushButton>(u"cmdPrint")->click();
     EXPECT_EQ(TestFirm::value(u"SELECT [TotalPreis] FROM ZusatzInfo"_s, ConnPrint), u"12.00"_s);

@@ -1,15 +1,8 @@
 // The settings screen: every control's way to its global, its column and back.
+#include "screens/ScreenTest.h"
 #include "shell/frmEinstellungenSystem.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
-#include "support/TestDialogs.h"
-#include "support/TestFirm.h"
-#include "support/TestFirmServices.h"
-#include "tests/screens/MasterDataTest.h"
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTabWidget>
 
@@ -18,31 +11,19 @@ using test::TestFirm;
 
 namespace {
 
-class SettingsScreenTest : public testing::Test {
+class SettingsScreenTest : public test::ScreenTest<frmEinstellungenSystem> {
   protected:
     SettingsScreenTest() {
-        printers.printers = {{u"Kasse"_s, {}, {}}, {u"Büro"_s, {}, {}}, {u"Küche"_s, {}, {}}};
+        for (const char16_t* name : {u"Kasse", u"Büro", u"Küche"})
+            printers.printers.append({QString::fromUtf16(name), {}, {}});
         printers.current = printers.printers.first();
     }
 
     ~SettingsScreenTest() override { UserAdministrator = 0; }
 
-    void open() {
-        screen = std::make_unique<frmEinstellungenSystem>(
-            platform::Services{dialogs, navigation, registry, reports, printers});
-        screen->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
-    }
-
-    template <typename Widget = QWidget> Widget* find(const QString& name) {
-        auto* found = screen->findChild<Widget*>(name);
-        EXPECT_TRUE(found) << name.toStdString();
-        return found;
-    }
-
     void click(const QString& name) {
         reveal(name);
-        QTest::mouseClick(find(name), Qt::LeftButton);
+        ScreenTest::click(name);
     }
 
     /// Brings the control's tab to the front.
@@ -80,16 +61,8 @@ class SettingsScreenTest : public testing::Test {
     }
 
     static QString column(const QString& name) {
-        return TestFirm::value(u"SELECT "_s + name + u" FROM tbl_Einstellungen_System"_s);
+        return stored(u"SELECT "_s + name + u" FROM tbl_Einstellungen_System"_s);
     }
-
-    TestFirm firm;
-    test::TestDialogs dialogs;
-    test::TestNavigation navigation;
-    test::TestRegistry registry;
-    test::TestReports reports;
-    test::TestPrinters printers;
-    std::unique_ptr<frmEinstellungenSystem> screen;
 };
 
 /// A text for the control that differs from what stands in it, to begin with or after the first round.

@@ -1,11 +1,8 @@
 #include "tests/screens/ShellFixture.h"
 #include "install/Installer.h"
-#include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
-#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 
 namespace test {
 
@@ -59,16 +56,6 @@ frmMDI& ShellTest::start() {
     EXPECT_TRUE(app->start());
     QApplication::setActiveWindow(&app->mainWindow());
     return app->mainWindow();
-}
-
-QString ShellTest::label(const char* name) {
-    return find<QLabel>(name)->text();
-}
-
-QString ShellTest::query(const QString& sql) {
-    store::Recordset rows;
-    const store::OpenRecordset open(rows, sql, ConnMain);
-    return rows.Eof() ? QString() : rows.Fields(rows.Columns().front().name).text();
 }
 
 } // namespace test

@@ -3,9 +3,18 @@
 #include "platform/line/TelephoneLine.h"
 #include "shell/Application.h"
 #include "tests/support/TestDialogs.h"
+#include "tests/support/TestFirm.h"
 #include "tests/support/TestFirmServices.h"
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
 #include <QTemporaryDir>
-#include <QWidget>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
 #include <gtest/gtest.h>
 
 namespace test {
@@ -62,9 +71,10 @@ class ShellTest : public testing::Test {
         return app->mainWindow().template findChild<Widget*>(QLatin1String(name));
     }
 
-    QString label(const char* name);
+    QString label(const char* name) { return find<QLabel>(name)->text(); }
+
     /// One value of the main database.
-    static QString query(const QString& sql);
+    static QString query(const QString& sql) { return TestFirm::value(sql); }
 
     QTemporaryDir folder;
     TestDialogs dialogs;

@@ -55,27 +55,11 @@ class CellGridTest : public testing::Test {
 
 } // namespace
 
-TEST_F(CellGridTest, KeysAnOrderWithoutTheMouse) {
-    grid.NextCell = [](CellPlace from) -> std::optional<CellPlace> {
-        return from.column == 0 ? CellPlace{from.row, 1} : CellPlace{from.row + 1, 0};
-    };
-    keys(u"12"_s);
-    key(Qt::Key_Return);
-    EXPECT_EQ(table.text(0, 0), u"12"_s);
-    EXPECT_EQ(grid.place(), (CellPlace{0, 1}));
-    keys(u"3"_s);
-    key(Qt::Key_Tab);
-    EXPECT_EQ(table.number(0, 1), 3);
-    EXPECT_EQ(grid.place(), (CellPlace{1, 0}));
-    EXPECT_EQ(changes, (QStringList{u"0,0"_s, u"0,1"_s}));
-    EXPECT_TRUE(grid.hasFocus());
-}
-
-TEST_F(CellGridTest, NextCellSkipsHiddenAndReadOnlyCells) {
+TEST_F(CellGridTest, KeysLeadFromCellToCell) {
     grid.goTo({0, 1}, true);
     keys(u"5"_s);
     key(Qt::Key_Return);
-    EXPECT_EQ(grid.place(), (CellPlace{0, 4}));
+    EXPECT_EQ(grid.place(), (CellPlace{0, 4})) << "past hidden and read-only cells";
     keys(u"2.5"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(grid.place(), (CellPlace{1, 0}));
@@ -83,6 +67,27 @@ TEST_F(CellGridTest, NextCellSkipsHiddenAndReadOnlyCells) {
     key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(grid.place(), (CellPlace{0, 4}));
     EXPECT_EQ(table.number(0, 4), 2.5);
+    grid.goTo({1, 0}, true);
+    keys(u"B"_s);
+    key(Qt::Key_Down);
+    EXPECT_EQ(table.text(1, 0), u"B"_s);
+    EXPECT_EQ(grid.place(), (CellPlace{2, 0}));
+    EXPECT_EQ(changes, (QStringList{u"0,1"_s, u"0,4"_s, u"1,0"_s}));
+    // The owner tells the next cell, and a handler that moves the cursor wins.
+    grid.NextCell = [](CellPlace from) -> std::optional<CellPlace> { return CellPlace{from.row, 1}; };
+    keys(u"C"_s);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(grid.place(), (CellPlace{2, 1}));
+    table.Change = [this](int, int) { grid.goTo({3, 0}); };
+    keys(u"12"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(grid.place(), (CellPlace{3, 0}));
+    EXPECT_TRUE(grid.hasFocus());
+    int asked = -1;
+    table.BeforeDelete = [&](int row) { asked = row; };
+    key(Qt::Key_Delete);
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(table.rows(), 4);
 }
 
 TEST_F(CellGridTest, EditorOpensWithItsTextSelectedAndEscDropsWhatWasTyped) {
@@ -133,23 +138,6 @@ TEST_F(CellGridTest, RefusedEditsRestoreTheOldValueAndStay) {
     EXPECT_FALSE(grid.isEditing()) << "a read-only cell opened an editor";
 }
 
-TEST_F(CellGridTest, UpAndDownTakeOverInTheColumn) {
-    grid.goTo({1, 0}, true);
-    keys(u"B"_s);
-    key(Qt::Key_Down);
-    EXPECT_EQ(table.text(1, 0), u"B"_s);
-    EXPECT_EQ(grid.place(), (CellPlace{2, 0}));
-}
-
-TEST_F(CellGridTest, DeleteAsksTheTable) {
-    int asked = -1;
-    table.BeforeDelete = [&](int row) { asked = row; };
-    grid.goTo({2, 1});
-    key(Qt::Key_Delete);
-    EXPECT_EQ(asked, 2);
-    EXPECT_EQ(table.rows(), 4);
-}
-
 TEST_F(CellGridTest, ContextMenuComesByMouseAndByKey) {
     QSignalSpy asked(&grid, &CellGrid::cellContextMenu);
     grid.openEditorOnEnter({0, 1});
@@ -167,7 +155,7 @@ TEST_F(CellGridTest, ContextMenuComesByMouseAndByKey) {
     EXPECT_EQ(table.text(2, 0), u"C"_s);
 }
 
-TEST_F(CellGridTest, TabOutsideAnEditorLeavesTheGrid) {
+TEST_F(CellGridTest, LeavingTheGridTakesTheEditOver) {
     QWidget window;
     auto* first = new CellGrid(&window);
     auto* second = new QLineEdit(&window);
@@ -177,22 +165,10 @@ TEST_F(CellGridTest, TabOutsideAnEditorLeavesTheGrid) {
     first->setFocus();
     first->goTo({0, 0});
     QTest::keyClick(first, Qt::Key_Tab);
-    EXPECT_TRUE(second->hasFocus());
-}
-
-TEST_F(CellGridTest, HandlersThatMoveTheCursorWin) {
-    table.Change = [this](int, int) { grid.goTo({3, 0}); };
-    keys(u"12"_s);
-    key(Qt::Key_Return);
-    EXPECT_EQ(grid.place(), (CellPlace{3, 0}));
-}
-
-TEST_F(CellGridTest, LeavingTheGridTakesTheEditOver) {
+    EXPECT_TRUE(second->hasFocus()) << "outside an editor Tab leaves the grid";
+    first->setFocus();
     keys(u"99"_s);
-    QLineEdit other;
-    other.show();
-    QApplication::setActiveWindow(&other);
-    other.setFocus();
+    second->setFocus();
     QTest::qWait(1);
     EXPECT_EQ(table.text(0, 0), u"99"_s);
 }

@@ -4,20 +4,12 @@
 #include "platform/form/FieldFormat.h"
 #include "platform/form/FieldHelpers.h"
 #include "shell/PhoneBookSearch.h"
-#include "store/StoreGlobals.h"
 #include "telephony/frmVerwaltungTelefonbuch.h"
 #include "tests/screens/ShellFixture.h"
 #include "tests/support/StatementLog.h"
 #include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using common::Value;

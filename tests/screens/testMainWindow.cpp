@@ -3,22 +3,13 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/IniRegistryStore.h"
 #include "shell/MenuTree.h"
-#include "store/StoreGlobals.h"
+#include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
 #include "tests/screens/ShellFixture.h"
-#include "tests/support/TestFirm.h"
+#include "tests/support/FullDisk.h"
 #include <QEnterEvent>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
-#include <QToolButton>
-#include <csignal>
-#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using test::ShellTest;
@@ -45,27 +36,17 @@ TEST_F(ShellTest, StartsInItsOrder) {
     EXPECT_FALSE(QFile::exists(folder.filePath(u"WriteTest.tmp"_s)));
 }
 
-TEST_F(ShellTest, SecondInstanceEndsSilentlyAndTouchesNothing) {
-    start();
-    QList<int> otherEnded;
-    test::TestRegistry otherRegistry;
-    QLockFile held(folder.filePath(u"tavolino.lock"_s));
-    EXPECT_FALSE(held.tryLock(0));
-    // One process cannot hold two programs, but a second start on the same folder is what counts.
-    const auto first = std::move(app);
-    shell::Application second({.appPath = folder.path(),
-                               .dialogs = dialogs,
-                               .registry = otherRegistry,
-                               .reports = reports,
-                               .printers = printers,
-                               .exitProcess = [&](int code) { otherEnded.append(code); }});
-    EXPECT_FALSE(second.start());
-    EXPECT_EQ(otherEnded, QList<int>{0});
-    EXPECT_TRUE(dialogs.said.isEmpty());
-    EXPECT_TRUE(otherRegistry.values.isEmpty());
-}
-
 TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
+    start();
+    {
+        // One process cannot hold two programs, but a second start on the same folder is what counts.
+        const auto first = std::move(app);
+        registry.values.clear();
+        EXPECT_FALSE(build().start());
+        app.reset();
+        EXPECT_EQ(std::exchange(ended, {}), QList<int>{0});
+        EXPECT_TRUE(registry.values.isEmpty()) << "touches nothing";
+    }
     const QString path = folder.filePath(u"tavolino.lock"_s);
     const auto file = [&](const QByteArray& content) {
         QFile lock(path);
@@ -103,16 +84,10 @@ TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
 }
 
 TEST_F(ShellTest, AFullDiskIsNoLackOfRightsAndLeavesNothingBehind) {
-    // The system refuses every byte that is written to a file, as a full disk does.
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto formerSignal = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit nothing{0, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nothing), 0);
-    const bool started = build().start();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, formerSignal);
-    EXPECT_FALSE(started);
+    {
+        const test::FullDisk full(0);
+        EXPECT_FALSE(build().start());
+    }
     ASSERT_EQ(dialogs.said.size(), 1);
     EXPECT_EQ(dialogs.last().title, u"Kein Platz"_s);
     EXPECT_EQ(ended, QList<int>{0});
@@ -149,7 +124,8 @@ TEST_F(ShellTest, MissingDatabaseTellsEndsAndLogs) {
 
 TEST_F(ShellTest, WithoutALineTheProgramRunsOn) {
     line.onStart = [] { throw std::runtime_error("no card"); };
-    start();
+    start().menuAction(u"mnAuftragswesenISDNListe"_s)->trigger();
+    EXPECT_FALSE(QApplication::activeModalWidget()) << "its list does nothing";
     EXPECT_TRUE(find<QPushButton>("ShowTelefonListeCommand")->isHidden());
     EXPECT_TRUE(label("MDIMeldung").startsWith(u"Start ohne Telefonie"_s));
     EXPECT_TRUE(ended.isEmpty());
@@ -161,24 +137,27 @@ TEST_F(ShellTest, WithoutALineTheProgramRunsOn) {
 }
 
 TEST_F(ShellTest, CallsShowTheirNumberAndAreRecorded) {
-    common::clock::set(46000.75);
     frmMDI& window = start();
-    Q_EMIT line.IncomingCall(u"044"_s, u"0791112233"_s, u""_s);
-    Q_EMIT line.IncomingCall(u"044"_s, u"0447654321"_s, u""_s);
+    for (const QString& number : {u"0791112233"_s, u"0447654321"_s})
+        Q_EMIT line.IncomingCall(u"044"_s, number, u""_s);
     auto* panel = find<QPushButton>("ShowISDNNr");
-    EXPECT_TRUE(panel->isVisible());
-    EXPECT_TRUE(find<QLabel>("DisplayISDNAmpel2")->isVisible());
+    EXPECT_TRUE(panel->isVisible() && find<QLabel>("DisplayISDNAmpel2")->isVisible());
     EXPECT_EQ(panel->text(), u"0447654321"_s);
-    EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe"_s), u"2"_s);
     EXPECT_TRUE(asked.isEmpty()) << "a call disturbed an open screen";
-
     QTest::keyClick(&window, Qt::Key_F9);
     EXPECT_EQ(asked, QStringList{u"call 0447654321"_s});
     EXPECT_FALSE(panel->isVisible());
     EXPECT_EQ(panel->text(), u""_s);
-    EXPECT_EQ(query(u"SELECT txt_Telefon FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = True"_s),
-              u"0447654321"_s);
-    common::clock::release();
+
+    // A suppressed number is only cleared.
+    Q_EMIT line.IncomingCall({}, {}, {});
+    EXPECT_TRUE(panel->isVisible());
+    QTest::mouseClick(panel, Qt::LeftButton);
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_EQ(asked.size(), 1);
+    EXPECT_EQ(
+        query(u"SELECT group_concat(txt_Telefon || flag_Kunde, ' ') FROM tbl_Verwaltung_AnruferListe"_s),
+        u"07911122330 0447654321-1 0"_s);
 }
 
 TEST_F(ShellTest, TheWaitingCallTellsWhoCallsAndHowManyWait) {
@@ -252,17 +231,6 @@ TEST_F(ShellTest, F1OpensTheManualOrTellsWhyNot) {
     EXPECT_EQ(dialogs.said.size(), 1);
 }
 
-TEST_F(ShellTest, SuppressedNumberIsRecordedAndOnlyCleared) {
-    start();
-    Q_EMIT line.IncomingCall({}, {}, {});
-    auto* panel = find<QPushButton>("ShowISDNNr");
-    EXPECT_TRUE(panel->isVisible());
-    QTest::mouseClick(panel, Qt::LeftButton);
-    EXPECT_FALSE(panel->isVisible());
-    EXPECT_TRUE(asked.isEmpty());
-    EXPECT_EQ(query(u"SELECT Count(*) FROM tbl_Verwaltung_AnruferListe WHERE flag_Kunde = False"_s), u"1"_s);
-}
-
 TEST_F(ShellTest, TimersRunAndAnErrorInTheirsOrInACallsIsToldOnceAndTheProgramGoesOn) {
     int polls = 0, beeps = 0;
     procedures.pollWebShop = [&] {
@@ -334,22 +302,6 @@ TEST_F(ShellTest, AFailingTickDuringAPrintLeavesThePrintAlone) {
     EXPECT_EQ(printed(u"PrintArtikelUmsatz"_s), 1) << "the tick's own work was rolled back";
     EXPECT_EQ(dialogs.said.size(), 1);
     EXPECT_TRUE(ended.isEmpty());
-}
-
-TEST_F(ShellTest, ErrorInATickWhileADialogIsOpenDoesNotTravelThroughIt) {
-    frmMDI& window = start();
-    procedures = {};
-    bool wentOn = false;
-    common::guarded(common::Origin::User, [&] {
-        dialogs.answer(platform::kAnswerYes, [&] {
-            common::guarded(common::Origin::Timer, [] { throw std::runtime_error("tick"); });
-        });
-        app->services().dialogs.MsgBox(u"?"_s, platform::kYesNo);
-        wentOn = true;
-    });
-    EXPECT_TRUE(wentOn);
-    EXPECT_TRUE(ended.isEmpty());
-    EXPECT_TRUE(window.isVisible());
 }
 
 TEST_F(ShellTest, EveryWayOutEndsAtOnceAndTakesTheOpenSettingsOver) {
@@ -434,44 +386,8 @@ TEST_F(ShellTest, MenuKeysReachTheMenuAlsoFromATextField) {
     EXPECT_EQ(window.findChildren<QMdiSubWindow*>().size(), 1);
 }
 
-TEST_F(ShellTest, ShopOrdersBeepUntilTheyAreLookedAt) {
-    int beeps = 0;
-    procedures.beep = [&] { ++beeps; };
-    frmMDI& window = start();
-    window.TimerBeep_Timer();
-    EXPECT_EQ(beeps, 0);
-    window.setInternetAttention(3);
-    window.TimerBeep_Timer();
-    window.InternetLinkTimer_Timer();
-    window.TimerBeep_Timer();
-    EXPECT_EQ(beeps, 2);
-    window.ShowInternetListeCommand_Click();
-    window.TimerBeep_Timer();
-    EXPECT_EQ(beeps, 2);
-}
-
-namespace {
-struct RightsCase {
-    const char* what;
-    int login;
-    qint16* right;
-    QStringList enabled;
-};
-} // namespace
-
-TEST_F(ShellTest, RightsOpenTheirEntries) {
-    const QStringList guarded{u"mnEinstellungenBenutzer"_s,
-                              u"mnDatenRestore"_s,
-                              u"mnSystemMessages"_s,
-                              u"mnEinstellungenSystem"_s,
-                              u"mnAuswertungenKundenumsatz"_s,
-                              u"mnAuswertungenKundenBuchungsjournal"_s,
-                              u"mnAuswertungenUmsatz"_s,
-                              u"mnAuswertungenUmsatzProdukt"_s,
-                              u"mnAuswertungenBuchungsjournal"_s,
-                              u"mnOnlineShop"_s,
-                              u"mnDatenBackup"_s,
-                              u"mnSystemUpdates"_s};
+/// From the user's row over the log-in to every road.
+TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
     procedures.showSoftwareUpdate = [] {};
     build();
     for (const shell::MenuEntry& entry : shell::menuEntries())
@@ -480,42 +396,50 @@ TEST_F(ShellTest, RightsOpenTheirEntries) {
                                {.create = [](QWidget* parent) { return new QWidget(parent); }});
     registry.values.insert(u"TavolinoHelp/StepByStep/ID"_s, u"0"_s);
     ASSERT_TRUE(app->start());
-    EXPECT_FALSE(app->mainWindow().menuAction(u"mnEinstellungenAnmeldung"_s)->isEnabled())
-        << "the log-in is off";
+    frmMDI& window = app->mainWindow();
+    EXPECT_FALSE(window.menuAction(u"mnEinstellungenAnmeldung"_s)->isEnabled()) << "the log-in is off";
     EXPECT_FALSE(find<QToolButton>("ToolBarAnmeldung")->isEnabled());
-    const RightsCase cases[] = {
-        {"login off", 0, nullptr, guarded},
-        {"no right", 1, nullptr, {}},
-        {"administrator", 1, &UserAdministrator, guarded},
-        {"settings", 1, &UserEinstellungen, {u"mnEinstellungenSystem"_s}},
-        {"customers", 1, &UserKundenStatistik, {guarded[4], guarded[5]}},
-        {"turnover", 1, &UserUmsatzStatistik, {guarded[6], guarded[7]}},
-        {"journal", 1, &UserBuchungsjournal, {guarded[8]}},
-        {"shop", 1, &UserOnlineShop, {guarded[9]}},
-        {"backup", 1, &UserDatensicherung, {guarded[10]}},
-    };
-    for (const RightsCase& c : cases) {
-        SysAnmeldungBenutzer = c.login;
-        if (c.right)
-            *c.right = 1;
-        app->mainWindow().ApplyUserRights();
+
+    const std::pair<QString, QStringList> rights[] = {
+        {u"lng_Einstellungen"_s, {u"mnEinstellungenSystem"_s}},
+        {u"lng_KundenStatistik"_s,
+         {u"mnAuswertungenKundenumsatz"_s, u"mnAuswertungenKundenBuchungsjournal"_s}},
+        {u"lng_UmsatzStatistik"_s, {u"mnAuswertungenUmsatz"_s, u"mnAuswertungenUmsatzProdukt"_s}},
+        {u"lng_Buchungsjournal"_s, {u"mnAuswertungenBuchungsjournal"_s}},
+        {u"lng_OnlineShop"_s, {u"mnOnlineShop"_s}},
+        {u"lng_Datensicherung"_s, {u"mnDatenBackup"_s}},
+        {u"lng_Administrator"_s,
+         {u"mnEinstellungenBenutzer"_s, u"mnDatenRestore"_s, u"mnSystemMessages"_s, u"mnSystemUpdates"_s}}};
+    QStringList guarded;
+    for (const auto& [column, opened] : rights)
+        guarded << opened;
+    const auto expectOpen = [&](const QString& who, const QStringList& opened) {
+        window.ApplyUserRights();
         for (const QString& entry : guarded)
-            EXPECT_EQ(app->mainWindow().menuAction(entry)->isEnabled(), c.enabled.contains(entry))
-                << c.what << ": " << entry.toStdString();
-        EXPECT_EQ(find<QToolButton>("ToolBarInternetTransfer")->isEnabled(), c.enabled.contains(guarded[9]))
-            << c.what;
+            EXPECT_EQ(window.menuAction(entry)->isEnabled(), opened.contains(entry))
+                << who.toStdString() << ' ' << entry.toStdString();
+        EXPECT_EQ(find<QToolButton>("ToolBarInternetTransfer")->isEnabled(),
+                  opened.contains(u"mnOnlineShop"_s));
         // Whatever road leads to a screen, also one from another screen or below the menu of the shop.
         for (const shell::MenuEntry& entry : shell::menuEntries()) {
             const bool shop = QLatin1String(entry.parent).startsWith(u"mnOnlineShop"_s);
             const QString name = shop ? u"mnOnlineShop"_s : QString::fromLatin1(entry.name);
             if (entry.kind == shell::MenuKind::Screen) {
                 EXPECT_EQ(app->services().navigation.hasScreen(QLatin1String(entry.screen)),
-                          !guarded.contains(name) || c.enabled.contains(name))
-                    << c.what << ": " << entry.name;
+                          !guarded.contains(name) || opened.contains(name))
+                    << who.toStdString() << ' ' << entry.name;
             }
         }
-        if (c.right)
-            *c.right = 0;
+    };
+    expectOpen(u"log-in off"_s, guarded);
+    SysAnmeldungBenutzer = 1;
+    expectOpen(u"no right"_s, {});
+    for (const auto& [column, opened] : rights) {
+        ConnMain.Execute(u"DELETE FROM tbl_Einstellungen_Benutzer"_s);
+        ConnMain.Execute(u"INSERT INTO tbl_Einstellungen_Benutzer(txt_Username, txt_Passwort, %1) "
+                         u"VALUES('Eva', 'x', -1)"_s.arg(column));
+        ASSERT_TRUE(modEinstellungenBenutzer::CheckLogin(u"Eva"_s, u"x"_s));
+        expectOpen(column, column == u"lng_Administrator" ? guarded : opened);
     }
     SysAnmeldungBenutzer = 0;
 }
@@ -537,24 +461,19 @@ TEST_F(ShellTest, MnemonicsAndShortcutsAreUnique) {
 }
 
 TEST_F(ShellTest, ToolBarTellsWhatItsButtonsDo) {
-    frmMDI& window = start();
+    start();
     const auto enter = [&](const char* button) {
         QEnterEvent event(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
         QCoreApplication::sendEvent(find<QToolButton>(button), &event);
         return label("ToolBarToolTip");
     };
-    const auto moveOver = [](QWidget* background) {
+    for (QWidget* background : {find<QWidget>("ToolBarBox"), find<QMdiArea>("MdiArea")->viewport()}) {
+        EXPECT_EQ(enter("ToolBarKunden"), u"Kunden Verwaltung"_s);
+        EXPECT_EQ(enter("ToolBarExit"), u"Programm Beenden"_s);
         QMouseEvent event(QEvent::MouseMove, QPointF(600, 20), QPointF(600, 20), Qt::NoButton, {}, {});
         QCoreApplication::sendEvent(background, &event);
-    };
-    EXPECT_EQ(enter("ToolBarKunden"), u"Kunden Verwaltung"_s);
-    EXPECT_EQ(enter("ToolBarExit"), u"Programm Beenden"_s);
-    moveOver(find<QWidget>("ToolBarBox"));
-    EXPECT_EQ(label("ToolBarToolTip"), u""_s);
-    enter("ToolBarKurier");
-    moveOver(find<QMdiArea>("MdiArea")->viewport());
-    EXPECT_EQ(label("ToolBarToolTip"), u""_s);
-    EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(label("ToolBarToolTip"), u""_s);
+    }
 }
 
 TEST(LogFile, BeginsAnewAtItsLimitAndKeepsTheOneBefore) {

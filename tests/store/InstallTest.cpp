@@ -24,27 +24,6 @@ std::unique_ptr<store::SqliteEngine> open(const QTemporaryDir& folder, Database 
     return std::make_unique<store::SqliteEngine>(folder.filePath(u"Data/"_s + file.fileName), file.password);
 }
 
-/// An installation that is open under the names of the program.
-class InstallRows : public testing::Test {
-  protected:
-    void SetUp() override {
-        install::installDatabases(folder.path());
-        store::setAppPath(folder.path());
-        store::OpenDatabases();
-    }
-
-    void TearDown() override { store::CloseDatabases(); }
-
-    /// The first row's first column.
-    static common::Value pick(const QString& sql, store::Connection& connection = ConnMain) {
-        store::Recordset rows;
-        rows.Open(sql, connection);
-        return rows.Eof() ? common::Value() : rows.valueAt(0, 0);
-    }
-
-    QTemporaryDir folder;
-};
-
 /// Reads as a user who may read the file and not write it.
 TEST(Install, aDatabaseThatMayNotBeWrittenIsToldAtTheStart) {
     constexpr uid_t kNobody = 65534;
@@ -77,35 +56,6 @@ TEST(Install, aDatabaseThatMayNotBeWrittenIsToldAtTheStart) {
                 connection->Close();
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
     }
-}
-
-TEST_F(InstallRows, theJournalNamesTheCustomerOrSaysThatABookingWasCancelled) {
-    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kunden (lng_ID, txt_Firma, txt_Name, txt_Vorname) VALUES "
-                     u"(1, '', 'Müller', 'Ada'), (2, 'Blumen AG', NULL, NULL), (3, NULL, 'Solo', NULL)"_s);
-    ConnMain.Execute(u"INSERT INTO tbl_Verwaltung_Kuriere (lng_ID, txt_Kurzzeichen) VALUES (7, 'RE')"_s);
-    ConnMain.Execute(
-        u"INSERT INTO tbl_Auftragswesen_Bestellungen_Master (lng_TrxNr, lng_KundenID, lng_KurierID) "
-        u"VALUES (1000, 1, 7), (1001, -1, -1), (1002, 2, 7), (1003, 3, 7), (1004, 99, 7)"_s);
-    const QStringList texts = {u"Müller Ada"_s, u"STORNIERT"_s, u"Blumen AG"_s, u"Solo"_s, QString()};
-    store::Recordset rows;
-    rows.Open(u"SELECT * FROM view_Auswertungen_Buchungsjournal"_s, ConnMain);
-    for (const QString& text : texts) {
-        EXPECT_EQ(rows.Fields(u"txt_Buchungstext").text(), text);
-        EXPECT_EQ(rows.Fields(u"txt_Kurier").text(), text == u"STORNIERT"_s ? QString() : u"RE"_s);
-        rows.MoveNext();
-    }
-}
-
-TEST_F(InstallRows, aNewRowsFlagsAreFalseAndNotNothing) {
-    {
-        const store::WriteRecordset rows(RsMain, u"SELECT * FROM tbl_Verwaltung_Produkte WHERE 1 = 1;"_s,
-                                         ConnMain);
-        rows->AddNew();
-        rows->Fields(u"txt_Kurzzeichen") = u"X"_s;
-        rows->Update();
-    }
-    EXPECT_EQ(pick(u"SELECT txt_Kurzzeichen FROM tbl_Verwaltung_Produkte WHERE flag_Status = 0"_s),
-              common::Value(u"X"_s));
 }
 
 QHash<QString, QByteArray> contents(const QString& folder) {
@@ -149,19 +99,6 @@ TEST(Install, aSecondRunAddsWhatIsMissingAndTouchesNothing) {
     EXPECT_FALSE(open(folder, Database::PhoneBook)->columnsOf(u"tbl_PhoneBook"_s).empty());
 }
 
-TEST(Install, theIniFileIsForItsOwnerAlone) {
-    const QTemporaryDir folder;
-    install::installDatabases(folder.path());
-    QFile file(folder.filePath(u"tavolino.ini"_s));
-    EXPECT_EQ(file.permissions() &
-                  (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
-              QFile::Permissions());
-    const QSettings settings(file.fileName(), QSettings::IniFormat);
-    EXPECT_EQ(settings.value(u"Telefon/Leitung"_s).toString(), u"keine"_s);
-    EXPECT_EQ(settings.value(u"Inhaber/Name"_s).toString(), u"Inhaber"_s);
-    EXPECT_FALSE(install::hasOwnerPassword(folder.path()));
-}
-
 TEST(Install, theOwnersPasswordIsKeptAsAVerifierAlone) {
     const QTemporaryDir folder;
     install::installDatabases(folder.path());
@@ -169,6 +106,10 @@ TEST(Install, theOwnersPasswordIsKeptAsAVerifierAlone) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray before = file.readAll();
     file.close();
+    const QSettings settings(file.fileName(), QSettings::IniFormat);
+    EXPECT_EQ(settings.value(u"Telefon/Leitung"_s).toString(), u"keine"_s);
+    EXPECT_EQ(settings.value(u"Inhaber/Name"_s).toString(), u"Inhaber"_s);
+    EXPECT_FALSE(install::hasOwnerPassword(folder.path()));
     const auto verifier = [&] {
         return QSettings(file.fileName(), QSettings::IniFormat)
             .value(u"Inhaber/Passwort"_s)

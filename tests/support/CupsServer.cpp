@@ -17,54 +17,6 @@ namespace test {
 
 namespace {
 
-/// The PDF of the program goes to the file as it is: no filter changes it, so that its text can be read back.
-const char* const kPpd = R"PPD(*PPD-Adobe: "4.3"
-*FormatVersion: "4.3"
-*FileVersion: "1.0"
-*LanguageVersion: English
-*LanguageEncoding: ISOLatin1
-*PCFileName: "TEST.PPD"
-*Manufacturer: "Test"
-*Product: "(Test)"
-*ModelName: "Test PDF"
-*ShortNickName: "Test PDF"
-*NickName: "Test PDF printer"
-*PSVersion: "(3010) 0"
-*LanguageLevel: "3"
-*ColorDevice: True
-*DefaultColorSpace: RGB
-*FileSystem: False
-*Throughput: "1"
-*cupsVersion: 2.3
-*cupsFilter2: "application/vnd.cups-pdf application/pdf 0 -"
-*VariablePaperSize: True
-*MaxMediaWidth: "1000"
-*MaxMediaHeight: "14400"
-*CustomPageSize True: "pop pop pop"
-*ParamCustomPageSize Width: 1 points 36 1000
-*ParamCustomPageSize Height: 2 points 36 14400
-*ParamCustomPageSize WidthOffset: 3 points 0 0
-*ParamCustomPageSize HeightOffset: 4 points 0 0
-*ParamCustomPageSize Orientation: 5 int 0 3
-*HWMargins: 0 0 0 0
-*OpenUI *PageSize/Page Size: PickOne
-*DefaultPageSize: A4
-*PageSize A4/A4: ""
-*PageSize A5/A5: ""
-*CloseUI: *PageSize
-*OpenUI *PageRegion/Page Region: PickOne
-*DefaultPageRegion: A4
-*PageRegion A4/A4: ""
-*PageRegion A5/A5: ""
-*CloseUI: *PageRegion
-*DefaultImageableArea: A4
-*ImageableArea A4/A4: "12 12 583 830"
-*ImageableArea A5/A5: "12 12 408 583"
-*DefaultPaperDimension: A4
-*PaperDimension A4/A4: "595 842"
-*PaperDimension A5/A5: "420 595"
-)PPD";
-
 void writeFile(const QString& path, const QByteArray& text) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly))
@@ -112,7 +64,6 @@ void CupsServer::writeConfiguration() {
         QDir().mkpath(path(QString::fromLatin1(folder)));
     // The service starts its filters and backends as another user: they must reach the folder.
     QFile::setPermissions(m_folder.path(), QFile::Permissions::fromInt(0x7755));
-    writeFile(path(u"test.ppd"_s), kPpd);
     writeFile(path(u"etc/cupsd.conf"_s), "Listen " + path(u"socket"_s).toUtf8() + R"(
 LogLevel warn
 Browsing Off
@@ -170,7 +121,7 @@ void CupsServer::admin(const QString& name, const QStringList& arguments) {
 
 void CupsServer::addQueue(const QString& name) {
     admin(u"lpadmin"_s, {u"-p"_s, name, u"-E"_s, u"-v"_s, u"file:"_s + path(u"out/"_s + name + u".pdf"_s),
-                         u"-P"_s, path(u"test.ppd"_s)});
+                         u"-P"_s, QStringLiteral(TAVOLINO_SOURCE_DIR "/tests/support/printer.ppd")});
 }
 
 void CupsServer::pause(const QString& name) {

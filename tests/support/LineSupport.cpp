@@ -43,9 +43,11 @@ std::unique_ptr<Sipp> Sipp::caller(const QString& scenario, int port, const QStr
 
 std::unique_ptr<Sipp> Sipp::registrar(const QString& scenario, int port) {
     auto sipp = std::unique_ptr<Sipp>(new Sipp(scenario, {u"-p"_s, QString::number(port)}));
-    EXPECT_TRUE(QTest::qWaitFor([port] {
-        return !QUdpSocket().bind(QHostAddress::LocalHost, quint16(port), QUdpSocket::DontShareAddress);
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [port] {
+            return !QUdpSocket().bind(QHostAddress::LocalHost, quint16(port), QUdpSocket::DontShareAddress);
+        },
+        20000));
     return sipp;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "store/StoreGlobals.h"
-#include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace test {
@@ -36,7 +36,9 @@ class TestFirm {
     static constexpr qint64 kBruno = 2;      ///< mobile 0799999999 only
     static constexpr qint64 kClara = 3;      ///< a telephone number with blanks, so without numeric twin
 
-    /// One value of a query on the main database, as text; "" without a row.
+    /// The rows of a query, the columns divided by "|".
+    static QStringList rows(const QString& sql, store::Connection& connection = ConnMain);
+    /// The first of them, so the value where one is asked for; "" without a row.
     static QString value(const QString& sql, store::Connection& connection = ConnMain);
 
     static qint64 count(const QString& table) {

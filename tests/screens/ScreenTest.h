@@ -1,9 +1,12 @@
 #pragma once
+#include "platform/Services.h"
 #include "platform/form/DataGrid.h"
 #include "shell/MenuTree.h"
+#include "support/Keys.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
+#include "telephony/PhoneBook.h"
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -27,35 +30,62 @@ inline void PrintTo(const TestDialogs::Said& said, std::ostream* out) {
 
 using Said = QList<TestDialogs::Said>;
 
-/// A master-data screen on the small firm, worked as a person would: typed, clicked, then looked at.
-template <typename Screen> class MasterDataTest : public testing::Test {
-  protected:
-    MasterDataTest() : screen({dialogs, navigation, registry, reports, printers}) {
-        screen.show();
-        screen.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+class TestPhoneBook : public telephony::PhoneBook {
+  public:
+    using PhoneBookEntry = modVerwaltungTelefonbuch::PhoneBookEntry;
+
+    std::optional<PhoneBookEntry> FindPhoneBookEntry(const QString& number) override {
+        asked << number;
+        return entry;
     }
 
-    template <typename Widget> Widget* find(const char16_t* name) {
-        auto* found = screen.template findChild<Widget*>(QString::fromUtf16(name));
-        EXPECT_TRUE(found) << QString::fromUtf16(name).toStdString();
+    std::optional<PhoneBookEntry>
+    SearchPhoneBook(const modVerwaltungTelefonbuch::PhoneBookQuery& fields) override {
+        asked << fields.number + u'|' + fields.name + u'|' + fields.street + u'|' + fields.postcode + u'|' +
+                     fields.town;
+        return entry;
+    }
+
+    QStringList asked;
+    std::optional<PhoneBookEntry> entry;
+};
+
+/// A screen on the small firm, worked as a person would: typed, clicked, then looked at.
+template <typename Screen, typename Dialogs = TestDialogs> class ScreenTest : public testing::Test {
+  protected:
+    /// Opens the screen anew.
+    template <typename... More> void open(More&... more) {
+        screen = std::make_unique<Screen>(
+            platform::Services{dialogs, navigation, registry, reports, printers}, more...);
+        screen->show();
+        screen->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
+    }
+
+    template <typename Widget = QWidget> Widget* find(QStringView name) {
+        auto* found = screen->template findChild<Widget*>(name.toString());
+        EXPECT_TRUE(found) << name.toString().toStdString();
         return found;
     }
 
-    platform::DataGrid* grid() { return screen.template findChild<platform::DataGrid*>(); }
+    platform::DataGrid* grid() { return screen->template findChild<platform::DataGrid*>(); }
 
-    void click(const char16_t* button) {
-        ASSERT_TRUE(find<QAbstractButton>(button)->isEnabled());
-        QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
+    void click(QStringView button) {
+        ASSERT_TRUE(find(button)->isEnabled());
+        QTest::mouseClick(find(button), Qt::LeftButton);
     }
 
     /// A check box's square lies at its left.
-    void tick(const char16_t* box) {
-        QTest::mouseClick(find<QCheckBox>(box), Qt::LeftButton, {},
-                          QPoint(8, find<QCheckBox>(box)->height() / 2));
+    void tick(QStringView box) {
+        QTest::mouseClick(find(box), Qt::LeftButton, {}, QPoint(8, find(box)->height() / 2));
     }
 
     void clickRow(int row) { QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, placeOf(row)); }
+
+    void doubleClickRow(int row) {
+        clickRow(row);
+        QTest::mouseDClick(grid()->viewport(), Qt::LeftButton, {}, placeOf(row));
+    }
 
     QPoint placeOf(int row) {
         return grid()->visualRect(grid()->model()->index(row, firstShownColumn())).center();
@@ -75,17 +105,29 @@ template <typename Screen> class MasterDataTest : public testing::Test {
         ADD_FAILURE() << text.toStdString();
     }
 
-    /// Deleting the record in the mask is refused while an order refers to it, and while a pre-order does.
-    /// `table` has "%1" for the two kinds.
-    void expectKeptForOrders(const QString& table, const QString& column, const TestDialogs::Said& refusal) {
+    /// What the mask holds is not deleted while an order refers to it, nor while a pre-order does, and only
+    /// after Yes where `question` asks. `table` has "%1" for the two kinds of orders.
+    void expectDeletion(const QString& table, const QString& column, const TestDialogs::Said& refusal,
+                        const Said& question) {
         for (const char* kind : {"Bestellungen", "Vorbestellungen"}) {
             const QString orders = table.arg(QLatin1String(kind));
             ConnMain.Execute(
-                QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(orders, column).arg(screen.key()));
+                QStringLiteral("INSERT INTO %1(%2) VALUES(%3)").arg(orders, column).arg(screen->key()));
             click(u"cmdDelete");
             EXPECT_EQ(said(), Said{refusal}) << kind;
             ConnMain.Execute(QStringLiteral("DELETE FROM ") + orders);
         }
+        const int rows = grid()->rowCount();
+        for (const int answer : {platform::kAnswerNo, platform::kAnswerYes}) {
+            if (question.isEmpty() && answer == platform::kAnswerNo)
+                continue;
+            if (!question.isEmpty())
+                dialogs.answer(answer);
+            click(u"cmdDelete");
+            EXPECT_EQ(said(), question);
+            EXPECT_EQ(grid()->rowCount(), rows - (answer == platform::kAnswerYes ? 1 : 0));
+        }
+        EXPECT_EQ(screen->key(), -1);
     }
 
     int firstShownColumn() {
@@ -96,7 +138,7 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     }
 
     /// Replaces a text field's content by keyboard; what the test keyboard lacks comes as from the clipboard.
-    void enter(const char16_t* field, const QString& text) {
+    void enter(QStringView field, const QString& text) {
         auto* edit = find<QLineEdit>(field);
         edit->setFocus();
         edit->selectAll();
@@ -105,28 +147,37 @@ template <typename Screen> class MasterDataTest : public testing::Test {
             c.unicode() < 0x80 ? QTest::keyClick(edit, c.toLatin1()) : edit->insert(c);
     }
 
+    /// Puts texts into fields that are not looked at on the way.
+    void put(std::initializer_list<std::pair<QStringView, QString>> texts) {
+        for (const auto& [field, text] : texts)
+            find<QLineEdit>(field)->setText(text);
+    }
+
+    /// Types on whatever has the focus, as the keyboard does.
+    void type(const QString& text) { typeText(text); }
+
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
 
-    QString text(const char16_t* field) { return find<QLineEdit>(field)->text(); }
+    QString text(QStringView field) { return find<QLineEdit>(field)->text(); }
 
-    QString chosen(const char16_t* list) { return find<QComboBox>(list)->currentText(); }
+    QString chosen(QStringView list) { return find<QComboBox>(list)->currentText(); }
 
     /// Leads the keyboard from field to field by Enter and gives the names it passes.
-    QStringList enterWay(const char16_t* first, int steps) {
-        find<QWidget>(first)->setFocus();
+    QString enterWay(QStringView first, int steps) {
+        find(first)->setFocus();
         QStringList way{focusName()};
         for (int i = 0; i < steps; ++i) {
             press(Qt::Key_Return);
             way << focusName();
         }
-        return way;
+        return way.join(QLatin1Char(' '));
     }
 
-    void choose(const char16_t* list, const QString& entry) { find<QComboBox>(list)->setCurrentText(entry); }
+    void choose(QStringView list, const QString& entry) { find<QComboBox>(list)->setCurrentText(entry); }
 
-    bool ticked(const char16_t* box) { return find<QCheckBox>(box)->isChecked(); }
+    bool ticked(QStringView box) { return find<QCheckBox>(box)->isChecked(); }
 
     static QString focusName() {
         return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
@@ -143,6 +194,14 @@ template <typename Screen> class MasterDataTest : public testing::Test {
             lines << cells.join(QLatin1Char('|'));
         }
         return lines;
+    }
+
+    /// The hidden keys of the rows on show.
+    QString keys() {
+        QStringList all;
+        for (int row = 0; row < grid()->rowCount(); ++row)
+            all << grid()->text(row, 0);
+        return all.join(QLatin1Char(' '));
     }
 
     /// Every button and every field can be reached by a key of its own or by name. The main window's menus
@@ -163,13 +222,13 @@ template <typename Screen> class MasterDataTest : public testing::Test {
             keys[key] = widget->objectName();
             return true;
         };
-        for (const auto* label : screen.template findChildren<QLabel*>())
+        for (const auto* label : screen->template findChildren<QLabel*>())
             take(label, label->buddy() ? label->text() : QString());
-        for (const auto* button : screen.template findChildren<QAbstractButton*>())
+        for (const auto* button : screen->template findChildren<QAbstractButton*>())
             if (!button->objectName().isEmpty() && button->focusPolicy() != Qt::NoFocus) {
                 EXPECT_TRUE(take(button, button->text())) << button->objectName().toStdString();
             }
-        for (const auto* field : screen.template findChildren<QWidget*>())
+        for (const auto* field : screen->template findChildren<QWidget*>())
             if (field->objectName().contains(QLatin1Char('_')) && !qobject_cast<const QLabel*>(field) &&
                 (field->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QAbstractButton*>(field)) {
                 EXPECT_FALSE(field->accessibleName().isEmpty()) << field->objectName().toStdString();
@@ -182,12 +241,18 @@ template <typename Screen> class MasterDataTest : public testing::Test {
     static QString stored(const QString& sql) { return TestFirm::value(sql); }
 
     TestFirm firm;
-    TestDialogs dialogs;
+    Dialogs dialogs;
     TestNavigation navigation;
     TestRegistry registry;
     TestReports reports;
     TestPrinters printers;
-    Screen screen;
+    std::unique_ptr<Screen> screen;
+};
+
+/// A master-data screen that stands open.
+template <typename Screen> class MasterDataTest : public ScreenTest<Screen> {
+  protected:
+    MasterDataTest() { this->open(); }
 };
 
 } // namespace test

@@ -255,9 +255,13 @@ void frmAuftragswesenAuftragserfassung::setUpButtons() {
 }
 
 void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
-    const auto add = [this](const QKeySequence& keys, std::function<void()> action) {
+    const auto shortcutOf = [this](const QKeySequence& keys) {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        return shortcut;
+    };
+    const auto add = [&](const QKeySequence& keys, std::function<void()> action) {
+        auto* shortcut = shortcutOf(keys);
         connectGuarded(Origin::User, shortcut, &QShortcut::activated, this, std::move(action));
         return shortcut;
     };
@@ -279,8 +283,10 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     add(Qt::Key_F6, [this] { showLine(qMax(0, m_order.FirstEmptyRow())); });
     add(Qt::Key_F7, focus(m_ui->ProdukteGrid));
     add(Qt::Key_F8, focus(m_ui->ExtrasGrid));
-    add(Qt::SHIFT | Qt::Key_F11, [this] { m_ui->cmdZurueckholen->click(); });
-    add(Qt::Key_F12, [this] { m_ui->cmdSave->click(); });
+    // What a button does is guarded there: an error must not travel through the toolkit's click.
+    connect(shortcutOf(Qt::SHIFT | Qt::Key_F11), &QShortcut::activated, m_ui->cmdZurueckholen,
+            &QAbstractButton::click);
+    connect(shortcutOf(Qt::Key_F12), &QShortcut::activated, m_ui->cmdSave, &QAbstractButton::click);
     add(Qt::ALT | Qt::Key_Left, [this] { cmdPreviousTrx_Click(); });
     add(Qt::ALT | Qt::Key_Right, [this] { cmdNextTrx_Click(); });
     for (int i = 0; i < 9; ++i)

@@ -49,27 +49,25 @@ TEST(CapiMessage, CallersNumber) {
         QString caller;
     };
 
-    const Case cases[] = {
-        {QByteArray("\x21\x83"
-                    "441234567"),
-         u"441234567"_s},
-        {QByteArray("\0\x80"
-                    "0441234567",
-                    12),
-         u"0441234567"_s},
-        {QByteArray("\x21\xa3"
-                    "441234567"),
-         u""_s},                         // restricted
-        {QByteArray("\x21\xc3"), u""_s}, // not available
-        {QByteArray("\xa1"
-                    "0441234567"),
-         u"0441234567"_s},
-        {QByteArray("\x81\x81"
-                    "044"),
-         u"044"_s},
-        {QByteArray(""), u""_s},
-        {QByteArray("\x21"), u""_s},
-    };
+    const Case cases[] = {{"\x21\x83"
+                           "441234567",
+                           u"441234567"_s},
+                          {QByteArray("\0\x80"
+                                      "0441234567",
+                                      12),
+                           u"0441234567"_s},
+                          {"\x21\xa3"
+                           "441234567",
+                           u""_s},             // restricted
+                          {"\x21\xc3", u""_s}, // not available
+                          {"\xa1"
+                           "0441234567",
+                           u"0441234567"_s},
+                          {"\x81\x81"
+                           "044",
+                           u"044"_s},
+                          {"", u""_s},
+                          {"\x21", u""_s}};
     for (const auto& [field, caller] : cases) {
         const auto call = capi::callIn(connectInd(1, field));
         ASSERT_TRUE(call);

@@ -76,34 +76,23 @@ TEST_F(ReportTemplateTest, FillsColumnsOfAnyName) {
     }
 }
 
-TEST_F(ReportTemplateTest, FirstValueSkipsEmptyRows) {
+TEST_F(ReportTemplateTest, TellsItsTablesItsPaperAndTheFirstValue) {
     const ReportData gapFirst{
         {{u"T"_s, {{{u"CCy"_s, u""_s}}, {{u"CCy"_s, u"CHF"_s}}, {{u"CCy"_s, u"EUR"_s}}}}, {u"Kein"_s, {}}}};
     EXPECT_EQ(fill("{{T:erste.CCy}}|{{Kein:erste.CCy}}|{{#Kein}}x{{/Kein}}", gapFirst), u"CHF||"_s);
-}
-
-TEST_F(ReportTemplateTest, NamesTheTablesItNeeds) {
     const ReportTemplate report(
         write("<meta name=\"Fuss\" content=\"{{Z:erste.Nr}}\">{{#A}}{{#x?}}1{{/x?}}{{/A}}{{^ B }}{{/B}}"));
     EXPECT_EQ(report.sections(), (QStringList{u"A"_s, u"x?"_s, u"B"_s, u"Z"_s}));
-}
-
-TEST_F(ReportTemplateTest, ReadsPaperAndMargins) {
-    const struct {
-        const char* paper;
-        QSizeF size;
-    } cases[] = {{"A4", {210, 297}},
-                 {"A4 quer", {297, 210}},
-                 {"A5", {148, 210}},
-                 {"Rolle 80", {80, 0}},
-                 {"Rolle 58", {58, 0}}};
-
-    for (const auto& one : cases) {
-        const QByteArray text = QByteArray("<meta name=\"Seite\" content=\"") + one.paper +
+    for (const auto& [paper, size] : {std::pair{"A4", QSizeF(210, 297)},
+                                      {"A4 quer", QSizeF(297, 210)},
+                                      {"A5", QSizeF(148, 210)},
+                                      {"Rolle 80", QSizeF(80, 0)},
+                                      {"Rolle 58", QSizeF(58, 0)}}) {
+        const QByteArray text = QByteArray("<meta name=\"Seite\" content=\"") + paper +
                                 "\"><meta name=\"Rand\" content=\"1 2 3 4.5\">x";
         const platform::ReportPage page = ReportTemplate(write(text)).fill({}).page;
-        EXPECT_EQ(page.size, one.size) << one.paper;
-        EXPECT_EQ(page.margins, QMarginsF(4.5, 1, 2, 3)) << one.paper;
+        EXPECT_EQ(page.size, size) << paper;
+        EXPECT_EQ(page.margins, QMarginsF(4.5, 1, 2, 3)) << paper;
     }
 }
 

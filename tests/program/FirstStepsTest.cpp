@@ -203,16 +203,12 @@ TEST_F(FirstSteps, LeadFromAnEmptyInstallationToAPrintedOrder) {
     QStringList said;
     for (const auto& message : std::as_const(dialogs.said))
         said << message.text;
-    EXPECT_EQ(said, (QStringList{
-                        u"Diese Telefon Nummer steht in keinem Verzeichnis."_s,
-                        u"Bitte wählen Sie einen Kurier."_s,
-                        u"Bitte geben Sie ein Kurzzeichen ein."_s,
-                        u"Sie müssen zu erst mindestens eine Produkt Gruppe definieren, bevor Sie die "
-                        "Prokukte erfassen können."_s,
-                        u"Bitte wählen Sie eine Produkt Gruppe aus."_s,
-                        u"Bitte geben Sie einen Namen ein."_s,
-                        u"Wollen Sie die Bestellung drucken ?"_s,
-                    }));
+    EXPECT_EQ(
+        said.join(u'\n'),
+        u"Diese Telefon Nummer steht in keinem Verzeichnis.\nBitte wählen Sie einen Kurier.\n"
+        "Bitte geben Sie ein Kurzzeichen ein.\nSie müssen zu erst mindestens eine Produkt Gruppe definieren, "
+        "bevor Sie die Prokukte erfassen können.\nBitte wählen Sie eine Produkt Gruppe aus.\n"
+        "Bitte geben Sie einen Namen ein.\nWollen Sie die Bestellung drucken ?"_s);
     EXPECT_EQ(dialogs.unexpected, 0);
     EXPECT_TRUE(ended.isEmpty());
 }

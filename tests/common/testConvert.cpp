@@ -12,17 +12,14 @@ namespace {
 constexpr double kFirstOf2026 = 46023;
 
 TEST(Convert, parsesNumbersAndNothingElse) {
-    struct Case {
-        const char16_t* text;
-        double number;
-    };
-
-    for (const Case& c : {Case{u"0791234567", 791234567}, Case{u"  12.50 ", 12.5}, Case{u"-3", -3},
-                          Case{u"+3", 3}, Case{u"1'234'567.5", 1234567.5}, Case{u".5", 0.5}, Case{u"5.", 5},
-                          Case{u"1e3", 1000}, Case{u"2.5E-2", 0.025}}) {
-        const auto number = common::parseNumber(QString::fromUtf16(c.text));
-        ASSERT_TRUE(number.has_value()) << QString::fromUtf16(c.text).toStdString();
-        EXPECT_DOUBLE_EQ(*number, c.number);
+    const std::tuple<const char16_t*, double> cases[] = {
+        {u"0791234567", 791234567},  {u"  12.50 ", 12.5}, {u"-3", -3}, {u"+3", 3},
+        {u"1'234'567.5", 1234567.5}, {u".5", 0.5},        {u"5.", 5},  {u"1e3", 1000},
+        {u"2.5E-2", 0.025}};
+    for (const auto& [text, expected] : cases) {
+        const auto number = common::parseNumber(QString::fromUtf16(text));
+        ASSERT_TRUE(number.has_value()) << QString::fromUtf16(text).toStdString();
+        EXPECT_DOUBLE_EQ(*number, expected);
     }
     for (const char16_t* text : {u"", u" ", u"1,5", u"1.2.3", u"12a", u"Inf", u"NaN", u"0x10", u"'1", u"1'",
                                  u"1''0", u"1.0'0", u"--1", u"1 2", u"e5", u"1e", u".", u"-", u"1e999"})
@@ -40,56 +37,53 @@ TEST(Convert, numberToTextIsPlain) {
 }
 
 TEST(Convert, formatsByDecimalDigits) {
-    struct Case {
-        double number;
-        const char16_t* form;
-        const char16_t* text;
-    };
-
-    for (const Case& c : {Case{2.675, u"0.00", u"2.68"},
-                          Case{1.005, u"0.00", u"1.01"},
-                          Case{-2.675, u"0.00", u"-2.68"},
-                          Case{-0.004, u"0.00", u"0.00"},
-                          Case{0.005, u"0.00", u"0.01"},
-                          Case{9.995, u"0.00", u"10.00"},
-                          Case{999.999, u"0.00", u"1000.00"},
-                          Case{0, u"0.00", u"0.00"},
-                          Case{0.0004, u"0.00", u"0.00"},
-                          Case{1e-9, u"0.00", u"0.00"},
-                          Case{0.5, u"0", u"1"},
-                          Case{0.49, u"0", u"0"},
-                          Case{7, u"00", u"07"},
-                          Case{123, u"00", u"123"},
-                          Case{7.65, u"0.0", u"7.7"},
-                          Case{1234567.891, u"#,##0.00", u"1'234'567.89"},
-                          Case{-1234.5, u"#,0.00", u"-1'234.50"},
-                          Case{12, u"#,0.00", u"12.00"},
-                          Case{0.077, u"0.00%", u"7.70%"},
-                          Case{0, u"0.00%", u"0.00%"},
-                          Case{1.5, u"0.00 ", u"1.50 "},
-                          Case{46023.5, u"0.00000000", u"46023.50000000"},
-                          Case{12.3 + double(0.05F), u"0.00", u"12.35"}})
-        EXPECT_EQ(common::formatNumber(c.number, c.form), QString::fromUtf16(c.text)) << c.number;
+    for (const auto& [number, form, text] :
+         {std::tuple<double, const char16_t*, const char16_t*>{2.675, u"0.00", u"2.68"},
+          {1.005, u"0.00", u"1.01"},
+          {-2.675, u"0.00", u"-2.68"},
+          {-0.004, u"0.00", u"0.00"},
+          {0.005, u"0.00", u"0.01"},
+          {9.995, u"0.00", u"10.00"},
+          {999.999, u"0.00", u"1000.00"},
+          {0, u"0.00", u"0.00"},
+          {0.0004, u"0.00", u"0.00"},
+          {1e-9, u"0.00", u"0.00"},
+          {0.5, u"0", u"1"},
+          {0.49, u"0", u"0"},
+          {7, u"00", u"07"},
+          {123, u"00", u"123"},
+          {7.65, u"0.0", u"7.7"},
+          {1234567.891, u"#,##0.00", u"1'234'567.89"},
+          {-1234.5, u"#,0.00", u"-1'234.50"},
+          {12, u"#,0.00", u"12.00"},
+          {0.077, u"0.00%", u"7.70%"},
+          {0, u"0.00%", u"0.00%"},
+          {1.5, u"0.00 ", u"1.50 "},
+          {46023.5, u"0.00000000", u"46023.50000000"},
+          {12.3 + double(0.05F), u"0.00", u"12.35"}})
+        EXPECT_EQ(common::formatNumber(number, form), QString::fromUtf16(text)) << number;
 }
 
 TEST(Convert, parsesDates) {
     common::clock::set(kFirstOf2026 + 40.5);
 
-    struct Case {
-        const char16_t* text;
-        double serial;
-    };
-
-    for (const Case& c :
-         {Case{u"01/01/2026", kFirstOf2026}, Case{u"1.1.26", kFirstOf2026}, Case{u"2026-01-01", kFirstOf2026},
-          Case{u"01-Jan-2026", kFirstOf2026}, Case{u"01/MÄR/2026", kFirstOf2026 + 59},
-          Case{u"1.März.2026", kFirstOf2026 + 59}, Case{u"1/1", kFirstOf2026},
-          Case{u"01/01/2026 12:00", kFirstOf2026 + 0.5}, Case{u"01/01/2026  06:00:00", kFirstOf2026 + 0.25},
-          Case{u"18:00", 0.75}, Case{u"29/02/2028", kFirstOf2026 + 789}, Case{u"5/6/45", 16593},
-          Case{u"01/01/29", 47119}, Case{u"30/12/1899", 0}}) {
-        const auto serial = common::parseDate(QString::fromUtf16(c.text));
-        ASSERT_TRUE(serial.has_value()) << QString::fromUtf16(c.text).toStdString();
-        EXPECT_DOUBLE_EQ(*serial, c.serial) << QString::fromUtf16(c.text).toStdString();
+    for (const auto& [text, expected] : {std::tuple<const char16_t*, double>{u"01/01/2026", kFirstOf2026},
+                                         {u"1.1.26", kFirstOf2026},
+                                         {u"2026-01-01", kFirstOf2026},
+                                         {u"01-Jan-2026", kFirstOf2026},
+                                         {u"01/MÄR/2026", kFirstOf2026 + 59},
+                                         {u"1.März.2026", kFirstOf2026 + 59},
+                                         {u"1/1", kFirstOf2026},
+                                         {u"01/01/2026 12:00", kFirstOf2026 + 0.5},
+                                         {u"01/01/2026  06:00:00", kFirstOf2026 + 0.25},
+                                         {u"18:00", 0.75},
+                                         {u"29/02/2028", kFirstOf2026 + 789},
+                                         {u"5/6/45", 16593},
+                                         {u"01/01/29", 47119},
+                                         {u"30/12/1899", 0}}) {
+        const auto serial = common::parseDate(QString::fromUtf16(text));
+        ASSERT_TRUE(serial.has_value()) << QString::fromUtf16(text).toStdString();
+        EXPECT_DOUBLE_EQ(*serial, expected) << QString::fromUtf16(text).toStdString();
     }
     for (const char16_t* text :
          {u"31/02/2026", u"29/02/2026", u"25:00", u"12:60", u"abc", u"", u"1", u"1/13/2026", u"1/Mai/",

@@ -10,20 +10,21 @@ using common::Value;
 namespace {
 
 TEST(RoundRappen, roundsToFiveAfterCuttingToRappen) {
-    struct Case {
-        double amount;
-        double rounded;
-        const char16_t* text;
-    };
-
-    for (const Case& c :
-         {Case{0, 0, u"0.00"}, Case{12.379, 12.35, u"12.35"}, Case{12.38, 12.40, u"12.40"},
-          Case{12.32, 12.30, u"12.30"}, Case{12.329, 12.30, u"12.30"}, Case{12.33, 12.35, u"12.35"},
-          Case{-12.38, -12.40, u"-12.40"}, Case{1.23, 1.25, u"1.25"}, Case{9.98, 10, u"10.00"},
-          Case{0.02, 0, u"0.00"}, Case{-0.02, 0, u"0.00"}, Case{0.29, 0.30, u"0.30"}}) {
-        double amount = c.amount;
-        EXPECT_EQ(modFunctions::RoundRappen(amount), QString::fromUtf16(c.text)) << c.amount;
-        EXPECT_NEAR(amount, c.rounded, 1e-8) << c.amount;
+    for (const auto& [before, rounded, text] : {std::tuple<double, double, const char16_t*>{0, 0, u"0.00"},
+                                                {12.379, 12.35, u"12.35"},
+                                                {12.38, 12.40, u"12.40"},
+                                                {12.32, 12.30, u"12.30"},
+                                                {12.329, 12.30, u"12.30"},
+                                                {12.33, 12.35, u"12.35"},
+                                                {-12.38, -12.40, u"-12.40"},
+                                                {1.23, 1.25, u"1.25"},
+                                                {9.98, 10, u"10.00"},
+                                                {0.02, 0, u"0.00"},
+                                                {-0.02, 0, u"0.00"},
+                                                {0.29, 0.30, u"0.30"}}) {
+        double amount = before;
+        EXPECT_EQ(modFunctions::RoundRappen(amount), QString::fromUtf16(text)) << before;
+        EXPECT_NEAR(amount, rounded, 1e-8) << before;
     }
 }
 
@@ -54,20 +55,23 @@ TEST(Functions, dateWithShortYearLandsInThisCentury) {
 }
 
 TEST(Like, patterns) {
-    struct Case {
-        const char16_t* text;
-        const char16_t* pattern;
-        bool fits;
-    };
-
-    for (const Case& c :
-         {Case{u"Kasse 1", u"Kasse 1", true}, Case{u"Kasse 1", u"kasse 1", false},
-          Case{u"Kasse 1", u"Kasse *", true}, Case{u"Kasse 12", u"Kasse #", false},
-          Case{u"Kasse 1", u"Kasse #", true}, Case{u"", u"*", true}, Case{u"", u"?", false},
-          Case{u"abcbc", u"*bc", true}, Case{u"abcbcd", u"*bc", false}, Case{u"a]", u"a]", true},
-          Case{u"HP [Bar", u"HP [Bar", true}, Case{u"a-", u"a[a-]", true}, Case{u"x", u"[!x]", false},
-          Case{u"aXbXc", u"a*X?", true}, Case{u"Kasse 1", u"", false}})
-        EXPECT_EQ(common::like(c.text, c.pattern), c.fits) << QString::fromUtf16(c.pattern).toStdString();
+    for (const auto& [text, pattern, fits] :
+         {std::tuple<const char16_t*, const char16_t*, bool>{u"Kasse 1", u"Kasse 1", true},
+          {u"Kasse 1", u"kasse 1", false},
+          {u"Kasse 1", u"Kasse *", true},
+          {u"Kasse 12", u"Kasse #", false},
+          {u"Kasse 1", u"Kasse #", true},
+          {u"", u"*", true},
+          {u"", u"?", false},
+          {u"abcbc", u"*bc", true},
+          {u"abcbcd", u"*bc", false},
+          {u"a]", u"a]", true},
+          {u"HP [Bar", u"HP [Bar", true},
+          {u"a-", u"a[a-]", true},
+          {u"x", u"[!x]", false},
+          {u"aXbXc", u"a*X?", true},
+          {u"Kasse 1", u"", false}})
+        EXPECT_EQ(common::like(text, pattern), fits) << QString::fromUtf16(pattern).toStdString();
 }
 
 } // namespace

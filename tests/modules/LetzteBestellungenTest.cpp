@@ -71,23 +71,18 @@ TEST_F(LetzteBestellungen, ComeBackAsIfPickedToday) {
 TEST_F(LetzteBestellungen, WhatIsNoLongerSoldIsNamed) {
     const qint64 number = book();
 
-    struct Case {
-        const char16_t* change;
-        QStringList leftOut;
-    };
-
-    for (const Case& c :
-         {Case{u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Status = True WHERE lng_ID = 2",
-               {u"1x Käse"_s}},
-          Case{u"DELETE FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = 2", {u"1x gelöscht"_s}},
-          Case{u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 2",
-               {u"1x Pizza"_s, u"1x gelöscht"_s}},
-          Case{u"DELETE FROM tbl_Verwaltung_Produkte_Preise WHERE lng_ProduktID = 3 AND lng_Gruppe = 1",
-               {u"2x Wein"_s, u"1x Pizza"_s, u"1x gelöscht"_s}}}) {
-        ConnMain.Execute(QString::fromUtf16(c.change));
+    const std::tuple<const char16_t*, QStringList> cases[] = {
+        {u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Status = True WHERE lng_ID = 2", {u"1x Käse"_s}},
+        {u"DELETE FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = 2", {u"1x gelöscht"_s}},
+        {u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 2",
+         {u"1x Pizza"_s, u"1x gelöscht"_s}},
+        {u"DELETE FROM tbl_Verwaltung_Produkte_Preise WHERE lng_ProduktID = 3 AND lng_Gruppe = 1",
+         {u"2x Wein"_s, u"1x Pizza"_s, u"1x gelöscht"_s}}};
+    for (const auto& [change, leftOut] : cases) {
+        ConnMain.Execute(QString::fromUtf16(change));
         order.ClearBestellungMaske();
-        EXPECT_EQ(UebernehmeBestellung(order, number).nichtImAngebot, c.leftOut);
-        EXPECT_EQ(lines().size() + c.leftOut.size(), 4);
+        EXPECT_EQ(UebernehmeBestellung(order, number).nichtImAngebot, leftOut);
+        EXPECT_EQ(lines().size() + leftOut.size(), 4);
         EXPECT_EQ(lines().last(), u"12 O'Neill's 36");
     }
 }

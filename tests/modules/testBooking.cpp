@@ -153,37 +153,30 @@ TEST_F(Booking, anOrderWhoseHeadAndLinesDisagreeIsNotStored) {
 TEST_F(Booking, saveDecidesBetweenOrderAndPreOrder) {
     using enum SaveDecision;
 
-    struct Case {
-        const char16_t* lieferung;
-        const char16_t* lieferzeit;
-        int status;
-        std::optional<bool> answer;
-        SaveDecision decision;
-    };
-
     takeOrder();
-    for (const Case& c :
-         {Case{u"", u"18:30", 0, {}, KeinLieferdatum}, Case{u"15/05/2026", u"18:30", 0, {}, Bestellung},
-          Case{u"16/05/2026", u"18:30", 0, {}, Bestellung},
-          Case{u"17/05/2026", u"18:30", 0, {}, Vorbestellung},
-          Case{u"14/05/2026", u"18:30", 0, {}, LieferdatumVergangen},
-          Case{u"14/05/2026", u"23:59", 1, {}, LieferdatumVergangen},
-          Case{u"irgendwann", u"18:30", 1, {}, UngueltigesLieferdatum},
+    for (const auto& [lieferung, lieferzeit, status, answer, decision] :
+         {std::tuple<const char16_t*, const char16_t*, int, std::optional<bool>, SaveDecision>{
+              u"", u"18:30", 0, {}, KeinLieferdatum},
+          {u"15/05/2026", u"18:30", 0, {}, Bestellung},
+          {u"16/05/2026", u"18:30", 0, {}, Bestellung},
+          {u"17/05/2026", u"18:30", 0, {}, Vorbestellung},
+          {u"14/05/2026", u"18:30", 0, {}, LieferdatumVergangen},
+          {u"14/05/2026", u"23:59", 1, {}, LieferdatumVergangen},
+          {u"irgendwann", u"18:30", 1, {}, UngueltigesLieferdatum},
           // Two hours from now are the limit, and the limit itself does not ask.
-          Case{u"15/05/2026", u"20:00", 1, {}, Bestellung},
-          Case{u"15/05/2026", u"20:01", 1, {}, FrageVorbestellung},
-          Case{u"15/05/2026", u"22:00", 0, {}, Bestellung},
-          Case{u"15/05/2026", u"22:00", 1, false, Bestellung},
-          Case{u"15/05/2026", u"22:00", 1, true, Vorbestellung},
-          Case{u"16/05/2026", u"08:00", 1, {}, FrageVorbestellung},
-          Case{u"17/05/2026", u"08:00", 1, {}, FrageVorbestellung},
-          Case{u"17/05/2026", u"08:00", 1, false, Vorbestellung}}) {
-        SysVorbestellungBuchungStatus = qint16(c.status);
-        order.setDetail(Detail::Lieferung, QString::fromUtf16(c.lieferung));
-        order.setDetail(Detail::Lieferzeit, QString::fromUtf16(c.lieferzeit));
-        EXPECT_EQ(DecideSave(order, c.answer), c.decision)
-            << QString::fromUtf16(c.lieferung).toStdString() << ' '
-            << QString::fromUtf16(c.lieferzeit).toStdString();
+          {u"15/05/2026", u"20:00", 1, {}, Bestellung},
+          {u"15/05/2026", u"20:01", 1, {}, FrageVorbestellung},
+          {u"15/05/2026", u"22:00", 0, {}, Bestellung},
+          {u"15/05/2026", u"22:00", 1, false, Bestellung},
+          {u"15/05/2026", u"22:00", 1, true, Vorbestellung},
+          {u"16/05/2026", u"08:00", 1, {}, FrageVorbestellung},
+          {u"17/05/2026", u"08:00", 1, {}, FrageVorbestellung},
+          {u"17/05/2026", u"08:00", 1, false, Vorbestellung}}) {
+        SysVorbestellungBuchungStatus = qint16(status);
+        order.setDetail(Detail::Lieferung, QString::fromUtf16(lieferung));
+        order.setDetail(Detail::Lieferzeit, QString::fromUtf16(lieferzeit));
+        EXPECT_EQ(DecideSave(order, answer), decision) << QString::fromUtf16(lieferung).toStdString() << ' '
+                                                       << QString::fromUtf16(lieferzeit).toStdString();
     }
     // A pre-order needs no courier, an order does.
     order.setDetail(Detail::Kurier, QString());
@@ -200,30 +193,22 @@ TEST_F(Booking, changeReachesTheComingNumberAndDeleteDoesNot) {
     book();
     takeOrder();
 
-    struct Case {
-        int number;
-        bool update, erase;
-    };
-
-    for (const Case& c : {Case{1000, true, true}, Case{1001, true, false}, Case{1002, false, false}}) {
-        order.setDetail(Detail::AuftragsNr, c.number);
-        EXPECT_EQ(MayUpdate(order), c.update) << c.number;
-        EXPECT_EQ(MayDelete(order), c.erase) << c.number;
+    for (const auto& [number, update, erase] :
+         {std::tuple<int, bool, bool>{1000, true, true}, {1001, true, false}, {1002, false, false}}) {
+        order.setDetail(Detail::AuftragsNr, number);
+        EXPECT_EQ(MayUpdate(order), update) << number;
+        EXPECT_EQ(MayDelete(order), erase) << number;
     }
 
-    struct Right {
-        int login, restricted, administrator;
-        bool may;
-    };
-
     order.setDetail(Detail::AuftragsNr, 1000);
-    for (const Right& r :
-         {Right{1, 1, 0, false}, Right{0, 1, 0, true}, Right{1, 0, 0, true}, Right{1, 1, -1, true}}) {
-        SysAnmeldungBenutzer = r.login;
-        SysEditierungBestellungen = r.restricted;
-        UserAdministrator = qint16(r.administrator);
-        EXPECT_EQ(MayUpdate(order), r.may);
-        EXPECT_EQ(MayDelete(order), r.may);
+    const std::tuple<int, int, int, bool> cases[] = {
+        {1, 1, 0, false}, {0, 1, 0, true}, {1, 0, 0, true}, {1, 1, -1, true}};
+    for (const auto& [login, restricted, administrator, may] : cases) {
+        SysAnmeldungBenutzer = login;
+        SysEditierungBestellungen = restricted;
+        UserAdministrator = qint16(administrator);
+        EXPECT_EQ(MayUpdate(order), may);
+        EXPECT_EQ(MayDelete(order), may);
     }
     UserAdministrator = 0;
     order.setDetail(Detail::KundenNr, QString());

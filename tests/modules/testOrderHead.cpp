@@ -57,24 +57,23 @@ TEST_F(OrderHead, searchAndCallFillTheHead) {
 }
 
 TEST_F(OrderHead, deliveryCellsRefuseWhatIsNoDate) {
-    struct Case {
-        orders::DetailCell cell;
-        const char16_t* typed;
-        const char16_t* shown;
-    };
-
     callAnna();
-    for (const Case& c :
-         {Case{Detail::Lieferzeit, u"19:15", u"19:15"}, Case{Detail::Lieferzeit, u"25:00", u"19:15"},
-          Case{Detail::Lieferzeit, u"2400", u"19:15"}, Case{Detail::Lieferzeit, u"1860", u"19:15"},
-          Case{Detail::Lieferzeit, u"18", u"19:15"}, Case{Detail::Lieferzeit, u"", u"19:15"},
-          Case{Detail::Lieferzeit, u"1830", u"18:30"}, Case{Detail::Lieferzeit, u"18.10", u"18:10"},
-          Case{Detail::Lieferzeit, u"715", u"07:15"}, Case{Detail::Lieferung, u"1.6.26", u"01/06/2026"},
-          Case{Detail::Lieferung, u"31/02/2026", u"01/06/2026"},
-          Case{Detail::Konditionen, u"30 Tage, '%'", u"30 Tage, '%'"}}) {
-        const QString before = order.detail(c.cell);
-        EXPECT_EQ(type(c.cell, c.typed), before != c.shown) << QString::fromUtf16(c.typed).toStdString();
-        EXPECT_EQ(order.detail(c.cell), c.shown);
+    for (const auto& [cell, typed, shown] : {std::tuple<orders::DetailCell, const char16_t*, const char16_t*>{
+                                                 Detail::Lieferzeit, u"19:15", u"19:15"},
+                                             {Detail::Lieferzeit, u"25:00", u"19:15"},
+                                             {Detail::Lieferzeit, u"2400", u"19:15"},
+                                             {Detail::Lieferzeit, u"1860", u"19:15"},
+                                             {Detail::Lieferzeit, u"18", u"19:15"},
+                                             {Detail::Lieferzeit, u"", u"19:15"},
+                                             {Detail::Lieferzeit, u"1830", u"18:30"},
+                                             {Detail::Lieferzeit, u"18.10", u"18:10"},
+                                             {Detail::Lieferzeit, u"715", u"07:15"},
+                                             {Detail::Lieferung, u"1.6.26", u"01/06/2026"},
+                                             {Detail::Lieferung, u"31/02/2026", u"01/06/2026"},
+                                             {Detail::Konditionen, u"30 Tage, '%'", u"30 Tage, '%'"}}) {
+        const QString before = order.detail(cell);
+        EXPECT_EQ(type(cell, typed), before != shown) << QString::fromUtf16(typed).toStdString();
+        EXPECT_EQ(order.detail(cell), shown);
     }
 }
 

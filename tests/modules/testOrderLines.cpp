@@ -82,25 +82,25 @@ TEST_F(OrderLines, aProductTakesItsExtrasAlong) {
 }
 
 TEST_F(OrderLines, keyedTextsFindTheirArticle) {
-    struct Case {
-        int col;
-        const char16_t* typed;
-        const char16_t* found;
-    };
-
-    for (const Case& c :
-         {Case{Col::Kurzzeichen, u"1", u"Pizza"}, Case{Col::Kurzzeichen, u"10", u"Pizza Hawaii"},
-          Case{Col::Kurzzeichen, u"w", u"Wein"}, Case{Col::Kurzzeichen, u"O'", u"O'Neill's"},
-          Case{Col::Kurzzeichen, u"O'N5%", u"O'Neill's"}, Case{Col::Bezeichnung, u"pizza", u"Pizza"},
-          Case{Col::Bezeichnung, u"Pizza H", u"Pizza Hawaii"},
-          Case{Col::Bezeichnung, u"O'Neill's", u"O'Neill's"}, Case{Col::Kurzzeichen, u"ZZ", u""},
-          Case{Col::Kurzzeichen, u"", u""}, Case{Col::Kurzzeichen, u"'; DELETE", u""},
+    for (const auto& [col, typed, found] :
+         {std::tuple<int, const char16_t*, const char16_t*>{Col::Kurzzeichen, u"1", u"Pizza"},
+          {Col::Kurzzeichen, u"10", u"Pizza Hawaii"},
+          {Col::Kurzzeichen, u"w", u"Wein"},
+          {Col::Kurzzeichen, u"O'", u"O'Neill's"},
+          {Col::Kurzzeichen, u"O'N5%", u"O'Neill's"},
+          {Col::Bezeichnung, u"pizza", u"Pizza"},
+          {Col::Bezeichnung, u"Pizza H", u"Pizza Hawaii"},
+          {Col::Bezeichnung, u"O'Neill's", u"O'Neill's"},
+          {Col::Kurzzeichen, u"ZZ", u""},
+          {Col::Kurzzeichen, u"", u""},
+          {Col::Kurzzeichen, u"'; DELETE", u""},
           // An extra's name needs a line above, and a short code never finds one.
-          Case{Col::Kurzzeichen, u"Knoblauch", u""}, Case{Col::Bezeichnung, u"Knob", u"Knob"}}) {
+          {Col::Kurzzeichen, u"Knoblauch", u""},
+          {Col::Bezeichnung, u"Knob", u"Knob"}}) {
         order.ClearBestellungMaske();
-        EXPECT_TRUE(type(0, c.col, c.typed));
-        EXPECT_EQ(text(0, Col::Bezeichnung), QString::fromUtf16(c.found))
-            << QString::fromUtf16(c.typed).toStdString();
+        EXPECT_TRUE(type(0, col, typed));
+        EXPECT_EQ(text(0, Col::Bezeichnung), QString::fromUtf16(found))
+            << QString::fromUtf16(typed).toStdString();
         EXPECT_EQ(order.suche, SucheModus::Keyed);
     }
     EXPECT_EQ(text(0, Col::Ccy), u"");
@@ -156,23 +156,17 @@ TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
 }
 
 TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
-    struct Case {
-        int col;
-        const char16_t* typed;
-        bool taken;
-    };
-
-    for (const Case& c :
-         {Case{Col::Anzahl, u"1e308", false}, Case{Col::Anzahl, u"100001", false},
-          Case{Col::Anzahl, u"1e-9", false}, Case{Col::Anzahl, u"90000", false},
-          Case{Col::Anzahl, u"-2", true}, Case{Col::Anzahl, u"0.5", true},
-          Case{Col::Preis, u"1000000.05", false}, Case{Col::Preis, u"1000000", true},
-          Case{Col::Preis, u"-1e300", false}, Case{Col::Rabatt, u"1e300", false},
-          Case{Col::MWSt, u"-100", false}, Case{Col::MWSt, u"100.5", false}, Case{Col::MWSt, u"100", true}}) {
+    const std::tuple<int, const char16_t*, bool> cases[] = {
+        {Col::Anzahl, u"1e308", false},     {Col::Anzahl, u"100001", false}, {Col::Anzahl, u"1e-9", false},
+        {Col::Anzahl, u"90000", false},     {Col::Anzahl, u"-2", true},      {Col::Anzahl, u"0.5", true},
+        {Col::Preis, u"1000000.05", false}, {Col::Preis, u"1000000", true},  {Col::Preis, u"-1e300", false},
+        {Col::Rabatt, u"1e300", false},     {Col::MWSt, u"-100", false},     {Col::MWSt, u"100.5", false},
+        {Col::MWSt, u"100", true}};
+    for (const auto& [col, typed, taken] : cases) {
         order.ClearBestellungMaske();
         pickWein();
-        EXPECT_EQ(type(0, c.col, c.typed), c.taken) << QString::fromUtf16(c.typed).toStdString();
-        if (!c.taken) {
+        EXPECT_EQ(type(0, col, typed), taken) << QString::fromUtf16(typed).toStdString();
+        if (!taken) {
             EXPECT_DOUBLE_EQ(total(), 12);
             EXPECT_EQ(number(0, Col::Anzahl), 1);
         }

@@ -75,31 +75,27 @@ TEST_F(Slip, gapsAndEmptyOrders) {
 }
 
 TEST_F(Slip, copiesAndPrinters) {
-    struct Case {
-        int status1, status2, copies1, copies2;
-        const char16_t* name1;
-        const char16_t* name2;
-        const char16_t* printed;
-    };
-
-    for (const Case& c :
-         {Case{1, 0, 1, 1, u"Kasse", u"Küche", u"Kasse"},
-          Case{1, 1, 2, 1, u"Kasse", u"Küche", u"Kasse,Kasse,Küche"},
+    for (const auto& [status1, status2, copies1, copies2, name1, name2, expected] :
+         {std::tuple<int, int, int, int, const char16_t*, const char16_t*, const char16_t*>{
+              1, 0, 1, 1, u"Kasse", u"Küche", u"Kasse"},
+          {1, 1, 2, 1, u"Kasse", u"Küche", u"Kasse,Kasse,Küche"},
           // The switches are counted: the second one alone prints on the first printer.
-          Case{0, 1, 1, 3, u"Kasse", u"Küche", u"Kasse"}, Case{0, 0, 1, 1, u"Kasse", u"Küche", u""},
-          Case{1, 1, 0, 1, u"Kasse", u"Küche", u"Küche"},
+          {0, 1, 1, 3, u"Kasse", u"Küche", u"Kasse"},
+          {0, 0, 1, 1, u"Kasse", u"Küche", u""},
+          {1, 1, 0, 1, u"Kasse", u"Küche", u"Küche"},
           // A name is a pattern; one that fits nothing leaves the printer as it is.
-          Case{1, 0, 1, 1, u"K*", u"", u"Kasse"}, Case{1, 0, 1, 1, u"Lager", u"", u"Büro"},
-          Case{1, 1, 1, 1, u"Kasse", u"", u"Kasse,Kasse"}}) {
-        SysPrinter1Status = qint16(c.status1);
-        SysPrinter2Status = qint16(c.status2);
-        SysPrinter1Copies = c.copies1;
-        SysPrinter2Copies = c.copies2;
-        SysPrinter1Name = QString::fromUtf16(c.name1);
-        SysPrinter2Name = QString::fromUtf16(c.name2);
+          {1, 0, 1, 1, u"K*", u"", u"Kasse"},
+          {1, 0, 1, 1, u"Lager", u"", u"Büro"},
+          {1, 1, 1, 1, u"Kasse", u"", u"Kasse,Kasse"}}) {
+        SysPrinter1Status = qint16(status1);
+        SysPrinter2Status = qint16(status2);
+        SysPrinter1Copies = copies1;
+        SysPrinter2Copies = copies2;
+        SysPrinter1Name = QString::fromUtf16(name1);
+        SysPrinter2Name = QString::fromUtf16(name2);
         reports.runs.clear();
         print();
-        EXPECT_EQ(printed().join(QLatin1Char(',')), QString::fromUtf16(c.printed));
+        EXPECT_EQ(printed().join(u','), QString::fromUtf16(expected));
     }
 }
 

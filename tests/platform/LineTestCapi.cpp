@@ -44,30 +44,25 @@ QByteArray connectInd(quint16 application, const QByteArray& caller, quint32 plc
 } // namespace
 
 TEST(CapiMessage, CallersNumber) {
-    struct Case {
-        QByteArray field;
-        QString caller;
-    };
-
-    const Case cases[] = {{"\x21\x83"
-                           "441234567",
-                           u"441234567"_s},
-                          {QByteArray("\0\x80"
-                                      "0441234567",
-                                      12),
-                           u"0441234567"_s},
-                          {"\x21\xa3"
-                           "441234567",
-                           u""_s},             // restricted
-                          {"\x21\xc3", u""_s}, // not available
-                          {"\xa1"
-                           "0441234567",
-                           u"0441234567"_s},
-                          {"\x81\x81"
-                           "044",
-                           u"044"_s},
-                          {"", u""_s},
-                          {"\x21", u""_s}};
+    const std::tuple<QByteArray, QString> cases[] = {{"\x21\x83"
+                                                      "441234567",
+                                                      u"441234567"_s},
+                                                     {QByteArray("\0\x80"
+                                                                 "0441234567",
+                                                                 12),
+                                                      u"0441234567"_s},
+                                                     {"\x21\xa3"
+                                                      "441234567",
+                                                      u""_s},             // restricted
+                                                     {"\x21\xc3", u""_s}, // not available
+                                                     {"\xa1"
+                                                      "0441234567",
+                                                      u"0441234567"_s},
+                                                     {"\x81\x81"
+                                                      "044",
+                                                      u"044"_s},
+                                                     {"", u""_s},
+                                                     {"\x21", u""_s}};
     for (const auto& [field, caller] : cases) {
         const auto call = capi::callIn(connectInd(1, field));
         ASSERT_TRUE(call);

@@ -5,12 +5,7 @@ using namespace platform;
 using namespace Qt::StringLiterals;
 
 TEST(SipIdentity, UserPartIsTheNumberAsDelivered) {
-    struct Case {
-        QByteArray uri;
-        QString number;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArray, QString> cases[] = {
         {"sip:0441234567@192.168.1.1", u"0441234567"_s},
         {"SIP:+41441234567@pbx:5060;transport=udp?x=y", u"+41441234567"_s},
         {"sips:%2B41441234567@pbx", u"+41441234567"_s},
@@ -38,12 +33,7 @@ TEST(SipIdentity, UserPartIsTheNumberAsDelivered) {
 }
 
 TEST(SipIdentity, AddressesMindQuotesAndBrackets) {
-    struct Case {
-        QByteArray header;
-        QByteArrayList uris;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArray, QByteArrayList> cases[] = {
         {"<sip:1@a>", {"sip:1@a"}},
         {"sip:1@a;x=y", {"sip:1@a"}},
         {"\"Meier, \\\"Hans\\\" <b>\" <sip:1@a>;p=\",\" , <tel:2>", {"sip:1@a", "tel:2"}},
@@ -59,13 +49,7 @@ TEST(SipIdentity, AddressesMindQuotesAndBrackets) {
 }
 
 TEST(SipIdentity, AssertedIdentityWinsUnlessSuppressed) {
-    struct Case {
-        QByteArrayList asserted;
-        QByteArray privacy;
-        QString caller;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArrayList, QByteArray, QString> cases[] = {
         {{}, "", u"620"_s},
         {{"<sip:1@a>"}, "", u"1"_s},
         {{"<sip:pbx>, <tel:2>"}, "none", u"2"_s},

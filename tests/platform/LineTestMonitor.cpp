@@ -12,12 +12,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 TEST(CallMonitorReader, PicksTheIncomingCalls) {
-    struct Case {
-        QByteArray stream;
-        QStringList callers;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArray, QStringList> cases[] = {
         {"16.07.26 18:01:02;RING;0;0441234567;620;SIP0;\r\n", {u"0441234567"_s}},
         {"16.07.26 18:01:02;RING;0;+41791234567;620;SIP0;\n16.07.26 18:01:03;RING;1;044;620;SIP0;\n",
          {u"+41791234567"_s, u"044"_s}},

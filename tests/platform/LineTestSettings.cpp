@@ -51,17 +51,11 @@ TEST(LineSettings, ReadsTheWholeSection) {
 }
 
 TEST(LineSettings, RegistrarMayHoldAPort) {
-    struct Case {
-        QByteArray text;
-        QString host;
-        int port;
-    };
-
-    const Case cases[] = {{"10.0.0.1", u"10.0.0.1"_s, 5060},
-                          {"[2001:db8::1]:5061", u"2001:db8::1"_s, 5061},
-                          {"2001:db8::1", u"2001:db8::1"_s, 5060},
-                          {"pbx:99999", u"pbx"_s, 0},
-                          {"", u""_s, 5060}};
+    const std::tuple<QByteArray, QString, int> cases[] = {{"10.0.0.1", u"10.0.0.1"_s, 5060},
+                                                          {"[2001:db8::1]:5061", u"2001:db8::1"_s, 5061},
+                                                          {"2001:db8::1", u"2001:db8::1"_s, 5060},
+                                                          {"pbx:99999", u"pbx"_s, 0},
+                                                          {"", u""_s, 5060}};
     for (const auto& [text, host, port] : cases) {
         const auto sip = settingsFrom("SipRegistrar=" + text + "\n").sip;
         EXPECT_EQ(sip.registrar, host) << text.toStdString();
@@ -70,12 +64,7 @@ TEST(LineSettings, RegistrarMayHoldAPort) {
 }
 
 TEST(LineSettings, ALineThatCannotBeTellsWhy) {
-    struct Case {
-        QByteArray section;
-        QString sentence;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArray, QString> cases[] = {
         {"Leitung=ISDN\n", u"Die Telefonleitung \"ISDN\" in tavolino.ini ist unbekannt."_s},
         {"Leitung=monitor\n",
          u"Für den Anrufmonitor ist in tavolino.ini kein Router oder ein ungültiger Port angegeben."_s},
@@ -91,12 +80,7 @@ TEST(LineSettings, WhatIsWrongWithTheFileIsTold) {
     EXPECT_EQ(settingsFrom("Leitung=keine\nLandesvorwahl=\n").countryCode, u""_s);
     EXPECT_EQ(settingsFrom("Leitung=keine\n").countryCode, u"41"_s);
 
-    struct Case {
-        QByteArray section, head;
-        QString problem;
-    };
-
-    const Case cases[] = {
+    const std::tuple<QByteArray, QByteArray, QString> cases[] = {
         {"Leitung=keine\n", "[Telefon]\n", u""_s},
         {"", "", u"[Telefon]"_s},
         {"Leitung=sip\n", "[telefon\n", u"beschädigt"_s},

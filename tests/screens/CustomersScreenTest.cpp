@@ -77,24 +77,21 @@ TEST_F(CustomersScreenTest, AddsACustomerByKeyboardAlone) {
 }
 
 TEST_F(CustomersScreenTest, RefusesInTheGivenOrder) {
-    struct Case {
-        QString name, telefon, natel, message;
-    };
-
-    for (const Case& c :
-         {Case{u"  "_s, u"x"_s, u"y"_s, u"Bitte geben Sie einen Namen ein."_s},
-          Case{u"A"_s, u" "_s, u" "_s, u"Bitte geben entweder eine Telefonnummer oder Natelnummer ein."_s},
-          Case{u"A"_s, u"12a"_s, u"y"_s, u"Bitte geben eine gültige Telefonnummer ein."_s},
-          Case{u"A"_s, u"12"_s, u"1,5"_s, u"Bitte geben eine gültige Natelnummer ein."_s}}) {
-        put({{u"txt_Name", c.name}});
-        for (const auto& [field, pasted] : {std::pair{u"txt_Telefon", c.telefon}, {u"txt_Natel", c.natel}}) {
+    for (const auto& [name, telefon, natel, message] :
+         {std::tuple<QString, QString, QString, QString>{u"  "_s, u"x"_s, u"y"_s,
+                                                         u"Bitte geben Sie einen Namen ein."_s},
+          {u"A"_s, u" "_s, u" "_s, u"Bitte geben entweder eine Telefonnummer oder Natelnummer ein."_s},
+          {u"A"_s, u"12a"_s, u"y"_s, u"Bitte geben eine gültige Telefonnummer ein."_s},
+          {u"A"_s, u"12"_s, u"1,5"_s, u"Bitte geben eine gültige Natelnummer ein."_s}}) {
+        put({{u"txt_Name", name}});
+        for (const auto& [field, pasted] : {std::pair{u"txt_Telefon", telefon}, {u"txt_Natel", natel}}) {
             put({{field, {}}});
             find(field)->setFocus();
             QApplication::clipboard()->setText(pasted);
             press(Qt::Key_V, Qt::ControlModifier);
         }
         click(u"cmdSave");
-        EXPECT_EQ(said(), (Said{{c.message, 0, u"Fehlende Eingabe"_s}}));
+        EXPECT_EQ(said(), (Said{{message, 0, u"Fehlende Eingabe"_s}}));
     }
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Kunden"_s), 3);
 }

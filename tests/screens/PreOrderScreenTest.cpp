@@ -181,30 +181,6 @@ TEST_F(PreOrderAlarmTest, ReachesAMinimisedWindowAndTellsWhoseItIs) {
     EXPECT_EQ(alarm()->findChild<QLabel*>(u"lbl_Kunde"_s)->text(), u"Bau AG, Meier Anna"_s);
 }
 
-TEST_F(PreOrderAlarmTest, LeadsOverTheListToTheOrder) {
-    startWithDuePreOrder();
-    EXPECT_TRUE(app->mainWindow().menuAction(u"mnAuftragswesenVorbestellungen"_s)->isEnabled());
-    EXPECT_TRUE(find<QToolButton>("ToolBarVorbestellung")->isEnabled());
-    tick();
-    ASSERT_TRUE(alarm());
-    QTest::mouseClick(alarm()->findChild<QPushButton*>(u"txt_AuftragsNr"_s), Qt::LeftButton);
-    EXPECT_FALSE(alarm());
-    auto* grid = find<DataGrid>("VorbestellungGrid");
-    ASSERT_TRUE(grid);
-    ASSERT_EQ(grid->rowCount(), 1);
-    EXPECT_EQ(QApplication::focusWidget(), grid);
-    QTest::keyClick(grid, Qt::Key_Return);
-    auto* orders = dynamic_cast<frmAuftragswesenAuftragserfassung*>(
-        app->mainWindow().screens().open(u"frmAuftragswesenAuftragserfassung"_s));
-    ASSERT_TRUE(orders);
-    EXPECT_EQ(orders->order().lng_KundenID, 7);
-    EXPECT_EQ(orders->order().detail(orders::Detail::Konditionen), u"Rechnung"_s);
-    EXPECT_EQ(orders->order().detail(orders::Detail::Lieferung), u"15/05/2026"_s);
-    EXPECT_TRUE(orders->isAncestorOf(QApplication::focusWidget()));
-    EXPECT_TRUE(ended.isEmpty());
-    EXPECT_TRUE(dialogs.said.isEmpty());
-}
-
 TEST_F(PreOrderAlarmTest, SwitchedOffTheTimerDoesNothing) {
     startWithDuePreOrder();
     SysVorbestellungAutomatischStatus = 0;

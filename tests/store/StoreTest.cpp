@@ -205,12 +205,7 @@ TEST_F(StoreTest, StatementsOfOneShapeKeepTheirOwnValues) {
     add(u"A'b"_s, -3, true, 2);
     add(u"Tab"_s, 300, false, 3);
 
-    struct Case {
-        const char16_t* condition;
-        QStringList names;
-    };
-
-    const Case cases[] = {
+    const std::tuple<const char16_t*, QStringList> cases[] = {
         {u"WHERE txt_Name LIKE 'ab'", {u"Ab"_s}},
         {u"WHERE txt_Name LIKE 'ab%'", {u"Ab"_s, u"Abend"_s}},
         {u"WHERE txt_Name LIKE 'ab_nd'", {u"Abend"_s}},
@@ -235,9 +230,9 @@ TEST_F(StoreTest, StatementsOfOneShapeKeepTheirOwnValues) {
         {u"ORDER BY lng_ID LIMIT 2", {u"Ab"_s, u"Abend"_s}},
     };
     for (int round = 0; round < 2; ++round)
-        for (const Case& c : cases)
-            EXPECT_EQ(names(QString::fromUtf16(c.condition)), c.names)
-                << QString::fromUtf16(c.condition).toStdString();
+        for (const auto& [condition, found] : cases)
+            EXPECT_EQ(names(QString::fromUtf16(condition)), found)
+                << QString::fromUtf16(condition).toStdString();
 }
 
 TEST_F(StoreTest, YesNoColumnsMatchTrueAndNumbers) {
@@ -260,21 +255,17 @@ TEST_F(StoreTest, TopKeepsTies) {
     for (const char16_t* name : {u"a", u"b", u"c", u"d"})
         add(QString::fromUtf16(name), 0, false, rank++ / 2);
 
-    struct Case {
-        const char16_t* sql;
-        int rows;
-    };
-
-    const Case cases[] = {{u"SELECT TOP 1 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC", 1},
-                          {u"SELECT TOP 2 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC ;", 3},
-                          {u"SELECT TOP 2 lng_Rang AS R FROM tbl_Dinge ORDER BY lng_Rang DESC", 3},
-                          {u"SELECT TOP 2 txt_Name FROM tbl_Dinge", 2},
-                          {u"SELECT TOP 100 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name DESC", 4},
-                          {u"SELECT TOP 2 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name", 2}};
-    for (const Case& c : cases) {
+    const std::tuple<const char16_t*, int> cases[] = {
+        {u"SELECT TOP 1 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC", 1},
+        {u"SELECT TOP 2 txt_Name FROM tbl_Dinge ORDER BY lng_Rang ASC ;", 3},
+        {u"SELECT TOP 2 lng_Rang AS R FROM tbl_Dinge ORDER BY lng_Rang DESC", 3},
+        {u"SELECT TOP 2 txt_Name FROM tbl_Dinge", 2},
+        {u"SELECT TOP 100 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name DESC", 4},
+        {u"SELECT TOP 2 * FROM tbl_Dinge ORDER BY lng_Rang, txt_Name", 2}};
+    for (const auto& [sql, count] : cases) {
         Recordset rows;
-        rows.Open(QString::fromUtf16(c.sql), connection, store::adOpenStatic, store::adLockReadOnly);
-        EXPECT_EQ(rows.RecordCount(), c.rows) << QString::fromUtf16(c.sql).toStdString();
+        rows.Open(QString::fromUtf16(sql), connection, store::adOpenStatic, store::adLockReadOnly);
+        EXPECT_EQ(rows.RecordCount(), count) << QString::fromUtf16(sql).toStdString();
         EXPECT_LE(rows.Columns().size(), 8u) << "no helper column shows";
     }
 }

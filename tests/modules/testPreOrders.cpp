@@ -83,6 +83,8 @@ TEST_F(PreOrders, DeletingLeavesNothingButTheOthers) {
     DeleteVorbestellung(number);
     EXPECT_EQ(TestFirm::count(kHeads), 1);
     EXPECT_EQ(TestFirm::count(kLines), 3);
+    ::store::CloseDatabases();
+    ::store::OpenDatabases();
     EXPECT_GT(store(), number) << "a number given to the staff is never used again";
     OpenVorbestellung(order, number);
     EXPECT_EQ(order.detail(Detail::KundenNr), u"");

@@ -106,11 +106,7 @@ TEST_F(ReportPrintingTest, EachSlipCarriesTheWholeOrderOnItsPaper) {
 }
 
 TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
-    const struct {
-        QString name;
-        const char* says;
-        std::function<void()> mend;
-    } cases[] = {
+    const std::tuple<QString, const char*, std::function<void()>> cases[] = {
         {u"Pause"_s, "ist angehalten", [this] { m_server.resume(u"Pause"_s); }},
         {u"Ablehnend"_s, "nimmt keine Aufträge an", [this] { m_server.accept(u"Ablehnend"_s); }},
         {u"Fehlend"_s, "ist nicht vorhanden", [this] { m_server.addQueue(u"Fehlend"_s); }},
@@ -120,20 +116,19 @@ TEST_F(ReportPrintingTest, UnreadyPrinterAsksAndTriesAgain) {
     m_server.pause(u"Pause"_s);
     m_server.addQueue(u"Ablehnend"_s);
     m_server.reject(u"Ablehnend"_s);
-    for (const auto& one : cases) {
+    for (const auto& [name, says, mend] : cases) {
         m_dialogs.said.clear();
         m_dialogs.answer(platform::kAnswerRetry);
-        m_dialogs.answer(platform::kAnswerRetry, one.mend);
-        print(one.name);
-        ASSERT_EQ(m_dialogs.said.size(), 2) << one.name.toStdString();
+        m_dialogs.answer(platform::kAnswerRetry, mend);
+        print(name);
+        ASSERT_EQ(m_dialogs.said.size(), 2) << name.toStdString();
         const auto said = m_dialogs.last();
-        EXPECT_TRUE(
-            said.text.contains(u"Der Drucker \"%1\" %2."_s.arg(one.name, QString::fromUtf8(one.says))))
+        EXPECT_TRUE(said.text.contains(u"Der Drucker \"%1\" %2."_s.arg(name, QString::fromUtf8(says))))
             << said.text.toStdString();
         EXPECT_TRUE(said.text.contains(u"So steht es um den Auftrag."_s));
         EXPECT_EQ(said.style, platform::kRetryCancel + platform::kStop);
         EXPECT_EQ(said.title, u"Auftragsschein"_s);
-        EXPECT_FALSE(m_server.waitForPdf(one.name).isEmpty()) << one.name.toStdString();
+        EXPECT_FALSE(m_server.waitForPdf(name).isEmpty()) << name.toStdString();
     }
     EXPECT_EQ(m_server.finishedJobs(u"Haupt"_s), 0) << "the default printer stepped in";
 }

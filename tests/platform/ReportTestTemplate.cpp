@@ -51,10 +51,7 @@ const ReportData& oneLine() {
 } // namespace
 
 TEST_F(ReportTemplateTest, FillsColumnsOfAnyName) {
-    const struct {
-        const char* tag;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*> cases[] = {
         {"{{Preis/Stk}}", "16.50"},
         {"{{PreisOhneMWSt/Total}}", "32.16"},
         {"{{MWSt-Nr}}", "CHE-1"},
@@ -70,9 +67,9 @@ TEST_F(ReportTemplateTest, FillsColumnsOfAnyName) {
         {"{{Adresse}}", "Eins<br>Zwei<br>Drei<br>Vier"},
     };
 
-    for (const auto& one : cases) {
-        const QByteArray text = QByteArray("{{#T}}") + one.tag + "{{/T}}";
-        EXPECT_EQ(fill(text, oneLine()).toStdString(), one.expected) << one.tag;
+    for (const auto& [tag, expected] : cases) {
+        const QByteArray text = QByteArray("{{#T}}") + tag + "{{/T}}";
+        EXPECT_EQ(fill(text, oneLine()).toStdString(), expected) << tag;
     }
 }
 
@@ -97,10 +94,7 @@ TEST_F(ReportTemplateTest, TellsItsTablesItsPaperAndTheFirstValue) {
 }
 
 TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
-    const struct {
-        QByteArray text;
-        const char* partOfSentence;
-    } cases[] = {
+    const std::tuple<QByteArray, const char*> cases[] = {
         {"", "ist nicht verwendbar: sie ist leer"},
         {"{{#T}}offen", "Platzhalter sind fehlerhaft"},
         {"{{#T}}{{/U}}", "Platzhalter sind fehlerhaft"},
@@ -116,12 +110,12 @@ TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
          "keinen Platz"},
     };
 
-    for (const auto& one : cases) {
+    for (const auto& [text, partOfSentence] : cases) {
         try {
-            ReportTemplate(write(one.text)).fill(oneLine());
-            ADD_FAILURE() << "accepted: " << one.text.left(40).toStdString();
+            ReportTemplate(write(text)).fill(oneLine());
+            ADD_FAILURE() << "accepted: " << text.left(40).toStdString();
         } catch (const common::RunTimeError& error) {
-            EXPECT_TRUE(error.sentence().contains(QString::fromUtf8(one.partOfSentence)))
+            EXPECT_TRUE(error.sentence().contains(QString::fromUtf8(partOfSentence)))
                 << error.sentence().toStdString();
             EXPECT_TRUE(error.sentence().contains(u"rep_test.rpt"_s));
         }
@@ -143,20 +137,18 @@ TEST_F(ReportTemplateTest, ReadsNoFileOutsideItsFolder) {
     const QString up = u"../"_s + QFileInfo(outside.path()).fileName() + u"/bild.png"_s;
     const QString picture = u"<img src=\"%1\">"_s;
 
-    const struct {
-        QString names;
-        bool shown;
-    } cases[] = {{picture.arg(u"bild.png"_s), true},
-                 {picture.arg(outside.filePath(u"bild.png"_s)), false},
-                 {picture.arg(u"file://"_s + outside.filePath(u"bild.png"_s)), false},
-                 {picture.arg(up), false},
-                 {picture.arg(u"verweis.png"_s), false},
-                 {u"<link rel=\"stylesheet\" href=\"%1\">"_s.arg(sheet), false}};
+    const std::tuple<QString, bool> cases[] = {
+        {picture.arg(u"bild.png"_s), true},
+        {picture.arg(outside.filePath(u"bild.png"_s)), false},
+        {picture.arg(u"file://"_s + outside.filePath(u"bild.png"_s)), false},
+        {picture.arg(up), false},
+        {picture.arg(u"verweis.png"_s), false},
+        {u"<link rel=\"stylesheet\" href=\"%1\">"_s.arg(sheet), false}};
 
-    for (const auto& one : cases) {
-        const QString text = u"<meta name=\"Seite\" content=\"Rolle 80\">"_s + one.names + u"<p>x</p>"_s;
+    for (const auto& [names, shown] : cases) {
+        const QString text = u"<meta name=\"Seite\" content=\"Rolle 80\">"_s + names + u"<p>x</p>"_s;
         const QString pdf = m_folder.filePath(u"slip.pdf"_s);
         platform::saveAsPdf(platform::ReportDocument(ReportTemplate(write(text.toUtf8())).fill({})), pdf);
-        EXPECT_EQ(test::pdfPages(pdf).height > 200, one.shown) << one.names.toStdString();
+        EXPECT_EQ(test::pdfPages(pdf).height > 200, shown) << names.toStdString();
     }
 }

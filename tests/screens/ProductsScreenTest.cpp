@@ -251,24 +251,22 @@ TEST_F(ProductsScreenTest, RefusesWhatIsNoPictureOrTooBig) {
         cut = whole.readAll().left(20);
     }
 
-    const struct {
-        const char16_t* button;
-        QString path, message;
-    } cases[] = {{u"cmdHintergrundBildKlein", image(u"breit.jpg"_s, 151, 10), kTooBigSmall},
-                 {u"cmdHintergrundBildKlein", image(u"hoch.jpg"_s, 10, 151), kTooBigSmall},
-                 {u"cmdHintergrundBildKlein", image(u"riese.jpg"_s, 20000, 20), kTooBigSmall},
-                 {u"cmdHintergrundBildGross", image(u"901.jpg"_s, 901, 900), kTooBigLarge},
-                 {u"cmdHintergrundBildKlein", file(u"leer.jpg"_s, {}), kNoPicture},
-                 {u"cmdHintergrundBildKlein", file(u"text.gif"_s, "GIF89a, sagt er"), kNoPicture},
-                 {u"cmdHintergrundBildKlein", file(u"halb.jpg"_s, cut), kNoPicture},
-                 {u"cmdHintergrundBildGross", image(u"verkleidet.jpg"_s, 10, 10, "png"), kNoPicture},
-                 {u"cmdHintergrundBildGross", image(u"bild.exe"_s, 10, 10), kNoPicture},
-                 {u"cmdHintergrundBildGross", pickedFrom.filePath(u"fort.jpg"_s), kNoPicture}};
+    const std::tuple<const char16_t*, QString, QString> cases[] = {
+        {u"cmdHintergrundBildKlein", image(u"breit.jpg"_s, 151, 10), kTooBigSmall},
+        {u"cmdHintergrundBildKlein", image(u"hoch.jpg"_s, 10, 151), kTooBigSmall},
+        {u"cmdHintergrundBildKlein", image(u"riese.jpg"_s, 20000, 20), kTooBigSmall},
+        {u"cmdHintergrundBildGross", image(u"901.jpg"_s, 901, 900), kTooBigLarge},
+        {u"cmdHintergrundBildKlein", file(u"leer.jpg"_s, {}), kNoPicture},
+        {u"cmdHintergrundBildKlein", file(u"text.gif"_s, "GIF89a, sagt er"), kNoPicture},
+        {u"cmdHintergrundBildKlein", file(u"halb.jpg"_s, cut), kNoPicture},
+        {u"cmdHintergrundBildGross", image(u"verkleidet.jpg"_s, 10, 10, "png"), kNoPicture},
+        {u"cmdHintergrundBildGross", image(u"bild.exe"_s, 10, 10), kNoPicture},
+        {u"cmdHintergrundBildGross", pickedFrom.filePath(u"fort.jpg"_s), kNoPicture}};
 
     clickRowOf(u"1"_s);
-    for (const auto& picked : cases) {
-        pick(picked.button, picked.path);
-        EXPECT_EQ(said(), (Said{{picked.message, 0, u"Ungültiges Bild"_s}})) << picked.path.toStdString();
+    for (const auto& [button, path, message] : cases) {
+        pick(button, path);
+        EXPECT_EQ(said(), (Said{{message, 0, u"Ungültiges Bild"_s}})) << path.toStdString();
     }
     dialogs.answerFile(QString());
     click(u"cmdHintergrundBildKlein");

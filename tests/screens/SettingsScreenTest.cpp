@@ -154,13 +154,11 @@ TEST_F(SettingsScreenTest, TheWorkingDayEndsAtAnHourOfTheList) {
 TEST_F(SettingsScreenTest, BadNumbersAreResetSilently) {
     open();
 
-    const struct {
-        const char16_t* field;
-        QString typed, left;
-    } cases[] = {{u"txt_MWST1", u"acht"_s, u"8.1"_s},  {u"txt_MWST1", u"7,7"_s, u"8.1"_s},
-                 {u"txt_MWST3", u" "_s, u"2.6"_s},     {u"txt_MWST1", u"1e300"_s, u"8.1"_s},
-                 {u"txt_MWST3", u"-100"_s, u"2.6"_s},  {u"txt_MWST1", u"7.65"_s, u"7.65"_s},
-                 {u"txt_TrxNr", u"1x2-3"_s, u"123"_s}, {u"txt_TrxNr", u"9999999999"_s, u"1000"_s}};
+    const std::tuple<const char16_t*, QString, QString> cases[] = {
+        {u"txt_MWST1", u"acht"_s, u"8.1"_s},  {u"txt_MWST1", u"7,7"_s, u"8.1"_s},
+        {u"txt_MWST3", u" "_s, u"2.6"_s},     {u"txt_MWST1", u"1e300"_s, u"8.1"_s},
+        {u"txt_MWST3", u"-100"_s, u"2.6"_s},  {u"txt_MWST1", u"7.65"_s, u"7.65"_s},
+        {u"txt_TrxNr", u"1x2-3"_s, u"123"_s}, {u"txt_TrxNr", u"9999999999"_s, u"1000"_s}};
 
     for (const auto& [field, typed, left] : cases) {
         put(nameOf(field), typed);
@@ -197,11 +195,8 @@ TEST_F(SettingsScreenTest, APrinterThatIsGoneIsForgottenOnClosing) {
 }
 
 TEST_F(SettingsScreenTest, OnlyAnAdministratorLiftsTheRestriction) {
-    const struct {
-        int restricted, login, administrator;
-        bool visible;
-    } cases[] = {{0, 0, 0, true}, {0, 1, 0, true},  {1, 0, 0, true},
-                 {1, 1, 1, true}, {1, 1, 0, false}, {1, 0, 1, true}};
+    const std::tuple<int, int, int, bool> cases[] = {{0, 0, 0, true}, {0, 1, 0, true},  {1, 0, 0, true},
+                                                     {1, 1, 1, true}, {1, 1, 0, false}, {1, 0, 1, true}};
 
     for (const auto& [restricted, login, administrator, visible] : cases) {
         SysEditierungBestellungen = restricted;

@@ -17,11 +17,7 @@ using platform::DataGrid;
 using test::ShellTest;
 
 TEST(FieldFormat, ShowsFieldsAsTheListsWantThem) {
-    struct {
-        Value value;
-        const char16_t* format;
-        const char16_t* shown;
-    } const cases[] = {
+    const std::tuple<Value, const char16_t*, const char16_t*> cases[] = {
         {Value(-1), u"\"Nein\";\"Ja\"", u"Ja"},
         {Value(0), u"\"Nein\";\"Ja\"", u"Nein"},
         {Value(1), u"\"Nein\";\"Ja\"", u"Nein"},
@@ -36,8 +32,8 @@ TEST(FieldFormat, ShowsFieldsAsTheListsWantThem) {
         {Value(12.5), u"", u"12.5"},
     };
 
-    for (const auto& c : cases)
-        EXPECT_EQ(platform::formatField(c.value, QString::fromUtf16(c.format)), QString::fromUtf16(c.shown));
+    for (const auto& [value, format, shown] : cases)
+        EXPECT_EQ(platform::formatField(value, QString::fromUtf16(format)), QString::fromUtf16(shown));
 }
 
 namespace {
@@ -273,11 +269,7 @@ TEST(FieldHelpers, WhoComesBackFindsTheFieldAsItWasLeft) {
 }
 
 TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
-    struct {
-        int style;
-        Qt::Key key;
-        int answer;
-    } const cases[] = {
+    const std::tuple<int, Qt::Key, int> cases[] = {
         {platform::kYesNo, Qt::Key_J, platform::kAnswerYes},
         {platform::kYesNo, Qt::Key_N, platform::kAnswerNo},
         {platform::kYesNo, Qt::Key_Escape, platform::kAnswerNo},
@@ -286,7 +278,7 @@ TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
         {platform::kInformation, Qt::Key_Return, platform::kAnswerOk},
     };
 
-    for (const auto& c : cases) {
+    for (const auto& [style, key, answer] : cases) {
         platform::QtDialogs dialogs;
         QTimer::singleShot(0, [&] {
             QWidget* box = QApplication::activeModalWidget();
@@ -295,9 +287,9 @@ TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
             for (QWidget* target : {box, QApplication::focusWidget()})
                 QTest::simulateEvent(target, true, Qt::Key_Return, {}, {}, true);
             ASSERT_TRUE(box->isVisible()) << "answered by a key held down";
-            QTest::keyClick(box, c.key);
+            QTest::keyClick(box, key);
             EXPECT_FALSE(box->isVisible()) << "at once";
         });
-        EXPECT_EQ(dialogs.MsgBox(u"Frage"_s, c.style, u"Titel"_s), c.answer) << c.style;
+        EXPECT_EQ(dialogs.MsgBox(u"Frage"_s, style, u"Titel"_s), answer) << style;
     }
 }

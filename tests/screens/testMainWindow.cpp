@@ -1,7 +1,6 @@
 #include "common/Clock.h"
 #include "common/RunTimeError.h"
 #include "masterdata/modVerwaltungKunden.h"
-#include "platform/IniRegistryStore.h"
 #include "shell/MenuTree.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
@@ -485,13 +484,4 @@ TEST(LogFile, BeginsAnewAtItsLimitAndKeepsTheOneBefore) {
     EXPECT_TRUE(lines.endsWith("Fehler: neu zweite Zeile\n"));
     EXPECT_EQ(lines.count('\n'), 1);
     EXPECT_GT(QFileInfo(path + u".1"_s).size(), shell::LogFile::kLimit);
-}
-
-TEST(IniRegistryStore, KeepsValuesAndFallsBack) {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(u"sub/settings.ini"_s);
-    platform::IniRegistryStore(file).SaveSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s, u"C:\\Daten\\ä;\"x"_s);
-    platform::IniRegistryStore again(file);
-    EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Pfad"_s), u"C:\\Daten\\ä;\"x"_s);
-    EXPECT_EQ(again.GetSetting(u"App"_s, u"Bereich"_s, u"Fehlt"_s, u"1"_s), u"1"_s);
 }

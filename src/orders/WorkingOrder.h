@@ -4,6 +4,8 @@
 #include "platform/form/CellTable.h"
 #include <QObject>
 #include <QString>
+#include <optional>
+#include <vector>
 
 namespace orders {
 
@@ -21,7 +23,17 @@ struct OrderButtons {
     friend bool operator==(const OrderButtons&, const OrderButtons&) = default;
 };
 
-struct Artikel;
+/// A product or an extra at the prices of a price group.
+struct Artikel {
+    bool isProdukt = true;
+    qint64 lng_ID = 0;
+    QString kurzzeichen; ///< "" for an extra
+    QString name, einheit;
+    qint64 lng_Einheit = 0;
+    double preis = 0, mwst = 0;
+};
+
+struct Lookup;
 
 /// The order while it is keyed or viewed: its cells are the only working copy, and booking, slip and totals
 /// read them. Owns the cell tables, the two keys and the rules of the lines; the order screen is a view on
@@ -119,6 +131,8 @@ class WorkingOrder : public QObject {
     /// The same into a row, whatever stands there. An extra needs a line above.
     void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl);
     void PutExtra(int row, qint64 extraId, const QString& extra, double anzahl);
+    /// Puts what FindAngebote found into the row in place of the text that is keyed there.
+    void PutAngebot(int row, const Artikel& angebot);
     /// Removes the line; a product takes the extras that follow it along. Closes the gap, keeps 100 rows.
     void RemoveLine(int row);
 
@@ -127,6 +141,11 @@ class WorkingOrder : public QObject {
     void FindArtikelForBestellung(int row, int col);
     /// The same for `col` = ExtraID.
     void FindExtraForBestellung(int row, int col);
+    /// What a text keyed into `col` (Kurzzeichen or Bezeichnung) may mean, `most` articles at most: the one
+    /// that it would be taken for comes first.
+    std::vector<Artikel> FindAngebote(int row, int col, const QString& typed, int most) const;
+    /// The product or the extra of this key, if it has a price in the present price group.
+    std::optional<Artikel> FindArtikel(bool isProdukt, qint64 id) const;
     /// Before an edited cell is taken over: a new quantity scales the price. `editor` null means no value.
     /// Refused are numbers that a till cannot mean (LineMoney.h), and an emptied code or name of a filled
     /// line, which would leave a price behind that nobody stores: a line goes by RemoveLine.
@@ -165,9 +184,14 @@ class WorkingOrder : public QObject {
     bool IsFilled(int row) const;
     void TakeAnzahl(int row, common::Value& editor, bool& cancel);
     void RederiveLine(int row);
+    /// Whether an extra finds a line above to hang under.
+    bool MayHoldExtra(int row) const;
+    void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen);
+    void PutExtra(int row, qint64 extraId, const QString& extra);
+    void SetProduktKeys(int row, qint64 produktId);
     bool FindProduktLine(int row, int col);
     void HangUnderLineAbove(int row, qint64 extraId);
-    void FindExtraLine(int row, const QString& condition, const QString& typed);
+    void FindExtraLine(int row, const Lookup& lookup);
     void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 
     QString m_kennung = newKennung();

@@ -4,37 +4,13 @@
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
+#include <algorithm>
+#include <iterator>
 
 using common::Value;
 using modAuftragswesenAuftragserfassung::GetMWStSatz;
 
 namespace orders {
-
-/// What a line takes from a row of the catalogue.
-struct Artikel {
-    qint64 lng_ID = 0;
-    QString kurzzeichen, name, einheit;
-    qint64 lng_Einheit = 0;
-    double preis = 0, mwst = 0;
-};
-
-namespace {
-
-QString nameColumn(bool isProdukt) {
-    return isProdukt ? QStringLiteral("txt_Produkt") : QStringLiteral("txt_Extra");
-}
-
-Artikel readArtikel(store::Recordset& row, bool isProdukt) {
-    Artikel artikel;
-    artikel.lng_ID = row.Fields(u"lng_ID").toLong();
-    artikel.kurzzeichen = isProdukt ? row.Fields(u"txt_Kurzzeichen").text() : QString();
-    artikel.name = row.Fields(nameColumn(isProdukt)).text();
-    artikel.einheit = row.Fields(u"txt_Stückelung").text();
-    artikel.lng_Einheit = row.Fields(u"lng_Einheit").toLong();
-    artikel.preis = row.Fields(u"dbl_Preis").toDouble();
-    artikel.mwst = GetMWStSatz(row.Fields(u"lng_MWSt").Value());
-    return artikel;
-}
 
 /// What is looked for: rows of a view, by a column that begins with what was typed or by a key.
 struct Lookup {
@@ -45,34 +21,68 @@ struct Lookup {
     QString typed;
 };
 
-/// The first row, unless a later one is called exactly as typed: whoever keys "1" does not mean "10".
-std::optional<Artikel> findArtikel(const Lookup& lookup) {
+namespace {
+
+QString nameColumn(bool isProdukt) {
+    return isProdukt ? QStringLiteral("txt_Produkt") : QStringLiteral("txt_Extra");
+}
+
+Artikel readArtikel(store::Recordset& row, bool isProdukt) {
+    Artikel artikel;
+    artikel.isProdukt = isProdukt;
+    artikel.lng_ID = row.Fields(u"lng_ID").toLong();
+    artikel.kurzzeichen = isProdukt ? row.Fields(u"txt_Kurzzeichen").text() : QString();
+    artikel.name = row.Fields(nameColumn(isProdukt)).text();
+    artikel.einheit = row.Fields(u"txt_Stückelung").text();
+    artikel.lng_Einheit = row.Fields(u"lng_Einheit").toLong();
+    artikel.preis = row.Fields(u"dbl_Preis").toDouble();
+    artikel.mwst = GetMWStSatz(row.Fields(u"lng_MWSt").Value());
+    return artikel;
+}
+
+/// The first rows, `most` at most. One that is called exactly as typed comes first of all: whoever keys "1"
+/// does not mean "10".
+std::vector<Artikel> findArtikel(const Lookup& lookup, size_t most) {
     const QString view = lookup.isProdukt ? QStringLiteral("view_Verwaltung_Produkte")
                                           : QStringLiteral("view_Verwaltung_ProdukteExtras");
-    std::optional<Artikel> found;
+    std::vector<Artikel> found;
     store::OpenRecordset rows(
         RsMain, QStringLiteral("SELECT * FROM ") + view + QStringLiteral(" WHERE ") + lookup.condition,
         ConnMain);
-    for (; !rows->Eof(); rows->MoveNext()) {
+    bool exactFound = lookup.column.isEmpty();
+    for (; !rows->Eof() && !(exactFound && found.size() >= most); rows->MoveNext()) {
         // A line without a name is not stored.
         if (rows->Fields(nameColumn(lookup.isProdukt)).text().isEmpty())
             continue;
-        const bool exact = lookup.column.isEmpty() ||
-                           rows->Fields(lookup.column).text().compare(lookup.typed, Qt::CaseInsensitive) == 0;
-        if (!found || exact)
-            found = readArtikel(RsMain, lookup.isProdukt);
-        if (exact)
-            break;
+        const bool exact =
+            !exactFound && rows->Fields(lookup.column).text().compare(lookup.typed, Qt::CaseInsensitive) == 0;
+        if (exact || found.size() < most)
+            found.insert(exact ? found.begin() : found.end(), readArtikel(RsMain, lookup.isProdukt));
+        exactFound |= exact;
     }
+    if (found.size() > most)
+        found.resize(most);
     return found;
+}
+
+std::optional<Artikel> findFirst(const Lookup& lookup) {
+    std::vector<Artikel> found = findArtikel(lookup, 1);
+    return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
 }
 
 QString inGruppe(int preisGruppe) {
     return QStringLiteral(" AND lng_Gruppe = ") + QString::number(preisGruppe);
 }
 
-QString beginsWith(const QString& typed) {
-    return QStringLiteral(" LIKE ") + store::sqlText(typed + QLatin1Char('%'));
+QString produktColumn(int col) {
+    return col == Col::Kurzzeichen ? QStringLiteral("txt_Kurzzeichen") : nameColumn(true);
+}
+
+Lookup keyed(bool isProdukt, const QString& column, const QString& typed, int preisGruppe) {
+    return {isProdukt,
+            column + QStringLiteral(" LIKE ") + store::sqlText(typed + QLatin1Char('%')) +
+                inGruppe(preisGruppe),
+            column, typed};
 }
 
 } // namespace
@@ -86,9 +96,10 @@ void WorkingOrder::FindArtikelForBestellung(int row, int col) {
         return;
     if (col == Col::ProduktID)
         // Without a price group, unlike the products: meant so.
-        FindExtraLine(row, QStringLiteral("lng_ID = ") + BestellungGrid.text(row, Col::ExtraID), QString());
+        FindExtraLine(row,
+                      {false, QStringLiteral("lng_ID = ") + BestellungGrid.text(row, Col::ExtraID), {}, {}});
     else if (col == Col::Bezeichnung)
-        FindExtraLine(row, QStringLiteral("txt_Extra") + beginsWith(typed) + inGruppe(PreisGruppe), typed);
+        FindExtraLine(row, keyed(false, nameColumn(false), typed, PreisGruppe));
 }
 
 void WorkingOrder::FindExtraForBestellung(int row, int col) {
@@ -97,27 +108,22 @@ void WorkingOrder::FindExtraForBestellung(int row, int col) {
         return;
     // The extra's key stands in ProduktID when this is called: meant so.
     FindExtraLine(
-        row, QStringLiteral("lng_ID = ") + BestellungGrid.text(row, Col::ProduktID) + inGruppe(PreisGruppe),
-        QString());
+        row, {false,
+              QStringLiteral("lng_ID = ") + BestellungGrid.text(row, Col::ProduktID) + inGruppe(PreisGruppe),
+              {},
+              {}});
 }
 
 bool WorkingOrder::FindProduktLine(int row, int col) {
     const QString typed = BestellungGrid.text(row, col);
-    Lookup lookup{true, {}, {}, typed};
+    std::optional<Artikel> produkt;
     if (col == Col::ProduktID)
-        lookup.condition = QStringLiteral("lng_ID = ") + typed;
-    else if (col == Col::Kurzzeichen || col == Col::Bezeichnung) {
-        lookup.column = col == Col::Kurzzeichen ? QStringLiteral("txt_Kurzzeichen") : nameColumn(true);
-        lookup.condition = lookup.column + beginsWith(typed);
-    } else
-        return false;
-    lookup.condition += inGruppe(PreisGruppe);
-    const std::optional<Artikel> produkt = findArtikel(lookup);
+        produkt = findFirst({true, QStringLiteral("lng_ID = ") + typed + inGruppe(PreisGruppe), {}, {}});
+    else if (col == Col::Kurzzeichen || col == Col::Bezeichnung)
+        produkt = findFirst(keyed(true, produktColumn(col), typed, PreisGruppe));
     if (!produkt)
         return false;
-    BestellungGrid.setCell(row, Col::ProduktID, produkt->lng_ID);
-    BestellungGrid.setCell(row, Col::IsProdukt, 1);
-    BestellungGrid.setCell(row, Col::ExtraID, -1);
+    SetProduktKeys(row, produkt->lng_ID);
     BestellungGrid.setCell(row, Col::Kurzzeichen, produkt->kurzzeichen);
     BestellungGrid.setCell(row, Col::Rabatt, 0);
     FillArtikel(row, *produkt, produkt->lng_Einheit);
@@ -125,17 +131,37 @@ bool WorkingOrder::FindProduktLine(int row, int col) {
     return true;
 }
 
-void WorkingOrder::FindExtraLine(int row, const QString& condition, const QString& typed) {
-    if (row == 0 || BestellungGrid.text(row - 1, Col::Ccy).isEmpty())
+bool WorkingOrder::MayHoldExtra(int row) const {
+    return row > 0 && !BestellungGrid.text(row - 1, Col::Ccy).isEmpty();
+}
+
+void WorkingOrder::FindExtraLine(int row, const Lookup& lookup) {
+    if (!MayHoldExtra(row))
         return;
-    const QString column = typed.isEmpty() ? QString() : nameColumn(false);
-    const std::optional<Artikel> extra = findArtikel({false, condition, column, typed});
+    const std::optional<Artikel> extra = findFirst(lookup);
     if (!extra)
         return;
     // Whoever picks an extra has set its keys.
-    if (suche == SucheModus::Keyed && !typed.isEmpty())
+    if (suche == SucheModus::Keyed && !lookup.typed.isEmpty())
         HangUnderLineAbove(row, extra->lng_ID);
     FillArtikel(row, *extra, 0);
+}
+
+std::vector<Artikel> WorkingOrder::FindAngebote(int row, int col, const QString& typed, int most) const {
+    if (typed.isEmpty())
+        return {};
+    std::vector<Artikel> found =
+        findArtikel(keyed(true, produktColumn(col), typed, PreisGruppe), size_t(most));
+    if (col == Col::Bezeichnung && MayHoldExtra(row))
+        std::ranges::move(
+            findArtikel(keyed(false, nameColumn(false), typed, PreisGruppe), size_t(most) - found.size()),
+            std::back_inserter(found));
+    return found;
+}
+
+std::optional<Artikel> WorkingOrder::FindArtikel(bool isProdukt, qint64 id) const {
+    return findFirst(
+        {isProdukt, QStringLiteral("lng_ID = ") + QString::number(id) + inGruppe(PreisGruppe), {}, {}});
 }
 
 void WorkingOrder::FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern) {

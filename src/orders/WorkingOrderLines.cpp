@@ -41,13 +41,21 @@ int WorkingOrder::PickProdukt(qint64 produktId, const QString& kurzzeichen, doub
 }
 
 void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl) {
+    PutProdukt(row, produktId, kurzzeichen);
+    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
+}
+
+void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeichen) {
     suche = SucheModus::Produkt;
+    SetProduktKeys(row, produktId);
+    BestellungGrid.setCell(row, Col::Kurzzeichen, kurzzeichen);
+    BestellungGrid_Change(row, Col::ProduktID);
+}
+
+void WorkingOrder::SetProduktKeys(int row, qint64 produktId) {
     BestellungGrid.setCell(row, Col::ProduktID, produktId);
     BestellungGrid.setCell(row, Col::IsProdukt, 1);
     BestellungGrid.setCell(row, Col::ExtraID, -1);
-    BestellungGrid.setCell(row, Col::Kurzzeichen, kurzzeichen);
-    BestellungGrid_Change(row, Col::ProduktID);
-    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
 }
 
 int WorkingOrder::PickExtra(qint64 extraId, const QString& extra, double anzahl) {
@@ -59,11 +67,22 @@ int WorkingOrder::PickExtra(qint64 extraId, const QString& extra, double anzahl)
 }
 
 void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra, double anzahl) {
+    PutExtra(row, extraId, extra);
+    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
+}
+
+void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra) {
     suche = SucheModus::Extra;
     HangUnderLineAbove(row, extraId);
     BestellungGrid.setCell(row, Col::Bezeichnung, extra);
     BestellungGrid_Change(row, Col::Bezeichnung);
-    BestellungGrid.endEdit(row, Col::Anzahl, common::numberToText(anzahl));
+}
+
+void WorkingOrder::PutAngebot(int row, const Artikel& angebot) {
+    if (angebot.isProdukt)
+        PutProdukt(row, angebot.lng_ID, angebot.kurzzeichen);
+    else
+        PutExtra(row, angebot.lng_ID, angebot.name);
 }
 
 void WorkingOrder::HangUnderLineAbove(int row, qint64 extraId) {

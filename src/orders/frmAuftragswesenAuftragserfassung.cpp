@@ -92,6 +92,7 @@ void frmAuftragswesenAuftragserfassung::setUpLinesGrid() {
     lines->setZebra(true);
     lines->openEditorOnEnter({Col::Bezeichnung});
     lines->NextCell = [this](CellPlace from) { return nextLineCell(from); };
+    lines->Offers = [this](CellPlace at, const QString& typed) { return offers(at, typed); };
     lines->EnterLeadsOn = [this](CellPlace at) {
         return at.column == Col::Anzahl && !m_order.BestellungGrid.text(at.row, Col::Ccy).isEmpty() &&
                m_order.BestellungGrid.number(at.row, Col::Anzahl) != 0;
@@ -135,6 +136,8 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
         p.control->setConnection(ConnMain);
         p.grid->setDataControl(*p.control);
         p.grid->setEmptyText(QString::fromUtf16(p.empty));
+        connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowNoticed, this,
+                       [this, p](int row) { showArtikel(p.grid == m_ui->ProdukteGrid, row); });
         connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowClicked, this,
                        [this, p](int row) { (this->*p.pick)(row); });
         // A double click has picked by its first click already.
@@ -148,6 +151,7 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
     m_ui->ExtrasGrid->formatColumns({{}, {tr("Extra"), 1800}});
     m_ui->ExtrasGrid->stretchColumn(1);
     FormatGridExtras(-1);
+    m_ui->lbl_Artikel->setMinimumHeight(m_ui->lbl_Artikel->fontMetrics().height());
 }
 
 void frmAuftragswesenAuftragserfassung::setUpFields() {

@@ -105,6 +105,9 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void TabStripArtikel_Click();
     void FormatGridProdukte();
     void FormatGridExtras(qint64 produktId);
+    /// Name and price of the article in a row of the catalogue; row -1 shows none.
+    void showArtikel(bool isProdukt, int row);
+    std::vector<platform::CellOffer> offers(platform::CellPlace at, const QString& typed);
     void ProdukteGrid_Pick(int row);
     void ExtrasGrid_Pick(int row);
     void picked(int row, class QComboBox* quantity);

@@ -4,6 +4,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmPopUpMenu.h"
 #include "platform/Dialogs.h"
+#include "store/SystemSettings.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
 #include <QEvent>
 #include <QMdiSubWindow>
@@ -12,6 +13,14 @@
 
 using namespace Qt::StringLiterals;
 using orders::Col;
+
+namespace {
+
+QString priceText(const orders::Artikel& artikel) {
+    return common::formatNumber(artikel.preis, u"0.00");
+}
+
+} // namespace
 
 void frmAuftragswesenAuftragserfassung::combo_PreisGruppe_Click() {
     m_order.PreisGruppe = m_ui->combo_PreisGruppe->currentIndex() + 1;
@@ -68,6 +77,33 @@ void frmAuftragswesenAuftragserfassung::FormatGridProdukte() {
 void frmAuftragswesenAuftragserfassung::FormatGridExtras(qint64 produktId) {
     DataControlExtras.setRecordSource(modAuftragswesenAuftragserfassung::ExtrasSql(produktId));
     DataControlExtras.Refresh();
+}
+
+void frmAuftragswesenAuftragserfassung::showArtikel(bool isProdukt, int row) {
+    const auto* grid = isProdukt ? m_ui->ProdukteGrid : m_ui->ExtrasGrid;
+    std::optional<orders::Artikel> artikel;
+    if (row >= 0)
+        artikel = m_order.FindArtikel(isProdukt, grid->value(row, 0).toLong());
+    QString text;
+    if (artikel)
+        text = SysCurrency + u' ' + priceText(*artikel) + u"   "_s + artikel->name;
+    QLabel* label = m_ui->lbl_Artikel;
+    label->setText(label->fontMetrics().elidedText(text, Qt::ElideRight, label->width()));
+}
+
+std::vector<platform::CellOffer> frmAuftragswesenAuftragserfassung::offers(platform::CellPlace at,
+                                                                           const QString& typed) {
+    constexpr int kMostOffers = 8;
+    std::vector<platform::CellOffer> offers;
+    if (at.column != Col::Kurzzeichen && at.column != Col::Bezeichnung)
+        return offers;
+    for (orders::Artikel& artikel : m_order.FindAngebote(at.row, at.column, typed, kMostOffers)) {
+        const QStringList texts{artikel.kurzzeichen, artikel.name, priceText(artikel)};
+        offers.push_back({texts, [this, row = at.row, angebot = std::move(artikel)] {
+                              m_order.PutAngebot(row, angebot);
+                          }});
+    }
+    return offers;
 }
 
 void frmAuftragswesenAuftragserfassung::ProdukteGrid_Pick(int row) {

@@ -1,28 +1,29 @@
 #pragma once
 #include <QDialog>
-#include <QKeyEvent>
 #include <QPointer>
-#include <QWindow>
-#include <vector>
 
 namespace platform {
 
-/// Keeps the keys that were pressed behind the one that answered a dialog until whoever asked has gone on:
-/// the toolkit would deal them out first, to the field that had the focus before. Deletes itself.
-class HeldKeys : public QObject {
-    Q_OBJECT
+/// Keeps the keys that were pressed behind the one that answered a dialog until whoever asked has gone on,
+/// which is when this object goes: the toolkit would deal them out first, to the field that had the focus
+/// before. They are handed on in their order, once the window below has the focus again.
+class HeldKeys {
   public:
-    /// Keeps them from the moment that the dialog is answered.
-    explicit HeldKeys(QDialog& dialog);
-    /// Hands them on in the next round of the event loop, in their order.
-    void giveBack();
+    /// A dialog that asks nothing, such as the progress of work, has the keys wait from the beginning: of
+    /// them only Esc goes to it.
+    enum class Since { Answer, Beginning };
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    explicit HeldKeys(QDialog& dialog, Since since = Since::Answer);
+    ~HeldKeys();
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
 
   private:
-    QPointer<QWindow> m_dialog, m_below;
-    std::vector<std::function<void()>> m_keys;
+    QPointer<QDialog> m_dialog;
+    QPointer<QWidget> m_below;
+    Since m_since;
+    bool m_answered = false;
+    QMetaObject::Connection m_onAnswer;
 };
 
 } // namespace platform

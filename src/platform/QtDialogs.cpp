@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -54,24 +55,46 @@ void addButtons(QMessageBox& box, int buttons) {
     nameButton(box, QMessageBox::Retry, "&Wiederholen");
 }
 
-/// A key answers the box as soon as it stands, also one that was pressed while it was still opening and went
-/// to the window below.
+/// Has a key act as soon as the box stands, also one that was pressed while it was still opening. Such a key
+/// goes to the window below, which is blocked: nobody but a shortcut of the application learns of it.
+void onKey(QDialog& box, QKeyCombination key, const std::function<void()>& act) {
+    auto* shortcut = new QShortcut(QKeySequence(key), &box);
+    shortcut->setContext(Qt::ApplicationShortcut);
+    // A key still held down from before answers nothing: "Wiederholen" would follow upon "Wiederholen".
+    shortcut->setAutoRepeat(false);
+    QObject::connect(shortcut, &QShortcut::activated, &box, act);
+}
+
+/// Enter presses the button that has the focus, else it acts as told.
+void onEnter(QDialog& box, const std::function<void()>& otherwise) {
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+        onKey(box, enter, [&box, otherwise] {
+            if (auto* chosen = qobject_cast<QAbstractButton*>(box.focusWidget()))
+                chosen->click();
+            else
+                otherwise();
+        });
+}
+
 void answerAtOnce(QMessageBox& box) {
-    const auto onKey = [&box](QKeyCombination key, const std::function<void()>& answer) {
-        auto* shortcut = new QShortcut(QKeySequence(key), &box);
-        shortcut->setContext(Qt::ApplicationShortcut);
-        // A key still held down from before answers nothing: "Wiederholen" would follow upon "Wiederholen".
-        shortcut->setAutoRepeat(false);
-        QObject::connect(shortcut, &QShortcut::activated, &box, answer);
-    };
     for (QAbstractButton* button : box.buttons())
         if (!button->shortcut().isEmpty())
-            onKey(button->shortcut()[0].key(), [button] { button->click(); });
-    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
-        onKey(enter, [&box] {
-            auto* chosen = qobject_cast<QAbstractButton*>(box.focusWidget());
-            (chosen ? chosen : box.defaultButton())->click();
-        });
+            onKey(box, button->shortcut()[0].key(), [button] { button->click(); });
+    onEnter(box, [&box] { box.defaultButton()->click(); });
+}
+
+/// Once the field has the focus it takes these keys itself, before any shortcut.
+void typeAtOnce(QInputDialog& box) {
+    auto* field = box.findChild<QLineEdit*>();
+    field->setFocus();
+    field->selectAll();
+    for (int code = Qt::Key_Exclam; code <= Qt::Key_AsciiTilde; ++code) {
+        const QChar text(code);
+        onKey(box, Qt::Key(code), [field, typed = text.toLower()] { field->insert(typed); });
+        if (text.isLetter())
+            onKey(box, Qt::SHIFT | Qt::Key(code), [field, text] { field->insert(text); });
+    }
+    onEnter(box, [&box] { box.accept(); });
 }
 
 /// The frame draws the title between buttons of its own, which the box does not know of. A text that needs
@@ -140,6 +163,7 @@ QString QtDialogs::InputBox(const QString& prompt, const QString& title, const Q
     box.setTextValue(preset);
     box.setOkButtonText(tr("OK"));
     box.setCancelButtonText(tr("Abbrechen"));
+    typeAtOnce(box);
     return execModal(box) == QDialog::Accepted ? box.textValue() : QString();
 }
 
@@ -188,9 +212,10 @@ Progress QtDialogs::ShowProgress(const QString& text) {
     box->setMinimumDuration(500);
     box->setAutoClose(false);
     box->setAutoReset(false);
+    const auto heldKeys = std::make_shared<HeldKeys>(*box, HeldKeys::Since::Beginning);
     QElapsedTimer sincePainted;
     sincePainted.start();
-    return [box, sincePainted](qint64 done, qint64 total) mutable {
+    return [box, heldKeys, sincePainted](qint64 done, qint64 total) mutable {
         constexpr int kBetweenPaintings = 40;
         if (sincePainted.elapsed() < kBetweenPaintings)
             return;
@@ -214,10 +239,8 @@ void centreOnScreen(QWidget& window) {
 int execModal(QDialog& dialog) {
     const common::NestedEventLoop loop;
     const ShortcutGate gate;
-    auto* heldKeys = new HeldKeys(dialog);
-    const int result = dialog.exec();
-    heldKeys->giveBack();
-    return result;
+    const HeldKeys heldKeys(dialog);
+    return dialog.exec();
 }
 
 } // namespace platform

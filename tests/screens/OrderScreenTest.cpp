@@ -195,6 +195,70 @@ TEST_F(OrderScreenTest, OneClickPicksOnceAndQuantitiesFallBack) {
     EXPECT_EQ(find<QComboBox>(u"combo_ExtraAnzahl")->currentText(), u"4"_s) << "for the pick that follows";
 }
 
+TEST_F(OrderScreenTest, WhatIsKeyedIsOfferedUnderItsCell) {
+    const auto offered = [this] {
+        QStringList shown;
+        const auto* list = screen->findChild<platform::OfferList*>(u"offers"_s);
+        for (int row = 0; list && list->isVisible() && row < list->count(); ++row)
+            shown << list->offer(row).texts.join(u'|');
+        return shown;
+    };
+    press(Qt::Key_F6);
+    type(u"1"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !offered().isEmpty(); }));
+    EXPECT_EQ(offered(), (QStringList{u"1|Pizza|14.00"_s, u"10|Pizza Hawaii|16.50"_s}));
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(0, Col::Bezeichnung), u"Pizza"_s) << "the first is what the text alone means";
+    EXPECT_TRUE(offered().isEmpty());
+    press(Qt::Key_Return);
+    // Faster than they show.
+    type(u"1"_s);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(offered().size(), 2);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(1, Col::Bezeichnung), u"Pizza Hawaii"_s);
+    EXPECT_EQ(find<platform::CellGrid>(u"BestellungGrid")->place(), (platform::CellPlace{1, Col::Anzahl}));
+    press(Qt::Key_Return);
+    // Without a second one Down leads on to the next row.
+    type(u"W"_s);
+    press(Qt::Key_Down);
+    EXPECT_EQ(cell(2, Col::Bezeichnung), u"Wein"_s);
+
+    auto* lines = find<platform::CellGrid>(u"BestellungGrid");
+    const auto offeredByName = [&](int row) {
+        lines->goTo({row, Col::Bezeichnung}, true);
+        type(u"K"_s);
+        press(Qt::Key_Down);
+        return offered();
+    };
+    EXPECT_EQ(offeredByName(3), (QStringList{u"|Käse|2.00"_s, u"|Käsesauce|1.50"_s, u"|Knoblauch|0.00"_s}));
+    auto* list = screen->findChild<platform::OfferList*>(u"offers"_s);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->topLevelItem(2)).center());
+    EXPECT_EQ(cell(3, Col::Bezeichnung), u"Knoblauch"_s);
+    EXPECT_EQ(cell(3, Col::ExtraID), QString::number(TestFirm::kKnoblauch));
+    EXPECT_EQ(cell(3, Col::ProduktID), QString::number(TestFirm::kWein));
+    screen->ClearBestellungMaske();
+    EXPECT_TRUE(offeredByName(0).isEmpty()) << "an extra needs a line above";
+}
+
+TEST_F(OrderScreenTest, TheCatalogueTellsNameAndPriceUnderPointerAndCursor) {
+    const auto told = [this] { return find<QLabel>(u"lbl_Artikel")->text(); };
+    auto* grid = find<platform::DataGrid>(u"ProdukteGrid");
+    grid->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(told(), u"CHF 16.50   Pizza Hawaii"_s);
+    QTest::mouseMove(grid->viewport(), grid->visualRect(grid->model()->index(1, 1)).center());
+    EXPECT_EQ(told(), u"CHF 14.00   Pizza"_s);
+    find<QComboBox>(u"combo_PreisGruppe")->setCurrentIndex(1);
+    EXPECT_EQ(told(), u""_s) << "it cost that in the other group";
+    press(Qt::Key_F7);
+    press(Qt::Key_Down);
+    EXPECT_EQ(told(), u"CHF 17.50   Pizza Hawaii"_s);
+    press(Qt::Key_F6);
+    EXPECT_EQ(told(), u""_s);
+}
+
 TEST_F(OrderScreenTest, ChangingBookedOrdersIsOfferedByRight) {
     for (const bool restricted : {false, true}) {
         SysAnmeldungBenutzer = 1;

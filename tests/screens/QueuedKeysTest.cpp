@@ -6,6 +6,8 @@
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QTimer>
+#include <iterator>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 using orders::Col;
@@ -73,6 +75,74 @@ TEST_F(QueuedKeysTest, KeysBehindBookingNeitherBookTwiceNorReplaceTheOrder) {
     EXPECT_EQ(asked, QStringList{u"Wollen Sie die Bestellung drucken ?"_s});
     EXPECT_EQ(shown, u"Pizza"_s) << "the order stands while the question does";
     EXPECT_EQ(TestFirm::count(kHeads), 2);
+}
+
+struct KeyPress {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers = {};
+    QString text = {};
+};
+
+/// Telephone number, lines, discount in its box, booking, no to its question.
+std::vector<KeyPress> keysOfAnOrder(const QString& quantity) {
+    std::vector<KeyPress> keys;
+    const auto entry = [&](const QString& typed) {
+        for (const QChar c : typed)
+            keys.push_back({Qt::Key(c.unicode()), {}, c});
+        keys.push_back({Qt::Key_Return});
+    };
+    keys.push_back({Qt::Key_F3});
+    entry(u"0791234567"_s);
+    keys.push_back({Qt::Key_F6});
+    entry(u"1"_s);
+    entry(quantity);
+    entry(u"10"_s);
+    keys.push_back({Qt::Key_Return});
+    entry(u"W"_s);
+    entry(quantity);
+    keys.push_back({Qt::Key_B, Qt::AltModifier});
+    entry(u"5"_s);
+    keys.push_back({Qt::Key_F12});
+    keys.push_back({Qt::Key_N});
+    return keys;
+}
+
+TEST_F(QueuedKeysTest, ARobotTypesWholeOrdersAndEveryKeyLands) {
+    constexpr int kOrders = 4;
+    constexpr int kPause = 5;
+    // Gives the focus back once a dialog has gone.
+    QTimer windowManager;
+    windowManager.callOnTimeout([this] {
+        if (!QGuiApplication::focusWindow())
+            screen->activateWindow();
+    });
+    windowManager.start(20);
+    std::vector<KeyPress> keys;
+    for (int order = 0; order < kOrders; ++order)
+        std::ranges::move(keysOfAnOrder(QString::number(order + 2)), std::back_inserter(keys));
+    size_t next = 0;
+    const std::function<void()> typeNext = [&] {
+        if (next == keys.size())
+            return;
+        QTimer::singleShot(kPause, screen.get(), typeNext);
+        const KeyPress& key = keys[next++];
+        QWindow* focused = QGuiApplication::focusWindow();
+        test::pressIn(focused ? focused : screen->windowHandle(), key.key, key.modifiers, key.text);
+    };
+    typeNext();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return TestFirm::count(kHeads) == kOrders && !QApplication::activeModalWidget(); }, 20000));
+    for (int order = 0; order < kOrders; ++order) {
+        screen->loadBooking(1000 + order);
+        const int n = order + 2;
+        const double expected[][2] = {{n * 1.0, 0.7 * n}, {1, 0.8}, {n * 1.0, 0.6 * n}};
+        ASSERT_EQ(screen->order().LastFilledRow(), 2) << order;
+        for (int row = 0; row < 3; ++row) {
+            EXPECT_EQ(screen->order().BestellungGrid.number(row, Col::Anzahl), expected[row][0]) << order;
+            EXPECT_NEAR(screen->order().BestellungGrid.number(row, Col::Rabatt), expected[row][1], 0.001)
+                << order;
+        }
+    }
 }
 
 TEST_F(OpenEditorTest, WhatReplacesTheOrderDropsIt) {

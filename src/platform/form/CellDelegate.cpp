@@ -27,6 +27,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
         editor->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_grid.m_editor = editor;
     m_grid.m_refused = false;
+    connect(editor, &QLineEdit::textEdited, &m_grid, &CellGrid::textKeyed);
     return editor;
 }
 
@@ -37,6 +38,8 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
     const QString typed = line->text();
     // A handler of the edit may show a message, and the focus that it takes comes back here.
     line->setModified(false);
+    if (m_grid.takeOffer())
+        return;
     m_grid.m_refused = !model->setData(index, typed, Qt::EditRole);
     if (m_grid.m_refused)
         m_grid.showRefused(index);

@@ -5,10 +5,16 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QTimer>
 
 namespace platform {
+namespace {
+
+/// Longer than between the keys of somebody who knows what he types.
+constexpr int kOffersAfterMilliseconds = 120;
+
+} // namespace
 
 CellGrid::CellGrid(QWidget* parent) : QTableView(parent) {
     setItemDelegate(new CellDelegate(*this));
@@ -21,6 +27,16 @@ CellGrid::CellGrid(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
     setWordWrap(false);
+    m_offerTimer.setSingleShot(true);
+    m_offerTimer.setInterval(kOffersAfterMilliseconds);
+    common::connectGuarded(common::Origin::Timer, &m_offerTimer, &QTimer::timeout, this, [this] {
+        readOffers();
+        showOffers();
+    });
+}
+
+CellGrid::~CellGrid() {
+    delete m_offers;
 }
 
 void CellGrid::setTable(CellTable& table) {
@@ -81,9 +97,65 @@ bool CellGrid::closeEditorTakingOver(QWidget* editor) {
 }
 
 void CellGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    if (m_editor == editor)
+    if (m_editor == editor) {
         m_editor = nullptr;
+        m_offerTimer.stop();
+        if (m_offers)
+            m_offers->setOffers({});
+    }
     QTableView::closeEditor(editor, hint);
+}
+
+void CellGrid::textKeyed() {
+    if (!Offers)
+        return;
+    // The former offers stay until the keys pause, but none of them is chosen any longer.
+    if (m_offers)
+        m_offers->chooseFirst();
+    m_offerTimer.start();
+}
+
+void CellGrid::readOffers() {
+    m_offerTimer.stop();
+    const auto* editor = qobject_cast<QLineEdit*>(m_editor);
+    if (!editor)
+        return;
+    // The window that the grid stands in is not known before.
+    if (!m_offers) {
+        m_offers = new OfferList(window());
+        m_offers->setFont(font());
+        connect(m_offers, &OfferList::offerClicked, this, [this] {
+            const CellPlace from = place();
+            if (m_editor && closeEditorTakingOver(m_editor))
+                leaveTo(nextCell(from), from, true);
+        });
+    }
+    m_offers->setOffers(Offers(place(), editor->text()));
+}
+
+void CellGrid::showOffers() {
+    if (!m_offers || m_offers->count() == 0)
+        return;
+    const QRect cell = visualRect(currentIndex());
+    m_offers->showAt({viewport()->mapTo(window(), cell.topLeft()), cell.size()});
+}
+
+bool CellGrid::stepOffer(int by) {
+    if (m_offerTimer.isActive())
+        common::guarded(common::Origin::User, [this] { readOffers(); });
+    if (!m_offers || m_offers->count() < 2 || (by < 0 && m_offers->chosen() == 0))
+        return false;
+    m_offers->step(by);
+    showOffers();
+    return true;
+}
+
+bool CellGrid::takeOffer() {
+    if (!m_offers || m_offers->count() == 0 || m_offers->chosen() == 0)
+        return false;
+    const auto take = m_offers->offer(m_offers->chosen()).take;
+    common::guarded(common::Origin::User, take);
+    return true;
 }
 
 bool CellGrid::editorKey(QWidget* editor, QKeyEvent* event) {
@@ -101,6 +173,8 @@ bool CellGrid::editorKey(QWidget* editor, QKeyEvent* event) {
         return true;
     case Qt::Key_Up:
     case Qt::Key_Down: {
+        if (stepOffer(event->key() == Qt::Key_Down ? 1 : -1))
+            return true;
         const int row = from.row + (event->key() == Qt::Key_Down ? 1 : -1);
         if (closeEditorTakingOver(editor) && row >= 0 && row < m_table->rows())
             setCurrentIndex(m_table->index(row, from.column));
@@ -210,6 +284,11 @@ void CellGrid::focusInEvent(QFocusEvent* event) {
     if (byKey && m_table && !currentIndex().isValid() && m_table->rows() > 0)
         if (const auto first = mayEdit({0, 0}) ? std::optional(CellPlace{}) : nextCell({0, 0}))
             goTo(*first);
+}
+
+void CellGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    showOffers();
 }
 
 void CellGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -1,8 +1,10 @@
 #pragma once
 #include "platform/form/CellTable.h"
+#include "platform/form/OfferList.h"
 #include <QPointer>
 #include <QSet>
 #include <QTableView>
+#include <QTimer>
 #include <functional>
 #include <optional>
 
@@ -19,12 +21,13 @@ struct CellPlace {
 /// An editor opens by typing, F2, Enter or a double click, with its text selected. Enter and Tab take it over
 /// and go to the next cell, Shift+Tab goes back, Up and Down take it over and change the row, Esc drops it.
 /// An editor whose text was not touched takes nothing over. A refused edit puts the old value back and stays
-/// on the cell. Outside an editor the arrows move, Tab leaves the grid, Delete asks the table to delete the
-/// row.
+/// on the cell. Where the keyed text has several offers, Down and Up go through them first. Outside an editor
+/// the arrows move, Tab leaves the grid, Delete asks the table to delete the row.
 class CellGrid : public QTableView {
     Q_OBJECT
   public:
     explicit CellGrid(QWidget* parent = nullptr);
+    ~CellGrid() override;
 
     /// The table stays the caller's and must outlive the grid or be replaced before. Hides columns that are
     /// not shown.
@@ -57,6 +60,9 @@ class CellGrid : public QTableView {
     /// Where Enter and Tab lead after an edit; nothing leaves the grid for the next control. Without the hook
     /// it is the next cell to the right that may be edited, then the first one in the rows below.
     std::function<std::optional<CellPlace>(CellPlace from)> NextCell;
+    /// What the text keyed into the cell may mean, the first being what the text alone means. Asked once the
+    /// keys pause, or when an arrow key asks for it: what a key does never depends on how fast it came.
+    std::function<std::vector<CellOffer>(CellPlace, const QString& typed)> Offers;
     /// Cells from which Enter leads on as after an edit, without opening the editor.
     std::function<bool(CellPlace)> EnterLeadsOn;
     /// Cells whose text is shown indented.
@@ -77,6 +83,7 @@ class CellGrid : public QTableView {
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QList<int>& roles) override;
@@ -90,6 +97,12 @@ class CellGrid : public QTableView {
     std::optional<CellPlace> previousCell(CellPlace from) const;
     bool mayEdit(CellPlace cell) const;
     void raiseContextMenu();
+    void textKeyed();
+    void readOffers();
+    void showOffers();
+    bool stepOffer(int by);
+    /// Takes the offer that the user went on to; false when it is the text itself that counts.
+    bool takeOffer();
     /// The cell blinks, and a soft beep is heard.
     void showRefused(const QModelIndex& index);
     void openIfWanted(const QModelIndex& index);
@@ -97,6 +110,8 @@ class CellGrid : public QTableView {
     CellTable* m_table = nullptr;
     QSet<int> m_openOnEnter;
     QPointer<QWidget> m_editor;
+    QPointer<OfferList> m_offers;
+    QTimer m_offerTimer;
     QPersistentModelIndex m_blinking;
     int m_strongRow = -1;
     bool m_zebra = false;

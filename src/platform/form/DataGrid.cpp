@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
+#include <utility>
 
 namespace platform {
 
@@ -27,6 +28,10 @@ DataGrid::DataGrid(QWidget* parent) :
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumHeight(fontMetrics().height() + 8);
+    viewport()->setMouseTracking(true);
+    connect(this, &DataGrid::entered, this, [this](const QModelIndex& cell) { notice(cell.row()); });
+    connect(this, &DataGrid::viewportEntered, this, [this] { notice(-1); });
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { notice(-1); });
 }
 
 void DataGrid::setDataControl(DataControl& control) {
@@ -180,6 +185,23 @@ void DataGrid::focusInEvent(QFocusEvent* event) {
     // Whoever comes by keyboard sees where the arrows start; nothing counts as chosen by that.
     if (!m_overMask && event->reason() != Qt::MouseFocusReason && markedRow() < 0 && rowCount() > 0)
         setRow(qMax(row(), 0));
+    notice(row());
+}
+
+void DataGrid::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    notice(-1);
+}
+
+void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (hasFocus())
+        notice(current.row());
+}
+
+void DataGrid::notice(int row) {
+    if (std::exchange(m_noticedRow, row) != row)
+        Q_EMIT rowNoticed(row);
 }
 
 void DataGrid::readShownRows() {
@@ -206,6 +228,8 @@ void DataGrid::keyboardSearch(const QString& typed) {
 }
 
 bool DataGrid::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave)
+        notice(hasFocus() ? row() : -1);
     if (event->type() == QEvent::ToolTip) {
         const QModelIndex cell = indexAt(static_cast<QHelpEvent*>(event)->pos());
         const bool isCut = cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());

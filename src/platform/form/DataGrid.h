@@ -79,6 +79,9 @@ class DataGrid : public QTableView {
     void rowClicked(int row);
     /// Double click or Enter on the row.
     void rowActivated(int row);
+    /// The row that a hint should tell of: under the pointer, or where the keyboard stands, whichever moved
+    /// last; -1 for none.
+    void rowNoticed(int row);
     /// Right mouse button, the menu key or Shift+F10; row -1 beside the rows.
     void rowContextMenu(int row, const QPoint& globalPos);
 
@@ -90,6 +93,8 @@ class DataGrid : public QTableView {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -101,6 +106,7 @@ class DataGrid : public QTableView {
 
   private:
     void applyColumns();
+    void notice(int row);
     /// -1 without one.
     int markedRow() const;
     QModelIndex firstCell(int row) const;
@@ -110,6 +116,7 @@ class DataGrid : public QTableView {
     RecordsetModel* m_model;
     QString m_emptyText;
     int m_pressedRow = -1;
+    int m_noticedRow = -1;
     int m_stretched = -1;
     bool m_overMask = false;
 };

@@ -196,6 +196,19 @@ TEST_F(CustomersScreenTest, SortsAndWalksTheList) {
     EXPECT_EQ(screen->key(), 2);
 }
 
+TEST_F(CustomersScreenTest, PassesOverACustomerWhoIsGone) {
+    ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Kunden WHERE lng_ID = 3"_s);
+    click(u"cmdNext");
+    EXPECT_EQ(screen->key(), -1);
+    EXPECT_EQ(markedKey(), -1);
+    click(u"cmdNext");
+    EXPECT_EQ(screen->key(), 1);
+    grid()->setFocus();
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    EXPECT_EQ(screen->key(), 2);
+}
+
 TEST_F(CustomersScreenTest, DeletesOnlyWhomNoOrderKnowsAndOnlyAfterYes) {
     clickRow(2);
     expectDeletion(u"tbl_Auftragswesen_%1_Master"_s, u"lng_KundenID"_s,

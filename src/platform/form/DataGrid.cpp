@@ -106,6 +106,11 @@ void DataGrid::standAt(int row) {
     selectionModel()->setCurrentIndex(firstCell(row), QItemSelectionModel::NoUpdate);
 }
 
+void DataGrid::passOver(int row) {
+    standAt(row);
+    m_passedOver = currentIndex();
+}
+
 QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex& index,
                                                                const QEvent*) const {
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
@@ -122,11 +127,12 @@ void DataGrid::keyPressEvent(QKeyEvent* event) {
                       (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     const int before = markedRow();
+    const bool goesOn = m_passedOver.isValid() && m_passedOver == currentIndex();
     if (enter && row() >= 0) {
         Q_EMIT rowActivated(row());
     } else if (menu) {
         Q_EMIT rowContextMenu(row(), viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
-    } else if (arrow && before < 0 && rowCount() > 0) {
+    } else if (arrow && before < 0 && !goesOn && rowCount() > 0) {
         setRow(qMax(row(), 0));
         Q_EMIT rowChosen(row());
     } else {

@@ -59,6 +59,9 @@ class DataGrid : public QTableView {
     void setRow(int row);
     /// Makes the row the present one and leaves none marked.
     void standAt(int row);
+    /// The chosen row turned out to be gone: the list stands there with none marked, and the arrow keys go on
+    /// from it instead of choosing it again.
+    void passOver(int row);
 
     /// A list over a mask marks nothing by itself: what is marked is what is in the mask. Any other one marks
     /// its first row when the focus comes to it by a key.
@@ -117,6 +120,7 @@ class DataGrid : public QTableView {
     QString m_emptyText;
     int m_pressedRow = -1;
     int m_noticedRow = -1;
+    QPersistentModelIndex m_passedOver;
     int m_stretched = -1;
     bool m_overMask = false;
 };

@@ -85,7 +85,7 @@ void MasterDataForm::goToRow(int row) {
     if (m_key == keyOfRow(row))
         m_grid->setRow(row);
     else
-        m_grid->clearSelection();
+        m_grid->passOver(row);
 }
 
 void MasterDataForm::printRows(const ReportJob& list,

@@ -58,7 +58,8 @@ class MasterDataForm : public QWidget {
     /// Runs the query and shows its rows; `filter` narrows the fetched ones (see
     /// store::Recordset::Filter). Column 0 is the key.
     void showRows(const QString& query, const std::vector<DataColumn>& columns, const QString& filter = {});
-    /// chooseRow; the row is marked once it is in the mask. The focus stays where that puts it.
+    /// chooseRow; the row is marked once it is in the mask. One that is gone from the store is passed over:
+    /// the list stands there, and the way leads on. The focus stays where that puts it.
     void goToRow(int row);
     /// Prints the list (see printList); it stands at its first row afterwards.
     void printRows(const ReportJob& list, const std::function<void(const Progress&)>& fillPrintTable);

@@ -1,4 +1,5 @@
 #include "masterdata/frmGruppenPreise.h"
+#include "common/Bounds.h"
 #include "common/Convert.h"
 #include "platform/form/FieldHelpers.h"
 #include "store/SystemSettings.h"
@@ -89,7 +90,9 @@ masterdata::GruppenPreise frmGruppenPreise::prices() const {
 }
 
 QLineEdit* frmGruppenPreise::faulty() const {
-    const auto found = std::find_if(m_prices.begin(), m_prices.end(),
-                                    [](const QLineEdit* price) { return !common::isNumeric(price->text()); });
+    const auto found = std::find_if(m_prices.begin(), m_prices.end(), [](const QLineEdit* price) {
+        const std::optional<double> amount = common::parseNumber(price->text());
+        return !amount || !common::isAmount(*amount);
+    });
     return found == m_prices.end() ? nullptr : *found;
 }

@@ -19,7 +19,7 @@ class frmGruppenPreise : public QGroupBox {
     void setPrices(const masterdata::GruppenPreise& prices);
     /// A price that is no number counts as 0.
     masterdata::GruppenPreise prices() const;
-    /// The first price that is no number, null when all are.
+    /// The first price that is none: no number, or more than a till can mean. Null when all are good.
     QLineEdit* faulty() const;
 
     /// Price group counted from 1.

@@ -147,14 +147,15 @@ class WorkingOrder : public QObject {
     /// The product or the extra of this key, if it has a price in the present price group.
     std::optional<Artikel> FindArtikel(bool isProdukt, qint64 id) const;
     /// Before an edited cell is taken over: a new quantity scales the price. `editor` null means no value.
-    /// Refused are numbers that a till cannot mean (LineMoney.h), and an emptied code or name of a filled
+    /// Refused are numbers that a till cannot mean (common/Bounds.h), and an emptied code or name of a filled
     /// line, which would leave a price behind that nobody stores: a line goes by RemoveLine.
     void BestellungGrid_BeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
     /// After a cell was taken over: derives the line anew. Call it after writing a cell by setCell.
     void BestellungGrid_Change(int row, int col);
     void CalculateTotalBestellung();
-    /// Spreads a percentage over all lines that have a price; replaces earlier discounts.
-    void SetRabattBestellung(double prozent);
+    /// Spreads a percentage over all lines that have a price; replaces earlier discounts. False, with nothing
+    /// changed, when a line's discount would be none that a till can mean.
+    bool SetRabattBestellung(double prozent);
     /// Sets the rate (percent) of all lines.
     void SetMWStSatzBestellung(double satz);
 

@@ -1,4 +1,5 @@
 // How a line gets its article: the lookups in the catalogue.
+#include "common/Bounds.h"
 #include "common/Convert.h"
 #include "orders/WorkingOrder.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
@@ -67,7 +68,9 @@ std::vector<Artikel> findArtikel(const Lookup& lookup, size_t most) {
 
 std::optional<Artikel> findFirst(const Lookup& lookup) {
     std::vector<Artikel> found = findArtikel(lookup, 1);
-    return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
+    // No line bears a price that it would refuse when typed.
+    return found.empty() || !common::isAmount(found.front().preis) ? std::nullopt
+                                                                   : std::optional(std::move(found.front()));
 }
 
 QString inGruppe(int preisGruppe) {

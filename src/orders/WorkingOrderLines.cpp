@@ -1,7 +1,10 @@
 // The lines of an order: quantity, discount, VAT, totals, picking and removing.
+#include "common/Bounds.h"
 #include "common/Convert.h"
 #include "orders/WorkingOrder.h"
 #include "store/SystemSettings.h"
+#include <algorithm>
+#include <map>
 
 using common::Value;
 
@@ -139,10 +142,10 @@ void WorkingOrder::BestellungGrid_BeforeEndEdit(int row, int col, Value& editor,
         break;
     case Col::Preis:
     case Col::Rabatt:
-        cancel = !isAmount(editor.toDouble());
+        cancel = !common::isAmount(editor.toDouble());
         break;
     case Col::MWSt:
-        cancel = !isRate(editor.toDouble());
+        cancel = !common::isRate(editor.toDouble());
         break;
     default:
         break;
@@ -157,7 +160,7 @@ void WorkingOrder::TakeAnzahl(int row, Value& editor, bool& cancel) {
     }
     const double anzahl = editor.toDouble();
     const LineMoney scaled = atQuantity(money(row), before, anzahl);
-    cancel = !isQuantity(anzahl) || !isAmount(scaled.price);
+    cancel = !common::isQuantity(anzahl) || !common::isAmount(scaled.price);
     if (!cancel)
         setMoney(row, scaled);
 }
@@ -209,14 +212,19 @@ void WorkingOrder::CalculateTotalBestellung() {
     BestellungTotalGrid.setCell(TotalRow::Total, kTotalAmount, sums.total);
 }
 
-void WorkingOrder::SetRabattBestellung(double prozent) {
-    for (int row = 0; row < BestellungGrid.rows(); ++row) {
-        const double preis = BestellungGrid.number(row, Col::Preis);
-        if (preis == 0)
-            continue;
-        BestellungGrid.setCell(row, Col::Rabatt, discountOf(preis, prozent));
+bool WorkingOrder::SetRabattBestellung(double prozent) {
+    std::map<int, double> discounts;
+    for (int row = 0; row < BestellungGrid.rows(); ++row)
+        if (const double preis = BestellungGrid.number(row, Col::Preis); preis != 0)
+            discounts[row] = discountOf(preis, prozent);
+    if (!std::all_of(discounts.begin(), discounts.end(),
+                     [](const auto& line) { return common::isAmount(line.second); }))
+        return false;
+    for (const auto& [row, discount] : discounts) {
+        BestellungGrid.setCell(row, Col::Rabatt, discount);
         BestellungGrid_Change(row, Col::Rabatt);
     }
+    return true;
 }
 
 void WorkingOrder::SetMWStSatzBestellung(double satz) {

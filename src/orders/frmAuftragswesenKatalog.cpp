@@ -154,8 +154,7 @@ void frmAuftragswesenAuftragserfassung::cmdRabatt_Click() {
     const QString answer =
         m_services.dialogs.InputBox(tr("Geben Sie den Rabatt in Prozenten an."), tr("Rabatt"), u"2"_s);
     const std::optional<double> percent = common::parseNumber(answer);
-    if (percent && std::abs(*percent) <= orders::kLargestDiscountPercent)
-        m_order.SetRabattBestellung(*percent);
-    else
+    constexpr double kLargestPercent = 1'000;
+    if (!percent || std::abs(*percent) > kLargestPercent || !m_order.SetRabattBestellung(*percent))
         tell(tr("Kein gültiger Rabatt-Satz."), tr("Ungültiger Rabatt"), platform::kStop);
 }

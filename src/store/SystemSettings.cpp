@@ -1,4 +1,5 @@
 #include "store/SystemSettings.h"
+#include "common/Bounds.h"
 #include "common/Convert.h"
 #include "common/modFunctions.h"
 #include "store/StoreGlobals.h"
@@ -145,12 +146,11 @@ QString Setting::text() const {
 }
 
 bool Setting::accepts(const QString& text) const {
-    constexpr double kWhole = 100;
     if (std::holds_alternative<QString*>(value))
         return true;
     if (kind == SettingKind::Rate) {
         const auto rate = common::parseNumber(text);
-        return rate && *rate >= 0 && *rate <= kWhole;
+        return rate && common::isRate(*rate);
     }
     bool whole = false;
     const qint32 number = text.trimmed().toInt(&whole);

@@ -171,6 +171,12 @@ TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
             EXPECT_EQ(number(0, Col::Anzahl), 1);
         }
     }
+    // Nor does one come from the catalogue.
+    ConnMain.Execute(QStringLiteral("UPDATE tbl_Verwaltung_Produkte_Preise SET dbl_Preis = 1e308"));
+    order.ClearBestellungMaske();
+    pickWein();
+    EXPECT_EQ(order.LastFilledRow(), -1);
+    EXPECT_EQ(total(), 0);
 }
 
 TEST_F(OrderLines, quantityScalesThePriceAndNotTheDiscount) {
@@ -233,6 +239,9 @@ TEST_F(OrderLines, discountOfTheOrderReplacesThatOfTheLines) {
     EXPECT_DOUBLE_EQ(total(), 12.3 - 1.25 + 14 - 1.4);
     order.SetRabattBestellung(0);
     EXPECT_DOUBLE_EQ(total(), 26.3);
+    type(0, Col::Preis, u"1000000");
+    EXPECT_FALSE(order.SetRabattBestellung(101));
+    EXPECT_DOUBLE_EQ(total(), 1'000'014);
 }
 
 TEST_F(OrderLines, totalsTakeTheVatOutOfThePrice) {

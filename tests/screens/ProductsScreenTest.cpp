@@ -111,10 +111,12 @@ TEST_F(ProductsScreenTest, RefusesInTheGivenOrder) {
     EXPECT_EQ(said(), (Said{{u"Bitte geben Sie eine Produkt Bezeichnung ein."_s, 0, faulty}}));
     enter(u"txt_Produkt", u"Pizza 'Speciale'"_s);
     find<QPlainTextEdit>(u"txt_Beschreibung")->setPlainText(u"mit \"allem\""_s);
-    put({{u"txt_Preis_4", u"1,5"_s}});
-    click(u"cmdSave");
-    EXPECT_EQ(said(),
-              (Said{{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0, u"Ungültige Eingabe"_s}}));
+    for (const char16_t* wrong : {u"1,5", u"1e308", u"-1000000.05"}) {
+        put({{u"txt_Preis_4", QString::fromUtf16(wrong)}});
+        click(u"cmdSave");
+        EXPECT_EQ(said(), (Said{{u"Bitte geben Sie überall einen gültigen Preis ein."_s, 0,
+                                 u"Ungültige Eingabe"_s}}));
+    }
     EXPECT_EQ(focusName(), u"txt_Preis_4"_s);
     EXPECT_EQ(text(u"txt_Produkt"), u"Pizza 'Speciale'"_s);
     put({{u"txt_Preis_4", u"1.5"_s}});

@@ -19,21 +19,6 @@ double netOf(const LineMoney& line) {
 
 } // namespace
 
-// Written so that what is no number is none of these.
-
-bool isQuantity(double quantity) {
-    return quantity == 0 ||
-           (std::abs(quantity) >= kSmallestQuantity && std::abs(quantity) <= kLargestQuantity);
-}
-
-bool isAmount(double amount) {
-    return std::abs(amount) <= kLargestAmount;
-}
-
-bool isRate(double percent) {
-    return percent >= 0 && percent <= kLargestRate;
-}
-
 LineMoney freshLine(double price, double rate) {
     return {price, 0, rate, price / (rate * 0.01 + 1)};
 }

@@ -5,18 +5,6 @@
 /// demo firm reckon with it alike.
 namespace orders {
 
-/// What a till can mean. Numbers beyond it are slips of the hand; far beyond it sums would stop being money.
-constexpr double kLargestQuantity = 100'000;
-constexpr double kSmallestQuantity = 0.001;
-constexpr double kLargestAmount = 1'000'000;
-constexpr double kLargestRate = 100;
-constexpr double kLargestDiscountPercent = 1'000;
-
-/// A quantity may be 0 or negative.
-bool isQuantity(double quantity);
-bool isAmount(double amount);
-bool isRate(double percent);
-
 struct LineMoney {
     double price = 0;    ///< of the whole line, including VAT
     double discount = 0; ///< an amount, which is taken off the price

@@ -35,6 +35,9 @@ TEST(AppStyle, EveryTextCanBeReadByDayAndByNight) {
         const QColor base = palette->color(QPalette::Base);
         EXPECT_GE(contrast(platform::quietInk(*palette, base), base), kReadable);
         EXPECT_GE(contrast(palette->color(QPalette::Text), platform::quietGrey(*palette)), kReadable);
+        const QColor refused = platform::refusedTint(*palette);
+        EXPECT_GE(contrast(palette->color(QPalette::Text), refused), kReadable);
+        EXPECT_GE(contrast(refused, base), 1.5) << "it is seen";
         EXPECT_GT(contrast(palette->color(QPalette::Active, QPalette::Highlight), base),
                   2 * contrast(palette->color(QPalette::Inactive, QPalette::Highlight), base))
             << "strong only where the focus is";

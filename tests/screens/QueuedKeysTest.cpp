@@ -177,6 +177,17 @@ TEST_F(OpenEditorTest, WhatReadsTheOrderTakesItOver) {
     key(u"3x");
     press(Qt::Key_F12);
     EXPECT_TRUE(dialogs.said.isEmpty()) << "what is refused is looked at before it is booked";
+    key(u"3x");
+    QTest::mouseClick(find<QPushButton>(u"cmdSave"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs.said.isEmpty()) << "nor does a click that takes the focus from it book it";
+    EXPECT_TRUE(find<platform::CellGrid>(u"BestellungGrid")->hasFocus());
+    key(u"3x");
+    QTest::mouseClick(find<QLineEdit>(u"txt_SucheTelefonNummer"), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    dialogs.answerInput(u"50"_s);
+    QTest::mouseClick(find<QPushButton>(u"cmdRabatt"), Qt::LeftButton);
+    EXPECT_EQ(order().total(orders::TotalRow::Total), 6) << "a later click is one of its own";
+    order().SetRabattBestellung(0);
     key(u"3");
     dialogs.answer(platform::kAnswerNo);
     press(Qt::Key_F12);

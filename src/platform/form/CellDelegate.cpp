@@ -3,6 +3,7 @@
 #include "platform/form/GridColors.h"
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 namespace platform {
 
@@ -63,8 +64,10 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         option->font.setBold(true);
     }
     if (index == m_grid.m_blinking) {
+        const QColor ground = refusedTint(option->palette);
         option->state &= ~QStyle::State_Selected;
-        option->backgroundBrush = option->palette.color(QPalette::Text);
+        option->backgroundBrush = ground;
+        option->palette.setColor(QPalette::Text, readable(option->palette.color(QPalette::Text), ground));
     }
 }
 
@@ -73,6 +76,9 @@ bool CellDelegate::eventFilter(QObject* object, QEvent* event) {
     if (editor && event->type() == QEvent::KeyPress &&
         m_grid.editorKey(editor, static_cast<QKeyEvent*>(event)))
         return true;
+    const QScopedValueRollback leaving(m_grid.m_leftByClick, event->type() == QEvent::FocusOut &&
+                                                                 static_cast<QFocusEvent*>(event)->reason() ==
+                                                                     Qt::MouseFocusReason);
     // Keys that act at the press must not reach the main window as shortcuts first.
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {

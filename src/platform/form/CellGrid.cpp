@@ -7,12 +7,36 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QTimer>
+#include <utility>
 
 namespace platform {
 namespace {
 
 /// Longer than between the keys of somebody who knows what he types.
 constexpr int kOffersAfterMilliseconds = 120;
+
+/// Acts once the mouse button that is down has been let go and what it clicked has acted.
+class EndOfClick : public QObject {
+  public:
+    EndOfClick(QObject* parent, std::function<void()> act) : QObject(parent), m_act(std::move(act)) {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonRelease) {
+            qApp->removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] {
+                m_act();
+                deleteLater();
+            });
+        }
+        return false;
+    }
+
+  private:
+    std::function<void()> m_act;
+};
 
 } // namespace
 
@@ -79,7 +103,12 @@ void CellGrid::goTo(CellPlace cell, bool edit) {
 }
 
 bool CellGrid::finishEdit() {
-    return !isEditing() || !m_editor || closeEditorTakingOver(m_editor);
+    if (isEditing() && m_editor)
+        return closeEditorTakingOver(m_editor);
+    if (!std::exchange(m_refusedByClick, false))
+        return true;
+    setFocus();
+    return false;
 }
 
 bool CellGrid::mayEdit(CellPlace cell) const {
@@ -241,9 +270,14 @@ void CellGrid::keyPressEvent(QKeyEvent* event) {
 }
 
 void CellGrid::showRefused(const QModelIndex& index) {
-    constexpr int kBlinkMilliseconds = 250;
+    constexpr int kBlinkMilliseconds = 400;
     m_blinking = index;
+    viewport()->update();
     QApplication::beep();
+    if (m_leftByClick) {
+        m_refusedByClick = true;
+        new EndOfClick(this, [this] { m_refusedByClick = false; });
+    }
     QTimer::singleShot(kBlinkMilliseconds, this, [this] {
         m_blinking = QModelIndex();
         viewport()->update();

@@ -54,7 +54,8 @@ class CellGrid : public QTableView {
 
     bool isEditing() const { return state() == EditingState; }
 
-    /// Takes over what an open editor holds and closes it. False when the edit was refused.
+    /// Takes over what an open editor holds and closes it. False when the edit was refused, also when the
+    /// click that asks for it has closed the editor already.
     bool finishEdit();
 
     /// Where Enter and Tab lead after an edit; nothing leaves the grid for the next control. Without the hook
@@ -117,6 +118,9 @@ class CellGrid : public QTableView {
     bool m_zebra = false;
     bool m_holdEditor = false;
     bool m_refused = false;
+    /// The present click takes the focus from the editor, and what it held was refused.
+    bool m_leftByClick = false;
+    bool m_refusedByClick = false;
 };
 
 } // namespace platform

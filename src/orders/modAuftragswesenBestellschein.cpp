@@ -125,12 +125,13 @@ std::vector<PrinterEntry> entriesInUse() {
     return {entries.begin(), entries.begin() + count};
 }
 
-/// A setting that names no template leaves the one of the slip before. Meant so.
+/// The template of the slip before, from 0.
+int lastVorlage = 0;
+
 QString slipFile() {
-    static int vorlage = 0;
     if (SysVorlageBestellung >= 0 && SysVorlageBestellung <= 3)
-        vorlage = SysVorlageBestellung;
-    return QStringLiteral("rep_report%1.rpt").arg(vorlage + 1);
+        lastVorlage = SysVorlageBestellung;
+    return QStringLiteral("rep_report%1.rpt").arg(lastVorlage + 1);
 }
 
 ReportJob slipJob(const platform::Printer& printer, int destination) {
@@ -204,8 +205,10 @@ bool hasPrintedOrder() {
 
 /// Left behind, the rows would be shown as a printed order.
 void emptySlip() {
+    store::Transaction together(ConnPrint);
     ConnPrint.Execute(QStringLiteral("DELETE * FROM BestellReport"));
     ConnPrint.Execute(QStringLiteral("DELETE * FROM ZusatzInfo"));
+    together.commit();
 }
 
 } // namespace

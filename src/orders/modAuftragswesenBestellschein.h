@@ -2,7 +2,8 @@
 #include "orders/WorkingOrder.h"
 #include "platform/report/Reports.h"
 
-/// The order slip.
+/// The order slip. A setting that names no template leaves the one of the slip before, in this run of the
+/// program.
 namespace modAuftragswesenBestellschein {
 
 /// Prints the order as it stands in its cells, saved or not: fills the print tables and runs the slip once a

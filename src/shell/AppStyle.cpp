@@ -27,9 +27,11 @@ QFont applicationFont() {
     // Who chose larger letters for the desktop wants them here as well.
     const double size = qMax(10.0, QFontInfo(font).pointSizeF());
     // Families whose figures all have one width, so that amounts stand in columns.
-    for (const char* family : {"DejaVu Sans", "Liberation Sans", "Noto Sans", "Segoe UI"})
-        if (QFontDatabase::hasFamily(QLatin1String(family)))
+    for (const char* family : {"Segoe UI", "Noto Sans", "Liberation Sans", "DejaVu Sans"})
+        if (QFontDatabase::hasFamily(QLatin1String(family))) {
             font = QFont(QLatin1String(family));
+            break;
+        }
     font.setPointSizeF(size);
     return font;
 }

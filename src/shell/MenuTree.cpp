@@ -1,5 +1,9 @@
 #include "shell/MenuTree.h"
 #include "common/Guard.h"
+#include "desks/CallerListDesk.h"
+#include "desks/CustomerDesk.h"
+#include "desks/OrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include <QCoreApplication>
 #include <QMenu>
 
@@ -30,7 +34,7 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnEinstellungenLine2", "-", "", "mnEinstellungen", Line, ""},
         {"mnEinstellungenBeenden", "&Beenden", "Ctrl+X", "mnEinstellungen", MenuKind::Beenden, ""},
         {"mnVerwaltung", "Ver&waltung", "", "", Menu, ""},
-        {"mnVerwaltungKunden", "&Kunden", "Ctrl+K", "mnVerwaltung", Screen, "frmVerwaltungKunden"},
+        {"mnVerwaltungKunden", "&Kunden", "Ctrl+K", "mnVerwaltung", Screen, desks::CustomerDesk::kScreen},
         {"mnVerwaltungKurier", "Ku&rier", "Ctrl+R", "mnVerwaltung", Screen, "frmVerwaltungKuriere"},
         {"mnVerwaltungLine1", "-", "", "mnVerwaltung", Line, ""},
         {"mnVerwaltungProduktGruppe", "Produkt Gruppen", "", "mnVerwaltung", Screen, "frmProdukteKategorien"},
@@ -38,12 +42,12 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnVerwaltungProdukteExtras", "Extras", "", "mnVerwaltung", Screen, "frmProdukteExtras"},
         {"mnAuftragswesen", "Au&ftragswesen", "", "", Menu, ""},
         {"mnAuftragswesenBestellungen", "&Auftragserfassung", "Ctrl+B", "mnAuftragswesen", Screen,
-         "frmAuftragswesenAuftragserfassung"},
+         desks::OrderDesk::kScreen},
         {"mnAuftragswesenVorbestellungen", "V&orbestellungen", "Ctrl+O", "mnAuftragswesen", Screen,
-         "frmAuftragswesenVorbestellungen"},
+         desks::PreOrderList::kScreen},
         {"mnAuftragswesenLine1", "-", "", "mnAuftragswesen", Line, ""},
         {"mnAuftragswesenISDNListe", "Anrufer &Liste", "Ctrl+N", "mnAuftragswesen", MenuKind::AnruferListe,
-         "frmVerwaltungAnruferListe"},
+         desks::CallerList::kScreen},
         {"mnAuswertungen", "&Auswertungen", "", "", Menu, ""},
         {"mnAuswertungenKundenumsatz", "Kunden Umsatz", "", "mnAuswertungen", Screen,
          "frmAuswertungenUmsatzProduktePerKunde"},

@@ -19,7 +19,7 @@ struct MenuEntry {
     const char* parent;
     MenuKind kind;
     /// Name of the screen that it opens.
-    const char* screen;
+    QString screen;
 };
 
 /// The whole menu, top to bottom.

@@ -1,4 +1,8 @@
 #include "shell/Screens.h"
+#include "desks/CallerListDesk.h"
+#include "desks/CustomerDesk.h"
+#include "desks/OrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
 #include "masterdata/frmProdukteKategorien.h"
@@ -26,7 +30,7 @@ template <typename Screen> auto creator(const platform::Services& services) {
 
 void registerScreens(ScreenRegistry& registry, const platform::Services& services,
                      telephony::PhoneBook& phoneBook) {
-    registry.add(QStringLiteral("frmAuftragswesenAuftragserfassung"),
+    registry.add(desks::OrderDesk::kScreen,
                  {.create = [services, &phoneBook](QWidget* parent) -> QWidget* {
                       return new frmAuftragswesenAuftragserfassung(services, phoneBook, parent);
                   },
@@ -38,9 +42,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                   },
                   .modal = true});
     registry.add(QStringLiteral("frmEinstellungenSystem"), {creator<frmEinstellungenSystem>(services)});
-    registry.add(QStringLiteral("frmAuftragswesenVorbestellungen"),
-                 {creator<frmAuftragswesenVorbestellungen>(services)});
-    registry.add(QStringLiteral("frmAuftragswesenVorbestellungenAlarm"),
+    registry.add(desks::PreOrderList::kScreen, {creator<frmAuftragswesenVorbestellungen>(services)});
+    registry.add(desks::PreOrderAlarm::kScreen,
                  {.create = creator<frmAuftragswesenVorbestellungenAlarm>(services), .floating = true});
     registry.add(QStringLiteral("frmProdukteKategorien"), {creator<frmProdukteKategorien>(services)});
     registry.add(QStringLiteral("frmProdukteExtras"), {creator<frmProdukteExtras>(services)});
@@ -49,9 +52,9 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                       return modProdukteKategorien::CheckProduktGruppenDefined(services.dialogs,
                                                                                services.navigation);
                   }});
-    registry.add(QStringLiteral("frmVerwaltungAnruferListe"),
+    registry.add(desks::CallerList::kScreen,
                  {.create = creator<frmVerwaltungAnruferListe>(services), .modal = true, .inRoom = true});
-    registry.add(QStringLiteral("frmVerwaltungKunden"), {[services, &phoneBook](QWidget* parent) -> QWidget* {
+    registry.add(desks::CustomerDesk::kScreen, {[services, &phoneBook](QWidget* parent) -> QWidget* {
                      return new frmVerwaltungKunden(services, phoneBook, parent);
                  }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});

@@ -78,7 +78,7 @@ void frmEinstellungenBenutzer::enableMask(bool on) {
 void frmEinstellungenBenutzer::chooseRow(int row) {
     MasterDataForm::chooseRow(row);
     enableMask(true);
-    // Cleaning the mask has moved it.
+    // Cleaning the mask has moved the focus to cmdNewUser.
     m_ui->BenutzerGrid->setFocus();
 }
 

@@ -2,6 +2,10 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "desks/CallerListDesk.h"
+#include "desks/CustomerDesk.h"
+#include "desks/OrderDesk.h"
+#include "desks/PreOrderDesk.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "shell/MenuTree.h"
@@ -57,7 +61,7 @@ void frmMDI::setUpMenu() {
     const auto leadsSomewhere = [this](const MenuEntry& entry) {
         if (entry.kind == MenuKind::SoftwareUpdate)
             return bool(m_procedures.showSoftwareUpdate);
-        return entry.kind == MenuKind::Beenden || m_screens->has(QLatin1String(entry.screen));
+        return entry.kind == MenuKind::Beenden || m_screens->has(entry.screen);
     };
     m_menu = new shell::MenuTree(
         *m_ui->menubar, leadsSomewhere, [this](const MenuEntry& entry) { choose(entry); }, this);
@@ -68,14 +72,14 @@ void frmMDI::choose(const MenuEntry& entry) {
     case MenuKind::Beenden:
         return m_services.navigation.endProgram();
     case MenuKind::Anmeldung:
-        m_screens->show(QLatin1String(entry.screen));
+        m_screens->show(entry.screen);
         return ApplyUserRights();
     case MenuKind::AnruferListe:
         return openAnruferListe();
     case MenuKind::SoftwareUpdate:
         return m_procedures.showSoftwareUpdate();
     default:
-        m_screens->show(QLatin1String(entry.screen));
+        m_screens->show(entry.screen);
     }
 }
 
@@ -110,9 +114,9 @@ QAction* frmMDI::menuAction(const QString& name) const {
 }
 
 void frmMDI::setUpToolBar() {
-    toolButton(m_ui->ToolBarKunden, u"frmVerwaltungKunden"_s);
-    toolButton(m_ui->ToolBarBestellung, u"frmAuftragswesenAuftragserfassung"_s);
-    toolButton(m_ui->ToolBarVorbestellung, u"frmAuftragswesenVorbestellungen"_s);
+    toolButton(m_ui->ToolBarKunden, desks::CustomerDesk::kScreen);
+    toolButton(m_ui->ToolBarBestellung, desks::OrderDesk::kScreen);
+    toolButton(m_ui->ToolBarVorbestellung, desks::PreOrderList::kScreen);
     toolButton(m_ui->ToolBarInternetTransfer, u"frmOnlineShopTransfer"_s);
     toolButton(m_ui->ToolBarKurier, u"frmVerwaltungKuriere"_s);
     // Unlike the menu entry it does not apply the rights itself: the log-in does that in any case.
@@ -133,7 +137,7 @@ void frmMDI::toolButton(QToolButton* button, const QString& screen) {
 void frmMDI::setUpPanels() {
     setUpCallPanel();
     m_ui->ShowTelefonListeCommand->hide();
-    m_ui->ShowTelefonListeCommand->setEnabled(m_screens->has(u"frmVerwaltungAnruferListe"_s));
+    m_ui->ShowTelefonListeCommand->setEnabled(m_screens->has(desks::CallerList::kScreen));
     connectGuarded(Origin::User, m_ui->ShowTelefonListeCommand, &QPushButton::clicked, this,
                    [this] { openAnruferListe(); });
     m_ui->ShowInternetListeCommand->hide();
@@ -201,7 +205,8 @@ void frmMDI::showKundenTotal(qint64 count) {
 
 void frmMDI::showMessage(const QString& message) {
     m_ui->MDIMeldung->setText(message);
-    m_ui->MDIMeldung->setToolTip(message);
+    const bool isCut = m_ui->MDIMeldung->sizeHint().width() > m_ui->MDIMeldung->width();
+    m_ui->MDIMeldung->setToolTip(isCut ? message : QString());
     QAccessibleEvent alert(m_ui->MDIMeldung, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

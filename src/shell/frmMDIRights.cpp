@@ -30,7 +30,7 @@ bool frmMDI::mayReach(const QString& screen) const {
     // The menu holds the rights: a screen that no entry leads to is open to all.
     bool inMenu = false;
     for (const shell::MenuEntry& entry : shell::menuEntries()) {
-        if (screen != QLatin1String(entry.screen))
+        if (screen != entry.screen)
             continue;
         inMenu = true;
         if (m_menu->allows(entry))

@@ -35,6 +35,8 @@ class Field {
     /// Puts the value into the row being added or changed; it reaches the store with Update.
     Field& operator=(const common::Value& value);
 
+    /// Copies the value, not which field this is.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): a value put in its own place stays it
     Field& operator=(const Field& other) { return *this = other.Value(); }
 
     Field(const Field&) = default;
@@ -63,8 +65,7 @@ class Field {
 /// - forward-only and read-only: straight from the running query (StreamedRows); Eof, Fields, MoveNext and
 ///   Close are all there is;
 /// - static and read-only, of a plain query (see PlainQuery) on one table with a counter: by the counters of
-/// the
-///   rows, the values as they are looked at (KeyedRows);
+///   the rows, the values as they are looked at (KeyedRows);
 /// - else all rows are fetched (FetchedRows).
 /// The last two run their query at the first look at a row, so that a recordset opened only to add rows costs
 /// nothing on a large table.

@@ -335,7 +335,7 @@ TEST_F(ShellTest, NoEntryIsADeadClick) {
         const QAction* action = window.menuAction(QLatin1String(entry.name));
         ASSERT_TRUE(action) << entry.name;
         if (entry.kind == shell::MenuKind::Screen) {
-            EXPECT_EQ(action->isEnabled(), app->screens().has(QLatin1String(entry.screen))) << entry.name;
+            EXPECT_EQ(action->isEnabled(), app->screens().has(entry.screen)) << entry.name;
         }
     }
     EXPECT_TRUE(find<QToolButton>("ToolBarBestellung")->isEnabled());
@@ -387,9 +387,8 @@ TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
     procedures.showSoftwareUpdate = [] {};
     build();
     for (const shell::MenuEntry& entry : shell::menuEntries())
-        if (*entry.screen && !app->screens().has(QLatin1String(entry.screen)))
-            app->screens().add(QLatin1String(entry.screen),
-                               {.create = [](QWidget* parent) { return new QWidget(parent); }});
+        if (!entry.screen.isEmpty() && !app->screens().has(entry.screen))
+            app->screens().add(entry.screen, {.create = [](QWidget* parent) { return new QWidget(parent); }});
     registry.values.insert(u"TavolinoHelp/StepByStep/ID"_s, u"0"_s);
     ASSERT_TRUE(app->start());
     frmMDI& window = app->mainWindow();
@@ -421,7 +420,7 @@ TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
             const bool shop = QLatin1String(entry.parent).startsWith(u"mnOnlineShop"_s);
             const QString name = shop ? u"mnOnlineShop"_s : QString::fromLatin1(entry.name);
             if (entry.kind == shell::MenuKind::Screen) {
-                EXPECT_EQ(app->services().navigation.hasScreen(QLatin1String(entry.screen)),
+                EXPECT_EQ(app->services().navigation.hasScreen(entry.screen),
                           !guarded.contains(name) || opened.contains(name))
                     << who.toStdString() << ' ' << entry.name;
             }

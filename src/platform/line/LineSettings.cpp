@@ -1,19 +1,12 @@
 #include "platform/line/LineSettings.h"
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QSettings>
 #include <algorithm>
 
 namespace platform {
 namespace {
-
-const QStringList kKeys = {
-    QStringLiteral("Leitung"),        QStringLiteral("Wiederholung"),   QStringLiteral("Landesvorwahl"),
-    QStringLiteral("AnruferListe"),   QStringLiteral("SipAdresse"),     QStringLiteral("SipPort"),
-    QStringLiteral("SipRegistrar"),   QStringLiteral("SipBenutzer"),    QStringLiteral("SipPasswort"),
-    QStringLiteral("SipAnmeldename"), QStringLiteral("SipDomain"),      QStringLiteral("SipNurBekannte"),
-    QStringLiteral("SipAblauf"),      QStringLiteral("CapiController"), QStringLiteral("MonitorHost"),
-    QStringLiteral("MonitorPort")};
 
 /// The keys of the section; a missing or empty key leaves the default.
 class Section {
@@ -25,7 +18,8 @@ class Section {
 
     bool has(const QString& key) const { return m_file.contains(kSection + key); }
 
-    QString text(const QString& key, const QString& fallback = {}) const {
+    QString text(const QString& key, const QString& fallback = {}) {
+        m_known.insert(key);
         // An unquoted comma makes a list of the value.
         const auto value = m_file.value(kSection + key).toStringList().join(u',').trimmed();
         return value.isEmpty() ? fallback : value;
@@ -63,6 +57,15 @@ class Section {
         m_problems << QStringLiteral("Der Wert von \"%1\" ist nicht zu verstehen.").arg(key);
     }
 
+    /// Once all keys were asked for: any other one is a mistake.
+    void findUnknownKeys() {
+        m_file.beginGroup(QStringLiteral("Telefon"));
+        for (const QString& key : m_file.childKeys())
+            if (!m_known.contains(key))
+                m_problems << QStringLiteral("\"%1\" im Abschnitt [Telefon] ist unbekannt.").arg(key);
+        m_file.endGroup();
+    }
+
     const QStringList& problems() const { return m_problems; }
 
   private:
@@ -73,15 +76,11 @@ class Section {
             m_problems << QStringLiteral("Die Datei ist beschädigt.");
         else if (!m_file.childGroups().contains(QStringLiteral("Telefon")))
             m_problems << QStringLiteral("Der Abschnitt [Telefon] fehlt oder ist leer.");
-        m_file.beginGroup(QStringLiteral("Telefon"));
-        for (const QString& key : m_file.childKeys())
-            if (!kKeys.contains(key))
-                m_problems << QStringLiteral("\"%1\" im Abschnitt [Telefon] ist unbekannt.").arg(key);
-        m_file.endGroup();
     }
 
     inline static const QString kSection = QStringLiteral("Telefon/");
     QSettings m_file;
+    QSet<QString> m_known;
     QStringList m_problems;
 };
 
@@ -129,9 +128,9 @@ LineSettings::Sip readSip(Section& section) {
 /// Digits alone, however the code was written.
 QString readCountryCode(Section& section) {
     const QString key = QStringLiteral("Landesvorwahl");
+    QString code = section.text(key);
     if (!section.has(key))
         return LineSettings().countryCode;
-    QString code = section.text(key);
     for (const QString& prefix : {QStringLiteral("+"), QStringLiteral("00")})
         if (code.startsWith(prefix))
             code = code.mid(prefix.size());
@@ -157,6 +156,7 @@ LineSettings LineSettings::read(const QString& iniFile) {
     settings.capi.controller = section.number(QStringLiteral("CapiController"), 1, 0, 127);
     settings.monitor.host = section.text(QStringLiteral("MonitorHost"));
     settings.monitor.port = section.port(QStringLiteral("MonitorPort"), settings.monitor.port);
+    section.findUnknownKeys();
     settings.problem = section.problems().join(u'\n');
     return settings;
 }

@@ -62,7 +62,9 @@ struct LineSettings {
     Sip sip;
     Capi capi;
     Monitor monitor;
-    /// What is wrong with the file, a sentence a line; "" for nothing. What is wrong counts as left out.
+    /// What is not to be understood in the file, a sentence a line; "" for nothing. It counts as left out,
+    /// but for a port, see above. A number beyond the limits told above is understood, and counts as the
+    /// limit.
     QString problem;
 
     /// A file that is not there gives the defaults, which means no line. Never throws.

@@ -3,7 +3,7 @@
 
 -- Orders: by customer the newest first, with his journal's sums; by courier and by day with the turnover, within a
 -- day by number, as the journal lists them; by moment for a working day that ends after midnight.
-CREATE INDEX idx_Bestellungen_Kunde ON tbl_Auftragswesen_Bestellungen_Master
+CREATE INDEX idx_Bestellungen_Kunde_Nummer ON tbl_Auftragswesen_Bestellungen_Master
     (lng_KundenID, lng_TrxNr, lng_LieferDatum, dbl_TotalMitMWSt);
 CREATE INDEX idx_Bestellungen_Datum ON tbl_Auftragswesen_Bestellungen_Master
     (lng_BestellDatum, lng_TrxNr, dbl_TotalMitMWSt, dbl_MWStBetrag);

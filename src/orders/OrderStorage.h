@@ -39,14 +39,13 @@ struct OrderNumber {
 /// that hold no date where one is stored, kOrderDisagrees for an order whose total is not that of its lines.
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
+/// Makes what an installation of an earlier program lacks: the table of finished orders, and the index of a
+/// customer's newest ones. Once at start, before anything is stored.
+void PrepareStore();
+
 /// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
 /// transaction that does so: whatever cuts the program off, a draft is known to be done with or it is not
-/// done at all.
-///
-/// Makes the table where an installation of an earlier program lacks it. Once at start, before anything is
-/// stored.
-void PrepareFinished();
-/// The transaction is the caller's.
+/// done at all. The transaction is the caller's.
 void MarkFinished(const QString& kennung);
 /// Forgets those of long ago, after the answer.
 bool IsFinished(const QString& kennung);

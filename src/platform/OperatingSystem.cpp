@@ -3,6 +3,9 @@
 #include <windows.h>
 #else
 #include <QDir>
+#include <QFile>
+#include <cerrno>
+#include <sys/file.h>
 #endif
 
 namespace platform {
@@ -14,6 +17,17 @@ QString systemFolder() {
     return QString::fromWCharArray(buffer, int(length));
 #else
     return QDir::rootPath();
+#endif
+}
+
+bool isHeldByAProcess(const QString& lockFile) {
+#ifdef Q_OS_WIN
+    Q_UNUSED(lockFile);
+    return false;
+#else
+    QFile file(lockFile);
+    return file.open(QIODevice::ReadOnly) && flock(file.handle(), LOCK_SH | LOCK_NB) != 0 &&
+           errno == EWOULDBLOCK;
 #endif
 }
 

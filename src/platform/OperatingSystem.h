@@ -6,4 +6,8 @@ namespace platform {
 /// The folder of the operating system itself ("C:\Windows"); the root folder where there is none such.
 QString systemFolder();
 
+/// Whether a living process, whoever's, holds the file as a QLockFile does. Only of a file that can be read
+/// is it known; false otherwise.
+bool isHeldByAProcess(const QString& lockFile);
+
 } // namespace platform

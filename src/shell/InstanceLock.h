@@ -12,7 +12,7 @@ class InstanceLock {
         Taken,
         /// The folder cannot be written; nothing is held.
         Unwritable,
-        /// Another program on this computer lives and holds it.
+        /// Another program on this computer lives and holds it, maybe another user's.
         RunsHere,
         /// Another computer left it, or holds it still: which one cannot be told from here.
         HeldElsewhere,
@@ -23,9 +23,9 @@ class InstanceLock {
     explicit InstanceLock(const QString& file);
 
     State take();
-    /// Whatever was found there, where it can be replaced; otherwise nothing is held, and the owner has said
-    /// that nobody else is there.
-    void takeOver();
+    /// Replaces what take() found, after the owner has said that nobody else is there. Where it cannot be
+    /// replaced nothing is held, and the state is again the one found. RunsHere: somebody was quicker.
+    State takeOver();
     /// The computer that the lock names; "" without one.
     QString computer() const;
 

@@ -75,10 +75,9 @@ bool Startup::refuseSecondInstance() {
     // A folder that cannot be written is the next step's to tell.
     if (found == InstanceLock::State::Taken || found == InstanceLock::State::Unwritable)
         return true;
-    if (found != InstanceLock::State::RunsHere && askAboutLock(found)) {
-        m_lock->takeOver();
+    if (found != InstanceLock::State::RunsHere && askAboutLock(found) &&
+        m_lock->takeOver() != InstanceLock::State::RunsHere)
         return true;
-    }
     m_services.navigation.endProgram();
     return false;
 }
@@ -132,7 +131,7 @@ bool Startup::OpenDatabases() {
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     });
-    orders::PrepareFinished();
+    orders::PrepareStore();
     return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
 }
 

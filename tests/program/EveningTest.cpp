@@ -40,6 +40,9 @@ class Evening : public test::ProgramTest {
                          u"lng_VorbestellungAutomatischZeit = 30, lng_EditierungBestellungen = 1"_s);
         // As an installation of an earlier program.
         ConnMain.Execute(u"DROP TABLE tbl_Auftragswesen_Erledigt"_s);
+        ConnMain.Execute(u"DROP INDEX idx_Bestellungen_Kunde_Nummer"_s);
+        ConnMain.Execute(u"CREATE INDEX idx_Bestellungen_Kunde ON "
+                         u"tbl_Auftragswesen_Bestellungen_Master(lng_KundenID)"_s);
         modEinstellungenBenutzer::SaveAnmeldung(true);
         modEinstellungenBenutzer::SaveBenutzer({u"Anna"_s, u"Brot"_s, {}}, 0);
         modEinstellungenBenutzer::SaveBenutzer({u"Rosa"_s, u"Salz"_s, {true}}, 0);
@@ -195,6 +198,8 @@ TEST_F(Evening, AnEndInMidOrderIsTakenUpAtTheNextStart) {
     const QString question = u"Ein angefangener Auftrag wurde gefunden. Möchten Sie ihn weiter bearbeiten?"_s;
     open();
     EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_EQ(TestFirm::value(u"SELECT name FROM sqlite_master WHERE name LIKE 'idx_Bestellungen_Kunde%'"_s),
+              u"idx_Bestellungen_Kunde_Nummer"_s);
     ring(u"0791234567"_s);
     press(Qt::Key_F9);
     key(u"10"_s);
@@ -231,6 +236,17 @@ TEST_F(Evening, AnEndInMidOrderIsTakenUpAtTheNextStart) {
     EXPECT_FALSE(screen());
     EXPECT_FALSE(QFile::exists(draft));
     EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Bestellungen_Master"_s), 1);
+    window().close();
+
+    QFile damaged(draft);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("{") == 1);
+    damaged.close();
+    open();
+    EXPECT_TRUE(dialogs.last().text.contains(u"lässt sich aber nicht lesen"_s));
+    EXPECT_TRUE(dialogs.last().text.endsWith(u"Auftrag.entwurf.defekt"_s));
+    EXPECT_EQ(dialogs.last().style, platform::kInformation);
+    EXPECT_FALSE(screen());
+    EXPECT_EQ(dialogs.unexpected, 0);
 }
 
 TEST_F(Evening, WhatIsGivenUpComesBackAndTheSlipTellsTheTruth) {

@@ -69,6 +69,14 @@ TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
         EXPECT_TRUE(dialogs.last().text.contains(u"\"KASSE-ALT\""_s));
     }
     EXPECT_EQ(ended, QList<int>{0});
+    build();
+    file("4711\ntavolino\nKASSE-ALT\nanother-machine\nboot\n");
+    QLockFile quicker(path);
+    dialogs.answer(platform::kAnswerYes, [&] { EXPECT_TRUE(QFile::remove(path) && quicker.tryLock(0)); });
+    EXPECT_FALSE(app->start()) << "whoever was quicker while the question stood";
+    quicker.unlock();
+    build();
+    EXPECT_TRUE(app->start());
     const auto said = dialogs.said.size();
     build();
     EXPECT_TRUE(app->start()) << "the answer holds for the next start";

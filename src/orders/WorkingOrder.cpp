@@ -147,10 +147,10 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
     for (const DetailCell cell :
          {Detail::AuftragsNr, Detail::KundenNr, Detail::Datum, Detail::Bestellzeit, Detail::MWStNr})
         BestellungDetailsGrid.setKind(cell.row, cell.column, CellKind::ReadOnly);
-    for (const int row : {TotalRow::Summe, TotalRow::MWSt1, TotalRow::Total}) {
-        BestellungTotalGrid.setKind(row, 0, CellKind::Label);
-        BestellungTotalGrid.setKind(row, 1, CellKind::ReadOnly);
-    }
+    // The third row's may be edited, and looks like the others.
+    for (const int row : {TotalRow::Summe, TotalRow::MWSt1, TotalRow::Total})
+        for (const int col : {0, 1})
+            BestellungTotalGrid.setKind(row, col, CellKind::Label);
 }
 
 void WorkingOrder::ClearBestellungMaske() {

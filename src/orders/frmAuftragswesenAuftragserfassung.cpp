@@ -1,6 +1,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "desks/CustomerDesk.h"
 #include "masterdata/Artikel.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/frmPopUpMenu.h"
@@ -67,10 +68,16 @@ void frmAuftragswesenAuftragserfassung::setUpGrids() {
     details->openEditorOnEnter({1, 3, 5});
     for (const int label : {0, 2, 4})
         details->horizontalHeader()->setSectionResizeMode(label, QHeaderView::ResizeToContents);
-    details->setColumnTwips(1, 1050);
-    details->setColumnTwips(3, 1450);
+    const auto widthOf = [details](const QString& text) {
+        constexpr int kCellMargins = 8;
+        return details->fontMetrics().horizontalAdvance(text) + kCellMargins;
+    };
+    details->setColumnWidth(1, widthOf(u"000000"_s));
+    details->setColumnWidth(3, widthOf(u"30/Nov/2000"_s));
     details->horizontalHeader()->hide();
-    details->horizontalHeader()->setStretchLastSection(true);
+    // On a small screen the VAT number takes two lines.
+    details->horizontalHeader()->setSectionResizeMode(5, QHeaderView::Stretch);
+    details->setWordWrap(true);
     details->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     connectGuarded(Origin::User, details, &platform::CellGrid::cellContextMenu, this,
                    [this](int row, int column, const QPoint& pos) { detailsMenu(row, column, pos); });
@@ -360,7 +367,7 @@ void frmAuftragswesenAuftragserfassung::showButtons() {
     const orders::OrderButtons& on = m_order.buttons();
     m_ui->cmdKundeSchnellerfassung->setEnabled(on.cmdKundeSchnellerfassung);
     m_ui->cmdKundeEditierung->setEnabled(on.cmdKundeEditierung &&
-                                         m_services.navigation.hasScreen(u"frmVerwaltungKunden"_s));
+                                         m_services.navigation.hasScreen(desks::CustomerDesk::kScreen));
     m_ui->cmdSave->setEnabled(on.cmdSave);
     m_ui->cmdPrint->setEnabled(on.cmdPrint);
     m_ui->cmdVerwaltungSave->setEnabled(on.cmdVerwaltungSave);

@@ -93,7 +93,10 @@ void frmProdukte::fillExtras() {
     for (const store::Eintrag& extra : m_extras) {
         auto* item = new QListWidgetItem(extra.text, m_ui->list_Extras);
         item->setData(Qt::UserRole, extra.lng_ID);
-        item->setToolTip(platform::toolTipOf(extra.text));
+        constexpr int kTickAndMargins = 32;
+        const int room = m_ui->list_Extras->gridSize().width() - kTickAndMargins;
+        if (m_ui->list_Extras->fontMetrics().horizontalAdvance(extra.text) > room)
+            item->setToolTip(platform::toolTipOf(extra.text));
         item->setSizeHint(m_ui->list_Extras->gridSize());
     }
 }

@@ -44,7 +44,7 @@ void WaitingCall::show(const QString& number) {
 void WaitingCall::setCaller(const QString& name) {
     m_panel.caller.setText(
         m_panel.caller.fontMetrics().elidedText(name, Qt::ElideRight, m_panel.caller.width()));
-    m_panel.caller.setToolTip(name);
+    m_panel.caller.setToolTip(m_panel.caller.text() == name ? QString() : name);
     m_panel.caller.setVisible(!name.isEmpty());
     m_panel.number.setAccessibleDescription(name.isEmpty() ? number() : u"%1, %2"_s.arg(number(), name));
 }

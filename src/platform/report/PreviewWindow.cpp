@@ -77,8 +77,7 @@ QAction* PreviewWindow::addAction(const char* name, const QString& text, const Q
     action->setIconText(text);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcuts(keys);
-    action->setToolTip(
-        u"%1 (%2)"_s.arg(QString(text).remove(u'&'), keys.first().toString(QKeySequence::NativeText)));
+    action->setToolTip(keys.first().toString(QKeySequence::NativeText));
     common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
                            [this, slot] { (this->*slot)(); });
     return action;

@@ -33,7 +33,7 @@ class Inserter {
     /// The same for a row that hands its values over itself: `fill` is called with a function of one value.
     template <class Fill> void addBy(Fill fill) {
         m_column = 0;
-        fill([this](const auto& value) { bind(value); });
+        fill([this](const auto& value) { this->bind(value); });
         finishRow();
     }
 

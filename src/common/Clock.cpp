@@ -12,7 +12,7 @@ std::optional<double> stopped;
 /// is kept for its minute: no zone changes within one, and another zone chosen in the system counts from the
 /// next.
 qint64 localOffset(qint64 utc) {
-    constexpr qint64 kMinute = 60 * 1000;
+    constexpr qint64 kMinute = 60'000;
     static qint64 knownMinute = -1;
     static qint64 offset = 0;
     if (utc / kMinute != knownMinute) {

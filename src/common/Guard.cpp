@@ -37,7 +37,7 @@ void setErrorHandler(ErrorHandler handler) {
 void handleError(Origin origin, std::exception_ptr error) {
     if (!theHandler)
         std::rethrow_exception(error);
-    theHandler(origin, error);
+    theHandler(origin, std::move(error));
 }
 
 bool guarded(Origin origin, const std::function<void()>& action) {

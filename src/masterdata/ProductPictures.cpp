@@ -26,7 +26,7 @@ QString storedFolder(PictureSize size) {
 
 /// Gives the name of a copy that stands beside `place`.
 QString copyBeside(const QString& from, const QString& place) {
-    const QString copy = place + u".neu"_s;
+    QString copy = place + u".neu"_s;
     QDir().mkpath(QFileInfo(place).path());
     QFile::remove(copy);
     QFile source(from);
@@ -58,7 +58,7 @@ QString storedPicture(PictureSize size, const QString& fileName) {
 }
 
 QString stagePicture(PictureSize size, const QString& path) {
-    const QString name =
+    QString name =
         (size == PictureSize::Klein ? u"SMALL_ProduktBild."_s : u"LARGE_ProduktBild."_s) + extensionOf(path);
     const QString place = folder(u"Pictures_Temp"_s) + name;
     putInPlace(copyBeside(path, place), place);

@@ -30,7 +30,7 @@ constexpr qint64 kLargest = 1'000'000;
 const QString kAside = u".defekt"_s;
 /// Of an order that was given up.
 const QString kGivenUp = u".verworfen"_s;
-constexpr qint64 kGivenUpSeconds = 12 * 3600;
+constexpr qint64 kGivenUpSeconds = 43'200; // half a day
 
 constexpr bool OrderButtons::*kButtons[] = {&OrderButtons::cmdKundeSchnellerfassung,
                                             &OrderButtons::cmdKundeEditierung,

@@ -17,7 +17,7 @@ QString tr(const char* text) {
     return QCoreApplication::translate("ErrorReporter", text);
 }
 
-Story storyOf(std::exception_ptr error) {
+Story storyOf(const std::exception_ptr& error) {
     try {
         std::rethrow_exception(error);
     } catch (const common::RunTimeError& failure) {
@@ -33,7 +33,7 @@ Story storyOf(std::exception_ptr error) {
 
 } // namespace
 
-void ErrorReporter::report(common::Origin origin, std::exception_ptr error) {
+void ErrorReporter::report(common::Origin origin, const std::exception_ptr& error) {
     const bool user = origin == common::Origin::User;
     const Story story = storyOf(error);
     m_log.write(user ? QStringLiteral("Fehler") : QStringLiteral("Fehler im Hintergrund"), story.line);

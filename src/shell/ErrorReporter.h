@@ -22,7 +22,7 @@ class ErrorReporter {
     ErrorReporter(LogFile& log, platform::Dialogs& dialogs, platform::Navigation& navigation) :
         m_log(log), m_dialogs(dialogs), m_navigation(navigation) {}
 
-    void report(common::Origin origin, std::exception_ptr error);
+    void report(common::Origin origin, const std::exception_ptr& error);
 
   private:
     void tell(common::Origin origin, const QString& sentence);

@@ -25,7 +25,7 @@ struct ScreenEntry {
 /// The screens that are built in, by their names. A menu entry without its screen stays disabled.
 class ScreenRegistry {
   public:
-    void add(const QString& name, ScreenEntry entry) { m_entries.insert(name, std::move(entry)); }
+    void add(const QString& name, const ScreenEntry& entry) { m_entries.insert(name, entry); }
 
     bool has(const QString& name) const { return m_entries.contains(name); }
 

@@ -14,7 +14,7 @@ namespace {
 /// Rows that are read with one statement: about as many as a window shows.
 constexpr int kBlock = 32;
 /// More than any window shows at once.
-constexpr size_t kFirstKeys = 8 * kBlock;
+constexpr size_t kFirstKeys = size_t(8) * kBlock;
 /// Stands for rows that went before their counter was fetched; no counter is negative.
 constexpr qint64 kGone = -1;
 

@@ -98,7 +98,7 @@ QHostAddress senderOf(msg_t* message) {
 
 QByteArray uriText(const url_t* url) {
     QByteArray text(2048, '\0');
-    const auto length = url_e(text.data(), text.size(), url);
+    const auto length = url_e(text.data(), int(text.size()), url);
     return length > 0 && length < text.size() ? text.left(length) : QByteArray();
 }
 

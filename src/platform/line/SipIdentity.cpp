@@ -102,7 +102,7 @@ QString caller(const QByteArrayList& assertedIdentities, const QByteArray& fromU
         return {};
     for (const auto& header : assertedIdentities) {
         for (const auto& uri : addresses(header)) {
-            const auto user = userPart(uri);
+            auto user = userPart(uri);
             if (!user.isEmpty())
                 return user;
         }

@@ -11,7 +11,6 @@
 #include <QTextDocument>
 #include <QTextTable>
 #include <numeric>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -75,9 +74,14 @@ class ListRows {
     int endingBefore(double height) const {
         if (m_perRow == 0)
             return m_count;
-        const auto rows = std::views::iota(0, m_count);
-        const int behind = int(
-            std::ranges::partition_point(rows, [&](int row) { return top(row) < height; }) - rows.begin());
+        int behind = 0;
+        for (int end = m_count; behind < end;) {
+            const int middle = behind + (end - behind) / 2;
+            if (top(middle) < height)
+                behind = middle + 1;
+            else
+                end = middle;
+        }
         return behind > 0 && bottom(behind - 1) > height ? behind - 1 : behind;
     }
 
@@ -196,7 +200,7 @@ std::vector<ReportDocument::Piece> ReportDocument::pieces(QPagedPaintDevice& dev
         guess = (next - first) * 9 / 8 + 4;
         if (result.size() > kKeptPieces)
             result.back().text.reset();
-        progress(qint64(next), qint64(2 * m_report.rows.size()));
+        progress(qint64(next), 2 * qint64(m_report.rows.size()));
     } while (next < m_report.rows.size());
     return result;
 }
@@ -217,7 +221,7 @@ bool ReportDocument::print(QPagedPaintDevice& device, const Progress& progress) 
             drawBody(painter, piece, *text, page, device.logicalDpiY());
             drawEdges(painter, ++number, pages, device.logicalDpiY());
         }
-        progress(pages + number, 2 * pages);
+        progress(pages + number, 2 * qint64(pages));
     }
     return painter.end();
 }

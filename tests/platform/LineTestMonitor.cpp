@@ -6,6 +6,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -74,6 +75,31 @@ class Router {
 };
 
 } // namespace
+
+TEST(CallMonitorLine, ManyCallsAtOnceLeaveTheOthersTheirTurn) {
+    constexpr size_t kCalls = 500;
+    platform::LineSettings settings;
+    settings.kind = platform::LineSettings::Kind::Monitor;
+    settings.monitor = {u"127.0.0.1"_s, freePort()};
+    Router router;
+    ASSERT_TRUE(router.open(settings.monitor.port));
+    LineWatcher phone(platform::createLine(settings));
+    size_t before = kCalls;
+    QTimer others;
+    others.callOnTimeout([&] {
+        before = phone.calls.size();
+        others.stop();
+    });
+    QObject::connect(phone.line.get(), &platform::BasicCAPI32::IncomingCall, &others, [&] {
+        if (phone.calls.size() == 1)
+            others.start(0);
+    });
+    phone.line->Start();
+    ASSERT_TRUE(router.waitForClient());
+    router.say(QByteArray("d;RING;0;0441234567;620;SIP0;\n").repeated(kCalls));
+    ASSERT_TRUE(phone.waitForCalls(kCalls));
+    EXPECT_LT(before, kCalls / 2);
+}
 
 TEST(CallMonitorLine, ReportsCallsAndComesBackByItself) {
     platform::LineSettings settings;

@@ -3,11 +3,16 @@
 
 namespace platform {
 
+BasicCAPI32::BasicCAPI32(QObject* parent) : QObject(parent) {
+    m_next.setSingleShot(true);
+    common::connectGuarded(common::Origin::Call, &m_next, &QTimer::timeout, this, [this] { tellOne(); });
+}
+
 void BasicCAPI32::arrived(const QString& called, const QString& caller, const QString& format,
                           bool isInternational) {
     m_arrived.push_back({called, national(caller, isInternational), format});
-    QMetaObject::invokeMethod(
-        this, [this] { common::guarded(common::Origin::Call, [this] { tellOne(); }); }, Qt::QueuedConnection);
+    if (!m_next.isActive())
+        m_next.start(0);
 }
 
 void BasicCAPI32::dropArrived() {
@@ -20,6 +25,8 @@ void BasicCAPI32::tellOne() {
         return;
     const Call call = m_arrived.front();
     m_arrived.pop_front();
+    if (!m_arrived.empty())
+        m_next.start(0);
     Q_EMIT IncomingCall(call.called, call.caller, call.format);
 }
 

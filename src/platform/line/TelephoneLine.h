@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <deque>
 
 namespace platform {
@@ -12,7 +13,7 @@ namespace platform {
 class BasicCAPI32 : public QObject {
     Q_OBJECT
   public:
-    using QObject::QObject;
+    explicit BasicCAPI32(QObject* parent = nullptr);
 
     /// Digits alone ("41"); "" leaves every number as delivered.
     void setCountryCode(const QString& code) { m_countryCode = code; }
@@ -46,6 +47,8 @@ class BasicCAPI32 : public QObject {
 
     QString m_countryCode;
     std::deque<Call> m_arrived;
+    /// One call a round of the event loop: keys and painting have their turn between two of many.
+    QTimer m_next;
 };
 
 } // namespace platform

@@ -112,8 +112,10 @@ void WorkingOrder::SetUp() {
     setDetail(Detail::Konditionen, kBar);
 }
 
-QString WorkingOrder::newKennung() {
-    return QUuid::createUuid().toString(QUuid::Id128);
+const QString& WorkingOrder::Kennung() const {
+    if (m_kennung.isEmpty())
+        m_kennung = QUuid::createUuid().toString(QUuid::Id128);
+    return m_kennung;
 }
 
 void WorkingOrder::SetLabels() {
@@ -155,7 +157,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 
 void WorkingOrder::ClearBestellungMaske() {
     Q_EMIT AboutToClear();
-    m_kennung = newKennung();
+    m_kennung.clear();
     for (platform::CellTable* table : {&BestellungDetailsGrid, &BestellungTotalGrid, &BestellungGrid})
         table->dropEdits();
     BestellungGrid.setRows(kOrderRows);

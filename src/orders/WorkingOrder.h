@@ -66,8 +66,9 @@ class WorkingOrder : public QObject {
     double total(int totalRow) const { return BestellungTotalGrid.number(totalRow, kTotalAmount); }
 
     /// Tells this order from every other one that is keyed, also from one that looks the same: its draft
-    /// bears it, and the mark that it was stored. ClearBestellungMaske draws a new one.
-    const QString& Kennung() const { return m_kennung; }
+    /// bears it, and the mark that it was stored. Drawn when it is first asked for after ClearBestellungMaske,
+    /// since most orders that are looked at are never kept.
+    const QString& Kennung() const;
 
     void setKennung(const QString& kennung) { m_kennung = kennung; }
 
@@ -176,7 +177,6 @@ class WorkingOrder : public QObject {
     void AboutToClear();
 
   private:
-    static QString newKennung();
     void SetDefaultKurier();
     bool DetailsMayEdit(int row, int col) const;
     void DetailsBeforeEndEdit(int row, int col, common::Value& editor, bool& cancel);
@@ -195,7 +195,7 @@ class WorkingOrder : public QObject {
     void FindExtraLine(int row, const Lookup& lookup);
     void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 
-    QString m_kennung = newKennung();
+    mutable QString m_kennung;
     QString m_address;
     bool m_addressShown = false;
     OrderButtons m_buttons;

@@ -66,8 +66,8 @@ class WorkingOrder : public QObject {
     double total(int totalRow) const { return BestellungTotalGrid.number(totalRow, kTotalAmount); }
 
     /// Tells this order from every other one that is keyed, also from one that looks the same: its draft
-    /// bears it, and the mark that it was stored. Drawn when it is first asked for after ClearBestellungMaske,
-    /// since most orders that are looked at are never kept.
+    /// bears it, and the mark that it was stored. Drawn when it is first asked for after
+    /// ClearBestellungMaske, since most orders that are looked at are never kept.
     const QString& Kennung() const;
 
     void setKennung(const QString& kennung) { m_kennung = kennung; }

@@ -30,6 +30,7 @@ constexpr qint64 kLargest = 1'000'000;
 const QString kAside = u".defekt"_s;
 /// Of an order that was given up.
 const QString kGivenUp = u".verworfen"_s;
+const QString kTakenBack = u".zurueck"_s;
 constexpr qint64 kGivenUpSeconds = 43'200; // half a day
 
 constexpr bool OrderButtons::*kButtons[] = {&OrderButtons::cmdKundeSchnellerfassung,
@@ -155,6 +156,13 @@ void show(const QJsonObject& draft, WorkingOrder& order) {
     order.CalculateTotalBestellung();
 }
 
+/// The end came while an order was taken back: it goes on where it stood, as far as there is room.
+void finishTakingBack(const QString& file) {
+    const QString aside = file + kTakenBack;
+    if (QFile::exists(aside) && !QFile::rename(aside, file) && !QFile::rename(aside, file + kGivenUp))
+        QFile::remove(aside);
+}
+
 /// A process that was killed while it wrote leaves its unfinished copy behind.
 void removeUnfinished(const QString& path) {
     const QFileInfo draft(path);
@@ -266,20 +274,28 @@ bool OrderDraft::takeBack() {
     const bool found = !draft.isEmpty() && !IsFinished(draft[u"kennung"_s].toString());
     // The one on the screen takes its place in the file.
     const bool exchanged = found && isWorthKeeping();
+    const QString aside = m_file + kTakenBack;
     if (found) {
+        // Until it has a draft again: the other one takes its place.
+        QFile::rename(file, aside);
         m_order.ClearBestellungMaske();
         show(draft, m_order);
         m_order.ShowComingTrxNr();
         write();
-    }
-    if (!exchanged && !m_failing)
+        if (!m_failing)
+            decline(aside);
+        else if (!exchanged)
+            QFile::rename(aside, file);
+    } else {
         decline(file);
+    }
     Q_EMIT canTakeBackChanged(canTakeBack());
     return found;
 }
 
 OrderDraft::Found OrderDraft::look(const QString& file) {
     removeUnfinished(file);
+    finishTakingBack(file);
     if (const QFileInfo old(file + kGivenUp);
         old.lastModified().secsTo(QDateTime::currentDateTime()) > kGivenUpSeconds)
         decline(old.filePath());

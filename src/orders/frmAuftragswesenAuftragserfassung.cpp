@@ -50,7 +50,11 @@ frmAuftragswesenAuftragserfassung::frmAuftragswesenAuftragserfassung(const platf
     showButtons();
 }
 
-frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() = default;
+frmAuftragswesenAuftragserfassung::~frmAuftragswesenAuftragserfassung() {
+    // They go later and still tell what happens to them.
+    for (platform::DataGrid* grid : {m_ui->ProdukteGrid, m_ui->ExtrasGrid})
+        grid->disconnect(this);
+}
 
 void frmAuftragswesenAuftragserfassung::showSettings() {
     for (QWidget* change : {m_ui->cmdVerwaltungSave, m_ui->cmdVerwaltungDelete})
@@ -143,7 +147,8 @@ void frmAuftragswesenAuftragserfassung::setUpCatalogueGrids() {
         p.control->setConnection(ConnMain);
         p.grid->setDataControl(*p.control);
         p.grid->setEmptyText(QString::fromUtf16(p.empty));
-        connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowNoticed, this,
+        // A pointer that passes is not yet an act of the user's.
+        connectGuarded(Origin::Timer, p.grid, &platform::DataGrid::rowNoticed, this,
                        [this, p](int row) { showArtikel(p.grid == m_ui->ProdukteGrid, row); });
         connectGuarded(Origin::User, p.grid, &platform::DataGrid::rowClicked, this,
                        [this, p](int row) { (this->*p.pick)(row); });
@@ -295,8 +300,9 @@ void frmAuftragswesenAuftragserfassung::setUpShortcuts() {
     add(Qt::Key_F7, focus(m_ui->ProdukteGrid));
     add(Qt::Key_F8, focus(m_ui->ExtrasGrid));
     // What a button does is guarded there: an error must not travel through the toolkit's click.
-    connect(shortcutOf(Qt::SHIFT | Qt::Key_F11), &QShortcut::activated, m_ui->cmdZurueckholen,
-            &QAbstractButton::click);
+    QShortcut* zurueckholen = shortcutOf(Qt::SHIFT | Qt::Key_F11);
+    zurueckholen->setAutoRepeat(false);
+    connect(zurueckholen, &QShortcut::activated, m_ui->cmdZurueckholen, &QAbstractButton::click);
     connect(shortcutOf(Qt::Key_F12), &QShortcut::activated, m_ui->cmdSave, &QAbstractButton::click);
     add(Qt::ALT | Qt::Key_Left, [this] { cmdPreviousTrx_Click(); });
     add(Qt::ALT | Qt::Key_Right, [this] { cmdNextTrx_Click(); });
@@ -424,6 +430,8 @@ void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {
     if (!value)
         return tell(tr("Diese Telefonnummer ist ungültig und kann nicht verarbeitete werden."),
                     tr("Ungültige Telefonnummer"), platform::kOk);
+    // What was captured of another caller and not saved is not this one's.
+    ClearMaskSchnellsuche();
     const qint64 id = modVerwaltungKunden::FindKundeByTelefon(*value);
     // Not for an unknown number, whose search in the directory may stop at a dialog.
     std::optional<Settling> settling;

@@ -30,6 +30,8 @@ class KeyQueue : public QObject {
 
     void answered(QWindow* dialog, QWindow* below) {
         ++m_answered;
+        // The key may be the one that opened it.
+        m_given.reset();
         m_gone = dialog;
         m_below = below;
     }
@@ -108,7 +110,7 @@ class KeyQueue : public QObject {
 
     /// Shortcuts act only in a window that has the focus, and it comes back from the window system.
     void giveOnceFocused(QWindow* below) {
-        constexpr int kLongestWait = 500;
+        constexpr int kLongestWait = 3000;
         m_giving = true;
         if (!below || !below->isVisible() || QGuiApplication::focusWindow() == below)
             return giveLater();

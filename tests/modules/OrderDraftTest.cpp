@@ -131,6 +131,8 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     ASSERT_TRUE(draft.takeBack());
     EXPECT_EQ(cells(order), first);
     EXPECT_TRUE(OrderDraft::look(file).order) << "it has its draft again";
+    ASSERT_TRUE(QFile::rename(file, file + u".zurueck"_s));
+    EXPECT_TRUE(OrderDraft::look(file).order) << "the end came while it was taken back";
     ASSERT_TRUE(draft.takeBack()) << "the other one was given up for it";
     EXPECT_EQ(cells(order), other);
 

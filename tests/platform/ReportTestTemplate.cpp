@@ -100,6 +100,7 @@ TEST_F(ReportTemplateTest, RefusesWhatCannotBeUsed) {
         {"{{#T}}{{/U}}", "Platzhalter sind fehlerhaft"},
         {"zu{{", "Platzhalter sind fehlerhaft"},
         {"{{=<% %>=}}x", "lassen sich nicht anders schreiben"},
+        {QByteArray(1'000'001, 'x'), "zu gross"},
         {QByteArray("{{#T}}").repeated(3000) + "x" + QByteArray("{{/T}}").repeated(3000), "zu tief"},
         {QByteArray("<table><tr><td>").repeated(3000) + "x", "zu tief"},
         {QByteArray("{{#T}}<table><tr><td>").repeated(10) + "x" + QByteArray("{{/T}}").repeated(10),

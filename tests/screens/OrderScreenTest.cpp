@@ -81,6 +81,9 @@ TEST_F(OrderScreenTest, TakingACallPreparesTheOrderOrTheCapture) {
     EXPECT_TRUE(find(u"box_SchnellerfassungKunde")->isVisible());
     EXPECT_EQ(text(u"txt_KundenTelefonnummer"), u"0445556677"_s);
     EXPECT_EQ(focusName(), u"txt_KundenName"_s);
+    put({{u"txt_KundenName", u"Meier"_s}});
+    screen->takeCall(u"0445556688"_s);
+    EXPECT_EQ(text(u"txt_KundenName"), u""_s) << "the one who called before";
     screen->takeCall(u"abc"_s);
     EXPECT_EQ(dialogs.last().title, u"Ungültige Telefonnummer"_s);
     // A customer without a number who is handed over clears the mask.
@@ -220,6 +223,14 @@ TEST_F(OrderScreenTest, WhatIsKeyedIsOfferedUnderItsCell) {
     EXPECT_EQ(cell(1, Col::Bezeichnung), u"Pizza Hawaii"_s);
     EXPECT_EQ(find<platform::CellGrid>(u"BestellungGrid")->place(), (platform::CellPlace{1, Col::Anzahl}));
     press(Qt::Key_Return);
+    // What is typed on counts, not what was chosen before.
+    type(u"1"_s);
+    press(Qt::Key_Down);
+    type(u"0"_s);
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Return);
+    EXPECT_EQ(cell(2, Col::Bezeichnung), u"Pizza"_s);
+    find<platform::CellGrid>(u"BestellungGrid")->goTo({2, Col::Kurzzeichen});
     // Without a second one Down leads on to the next row.
     type(u"W"_s);
     press(Qt::Key_Down);
@@ -234,6 +245,13 @@ TEST_F(OrderScreenTest, WhatIsKeyedIsOfferedUnderItsCell) {
     };
     EXPECT_EQ(offeredByName(3), (QStringList{u"|Käse|2.00"_s, u"|Käsesauce|1.50"_s, u"|Knoblauch|0.00"_s}));
     auto* list = screen->findChild<platform::OfferList*>(u"offers"_s);
+    const QPoint third = list->visualItemRect(list->topLevelItem(2)).center();
+    lines->scrollTo(lines->model()->index(60, Col::Anzahl));
+    EXPECT_TRUE(offered().isEmpty()) << "its cell is out of sight";
+    lines->scrollToTop();
+    EXPECT_EQ(offered().size(), 3);
+    QTest::mouseClick(list->viewport(), Qt::RightButton, {}, third);
+    EXPECT_EQ(cell(3, Col::Ccy), u""_s);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualItemRect(list->topLevelItem(2)).center());
     EXPECT_EQ(cell(3, Col::Bezeichnung), u"Knoblauch"_s);

@@ -1,5 +1,7 @@
 #include "platform/form/CellGrid.h"
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -153,6 +155,27 @@ TEST_F(CellGridTest, ContextMenuComesByMouseAndByKey) {
     EXPECT_EQ(asked[2][0].toInt(), 2);
     EXPECT_FALSE(grid.isEditing());
     EXPECT_EQ(table.text(2, 0), u"C"_s);
+}
+
+TEST_F(CellGridTest, WhoeverLooksAtAnotherWindowComesBackToWhatHeWasTyping) {
+    QMdiArea area;
+    auto* lines = new CellGrid;
+    auto* order = area.addSubWindow(lines);
+    auto* other = area.addSubWindow(new QLineEdit);
+    lines->setTable(table);
+    area.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    area.setActiveSubWindow(order);
+    lines->setFocus();
+    lines->goTo({0, 0});
+    keys(u"9"_s);
+    area.setActiveSubWindow(other);
+    ASSERT_EQ(QApplication::focusWidget(), other->widget());
+    EXPECT_EQ(table.text(0, 0), u""_s);
+    area.setActiveSubWindow(order);
+    keys(u"8"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(table.text(0, 0), u"98"_s);
 }
 
 TEST_F(CellGridTest, LeavingTheGridTakesTheEditOver) {

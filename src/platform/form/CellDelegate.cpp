@@ -1,11 +1,23 @@
 #include "platform/form/CellDelegate.h"
 #include "platform/form/CellGrid.h"
 #include "platform/form/GridColors.h"
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QScopedValueRollback>
 
 namespace platform {
+namespace {
+
+/// The window inside the main window that the widget belongs to, else its own; null for none.
+const QWidget* screenOf(const QWidget* widget) {
+    while (widget && !widget->isWindow() && !qobject_cast<const QMdiSubWindow*>(widget))
+        widget = widget->parentWidget();
+    return widget;
+}
+
+} // namespace
 
 CellDelegate::CellDelegate(CellGrid& grid) : QStyledItemDelegate(&grid), m_grid(grid) {
 }
@@ -73,6 +85,10 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
 
 bool CellDelegate::eventFilter(QObject* object, QEvent* event) {
     auto* editor = qobject_cast<QWidget*>(object);
+    // Whoever looks at another window comes back to what he was typing.
+    if (editor && event->type() == QEvent::FocusOut &&
+        screenOf(QApplication::focusWidget()) != screenOf(editor))
+        return false;
     if (editor && event->type() == QEvent::KeyPress &&
         m_grid.editorKey(editor, static_cast<QKeyEvent*>(event)))
         return true;

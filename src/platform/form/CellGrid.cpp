@@ -166,6 +166,8 @@ void CellGrid::showOffers() {
     if (!m_offers || m_offers->count() == 0)
         return;
     const QRect cell = visualRect(currentIndex());
+    if (!viewport()->rect().intersects(cell))
+        return m_offers->hide();
     m_offers->showAt({viewport()->mapTo(window(), cell.topLeft()), cell.size()});
 }
 

@@ -56,8 +56,9 @@ void OfferList::showAt(const QRect& cell) {
         width += sizeHintForColumn(column);
     const int height = frame + count() * sizeHintForRow(0);
     const bool below = cell.bottom() + height < window()->height();
-    setGeometry(cell.left(), below ? cell.bottom() + 1 : cell.top() - height, qMax(width, cell.width()),
-                height);
+    width = qMax(width, cell.width());
+    const int left = qMax(0, qMin(cell.left(), window()->width() - width));
+    setGeometry(left, below ? cell.bottom() + 1 : qMax(0, cell.top() - height), width, height);
     raise();
     show();
 }

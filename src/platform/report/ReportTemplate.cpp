@@ -233,7 +233,11 @@ ReportTemplate::ReportTemplate(const QString& path) : m_path(path) {
             u"Die Berichtsdatei \"%1\" wurde nicht gefunden."_s.arg(QFileInfo(m_path).fileName()), m_path);
     if (!file.open(QIODevice::ReadOnly))
         refuse(u"sie lässt sich nicht öffnen"_s, file.errorString());
-    m_text = QString::fromUtf8(file.readAll());
+    constexpr qint64 kLargest = 1'000'000;
+    const QByteArray text = file.read(kLargest + 1);
+    if (text.size() > kLargest)
+        refuse(u"sie ist zu gross"_s);
+    m_text = QString::fromUtf8(text);
     if (m_text.trimmed().isEmpty())
         refuse(u"sie ist leer"_s);
     readHead();

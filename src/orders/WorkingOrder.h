@@ -144,7 +144,7 @@ class WorkingOrder : public QObject {
     void FindExtraForBestellung(int row, int col);
     /// What a text keyed into `col` (Kurzzeichen or Bezeichnung) may mean, `most` articles at most: the one
     /// that it would be taken for comes first.
-    std::vector<Artikel> FindAngebote(int row, int col, const QString& typed, int most) const;
+    std::vector<Artikel> FindAngebote(int row, int col, const QString& typed, size_t most) const;
     /// The product or the extra of this key, if it has a price in the present price group.
     std::optional<Artikel> FindArtikel(bool isProdukt, qint64 id) const;
     /// Before an edited cell is taken over: a new quantity scales the price. `editor` null means no value.

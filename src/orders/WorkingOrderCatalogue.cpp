@@ -5,8 +5,7 @@
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
-#include <algorithm>
-#include <iterator>
+#include <functional>
 
 using common::Value;
 using modAuftragswesenAuftragserfassung::GetMWStSatz;
@@ -41,36 +40,50 @@ Artikel readArtikel(store::Recordset& row, bool isProdukt) {
     return artikel;
 }
 
-/// The first rows, `most` at most. One that is called exactly as typed comes first of all: whoever keys "1"
-/// does not mean "10".
-std::vector<Artikel> findArtikel(const Lookup& lookup, size_t most) {
+/// Goes through the rows as long as `more` says so, which is told whether the row is called exactly as typed:
+/// whoever keys "1" does not mean "10". A lookup by key has one row, and it is what was meant.
+void eachArtikel(const Lookup& lookup, const std::function<bool(bool exact)>& more) {
     const QString view = lookup.isProdukt ? QStringLiteral("view_Verwaltung_Produkte")
                                           : QStringLiteral("view_Verwaltung_ProdukteExtras");
-    std::vector<Artikel> found;
     store::OpenRecordset rows(
         RsMain, QStringLiteral("SELECT * FROM ") + view + QStringLiteral(" WHERE ") + lookup.condition,
         ConnMain);
-    bool exactFound = lookup.column.isEmpty();
-    for (; !rows->Eof() && !(exactFound && found.size() >= most); rows->MoveNext()) {
+    for (; !rows->Eof(); rows->MoveNext()) {
         // A line without a name is not stored.
         if (rows->Fields(nameColumn(lookup.isProdukt)).text().isEmpty())
             continue;
-        const bool exact =
-            !exactFound && rows->Fields(lookup.column).text().compare(lookup.typed, Qt::CaseInsensitive) == 0;
-        if (exact || found.size() < most)
-            found.insert(exact ? found.begin() : found.end(), readArtikel(RsMain, lookup.isProdukt));
-        exactFound |= exact;
+        const bool exact = lookup.column.isEmpty() ||
+                           rows->Fields(lookup.column).text().compare(lookup.typed, Qt::CaseInsensitive) == 0;
+        if (!more(exact))
+            break;
     }
-    if (found.size() > most)
-        found.resize(most);
+}
+
+/// The first row, unless a later one is called exactly as typed.
+std::optional<Artikel> findFirst(const Lookup& lookup) {
+    std::optional<Artikel> found;
+    eachArtikel(lookup, [&](bool exact) {
+        if (!found || exact)
+            found = readArtikel(RsMain, lookup.isProdukt);
+        return !exact;
+    });
     return found;
 }
 
-std::optional<Artikel> findFirst(const Lookup& lookup) {
-    std::vector<Artikel> found = findArtikel(lookup, 1);
-    // No line bears a price that it would refuse when typed.
-    return found.empty() || !common::isAmount(found.front().preis) ? std::nullopt
-                                                                   : std::optional(std::move(found.front()));
+/// Up to `most` rows, the one that findFirst finds before the others.
+void appendAll(const Lookup& lookup, size_t most, std::vector<Artikel>& found) {
+    const size_t before = found.size();
+    bool exactFound = false;
+    eachArtikel(lookup, [&](bool exact) {
+        const bool comesFirst = exact && !exactFound;
+        exactFound |= exact;
+        if (comesFirst || found.size() < most)
+            found.insert(comesFirst ? found.begin() + qptrdiff(before) : found.end(),
+                         readArtikel(RsMain, lookup.isProdukt));
+        return !exactFound || found.size() < most;
+    });
+    if (found.size() > most)
+        found.resize(most);
 }
 
 QString inGruppe(int preisGruppe) {
@@ -150,15 +163,13 @@ void WorkingOrder::FindExtraLine(int row, const Lookup& lookup) {
     FillArtikel(row, *extra, 0);
 }
 
-std::vector<Artikel> WorkingOrder::FindAngebote(int row, int col, const QString& typed, int most) const {
+std::vector<Artikel> WorkingOrder::FindAngebote(int row, int col, const QString& typed, size_t most) const {
+    std::vector<Artikel> found;
     if (typed.isEmpty())
-        return {};
-    std::vector<Artikel> found =
-        findArtikel(keyed(true, produktColumn(col), typed, PreisGruppe), size_t(most));
+        return found;
+    appendAll(keyed(true, produktColumn(col), typed, PreisGruppe), most, found);
     if (col == Col::Bezeichnung && MayHoldExtra(row))
-        std::ranges::move(
-            findArtikel(keyed(false, nameColumn(false), typed, PreisGruppe), size_t(most) - found.size()),
-            std::back_inserter(found));
+        appendAll(keyed(false, nameColumn(false), typed, PreisGruppe), most, found);
     return found;
 }
 

@@ -40,8 +40,9 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     m_ui(std::make_unique<Ui::frmMDI>()),
     m_services(services), m_procedures(std::move(procedures)) {
     m_ui->setupUi(this);
-    // Un-maximised it stands within the display, frame and all.
-    resize(size().boundedTo(screen()->availableSize() * 0.9));
+    // Un-maximised it fits on the screen with its frame, and still shows the order whole.
+    constexpr QSize kFrame(10, 36);
+    resize(size().boundedTo(screen()->availableSize() - kFrame));
     m_screens = new shell::ScreenManager(*m_ui->MdiArea, registry, this);
     setUpMenu();
     m_screens->setGate([this](const QString& screen) { return mayReach(screen); });

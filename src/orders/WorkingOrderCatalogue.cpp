@@ -67,6 +67,9 @@ std::optional<Artikel> findFirst(const Lookup& lookup) {
             found = readArtikel(RsMain, lookup.isProdukt);
         return !exact;
     });
+    // No line bears a price that it would refuse when typed.
+    if (found && !common::isAmount(found->preis))
+        found.reset();
     return found;
 }
 

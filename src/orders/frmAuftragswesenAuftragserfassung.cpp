@@ -414,6 +414,8 @@ void frmAuftragswesenAuftragserfassung::cmdZurueckholen_Click() {
 }
 
 void frmAuftragswesenAuftragserfassung::showRestored() {
+    // It is the number of whoever stood there before.
+    m_ui->txt_SucheTelefonNummer->clear();
     m_ui->combo_PreisGruppe->setCurrentIndex(m_order.PreisGruppe - 1);
     goOn();
 }

@@ -72,6 +72,9 @@ TEST_F(LetzteBestellungen, WhatIsNoLongerSoldIsNamed) {
     const qint64 number = book();
 
     const std::tuple<const char16_t*, QStringList> cases[] = {
+        {u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 2",
+         {u"1x Pizza"_s, u"1x Käse"_s}}, // the extra goes with its product
+        {u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = False WHERE lng_ID = 2", {}},
         {u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Status = True WHERE lng_ID = 2", {u"1x Käse"_s}},
         {u"DELETE FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID = 2", {u"1x gelöscht"_s}},
         {u"UPDATE tbl_Verwaltung_Produkte SET flag_Status = True WHERE lng_ID = 2",

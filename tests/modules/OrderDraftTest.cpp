@@ -3,6 +3,7 @@
 #include "orders/OrderStorage.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "support/FullDisk.h"
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <functional>
@@ -100,6 +101,10 @@ TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
     order.ChooseKonditionen(u"Rechnung"_s);
     draft.flush();
     EXPECT_FALSE(QFile::exists(file)) << "nothing is kept of it any more";
+
+    orders::MarkFinished(u"A"_s);
+    EXPECT_FALSE(orders::IsFinished(u"B"_s));
+    EXPECT_TRUE(orders::IsFinished(u"A"_s)) << "asking for one forgets no other";
 }
 
 TEST_F(OrderDraftTest, WhatIsOnlyLookedAtIsNotOfferedButAChangeIs) {
@@ -158,6 +163,17 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     orders::MarkFinished(kennung);
     EXPECT_FALSE(draft.takeBack());
     EXPECT_FALSE(draft.canTakeBack());
+
+    key();
+    order.ClearBestellungMaske();
+    for (const auto& [hours, stays] : {std::pair{11, true}, {13, false}}) {
+        QFile old(file + u".verworfen"_s);
+        const QDateTime since = QDateTime::currentDateTime().addSecs(-3600 * hours);
+        ASSERT_TRUE(old.open(QFile::Append) && old.setFileTime(since, QFile::FileModificationTime));
+        old.close();
+        OrderDraft::look(file);
+        EXPECT_EQ(draft.canTakeBack(), stays) << hours;
+    }
 }
 
 TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {
@@ -182,6 +198,10 @@ TEST_F(OrderDraftTest, AFullDiskLeavesTheLastWholeDraftAndIsTold) {
     pickWein();
     draft.flush();
     EXPECT_EQ(told.last(), u"mended"_s);
+    order.ClearBestellungMaske();
+    const test::FullDisk full(2000);
+    draft.takeBack();
+    EXPECT_TRUE(draft.canTakeBack()) << "nothing else on the disk holds it";
 }
 
 TEST_F(OrderDraftTest, ADamagedOrForeignFileIsPutAside) {

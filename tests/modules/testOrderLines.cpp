@@ -119,6 +119,21 @@ TEST_F(OrderLines, exactNameComesFirstInWhateverOrderTheStoreDelivers) {
     EXPECT_EQ(number(2, Col::ProduktID), TestFirm::kHawaii);
 }
 
+TEST_F(OrderLines, aNamelessArticleIsNotFoundAndNoMoreAreOfferedThanAskedFor) {
+    for (const auto& [name, id] : {std::pair{u""_s, TestFirm::kMargherita}, {u"Kaffee"_s, TestFirm::kWein}})
+        ConnMain.Execute(
+            u"UPDATE tbl_Verwaltung_Produkte SET txt_Produkt = '%1' WHERE lng_ID = %2"_s.arg(name).arg(id));
+    type(0, Col::Kurzzeichen, u"1");
+    EXPECT_EQ(number(0, Col::ProduktID), TestFirm::kHawaii);
+    for (const auto& [most, offered] :
+         {std::pair{1, u"Kaffee"_s}, {2, u"Kaffee Käse"_s}, {8, u"Kaffee Käse Käsesauce Knoblauch"_s}}) {
+        QStringList found;
+        for (const orders::Artikel& artikel : order.FindAngebote(1, Col::Bezeichnung, u"K"_s, most))
+            found << artikel.name;
+        EXPECT_EQ(found.join(u' '), offered);
+    }
+}
+
 TEST_F(OrderLines, aLineKeyedAnewIsAFreshOne) {
     pickWein();
     type(0, Col::Rabatt, u"5");
@@ -129,6 +144,10 @@ TEST_F(OrderLines, aLineKeyedAnewIsAFreshOne) {
     type(0, Col::Kurzzeichen, u"10");
     EXPECT_EQ(number(0, Col::Rabatt), 0);
     EXPECT_DOUBLE_EQ(total(), 16.5);
+    pickWein();
+    type(1, Col::Rabatt, u"5");
+    type(1, Col::Bezeichnung, u"Käse");
+    EXPECT_DOUBLE_EQ(total(), 16.5 + 2) << "nor does an extra keep its row's discount";
 }
 
 TEST_F(OrderLines, noAmountStandsWithoutANameThatIsStored) {
@@ -171,6 +190,9 @@ TEST_F(OrderLines, numbersThatATillCannotMeanAreRefused) {
             EXPECT_EQ(number(0, Col::Anzahl), 1);
         }
     }
+    pickKnoblauch();
+    EXPECT_FALSE(type(1, Col::Anzahl, u"100001")) << "also of what costs nothing";
+    EXPECT_TRUE(type(1, Col::Anzahl, u"100000"));
     // Nor does one come from the catalogue.
     ConnMain.Execute(QStringLiteral("UPDATE tbl_Verwaltung_Produkte_Preise SET dbl_Preis = 1e308"));
     order.ClearBestellungMaske();
@@ -219,6 +241,9 @@ TEST_F(OrderLines, typedAmountsAreRoundedAndTheNetDerived) {
     EXPECT_EQ(number(0, Col::PreisOhneMWSt), 11.11);
     type(0, Col::Preis, u"12.379");
     EXPECT_EQ(number(0, Col::Preis), 12.35);
+    type(0, Col::Rabatt, u"3.33");
+    EXPECT_EQ(number(0, Col::Rabatt), 3.35);
+    type(0, Col::Rabatt, u"0");
     type(0, Col::MWSt, u"0");
     EXPECT_EQ(number(0, Col::PreisOhneMWSt), 12.35);
 }

@@ -1,5 +1,6 @@
 #include "screens/OrderScreenFixture.h"
 #include "store/SystemSettings.h"
+#include <QDir>
 #include <QGroupBox>
 #include <QTableView>
 
@@ -125,7 +126,9 @@ TEST_F(OrderScreenTest, BookedOrdersAreLoadedChangedDeletedAndSteppedThrough) {
         search(u"0791234567"_s);
         order().BestellungGrid.endEdit(0, Col::Kurzzeichen, QString::fromUtf16(code));
         dialogs.answer(platform::kAnswerNo);
-        click(u"cmdSave");
+        press(Qt::Key_F12);
+        EXPECT_FALSE(enabled(u"cmdZurueckholen")) << "one that is booked";
+        EXPECT_TRUE(QDir(firm.folder() + u"/Data"_s).entryList({u"Auftrag.*"_s}).isEmpty());
     }
     auto* number = find<QLineEdit>(u"txt_AuftragsNr");
     click(u"cmdPreviousTrx");
@@ -278,12 +281,29 @@ TEST_F(OrderScreenTest, TheCatalogueTellsNameAndPriceUnderPointerAndCursor) {
 }
 
 TEST_F(OrderScreenTest, ChangingBookedOrdersIsOfferedByRight) {
-    for (const bool restricted : {false, true}) {
+    for (const bool restricted : {true, false}) {
         SysAnmeldungBenutzer = 1;
         SysEditierungBestellungen = restricted;
         open(phoneBook);
         for (const char16_t* button : {u"cmdVerwaltungSave", u"cmdVerwaltungDelete"})
             EXPECT_EQ(find(button)->isHidden(), restricted);
+    }
+    // The right falls while they are shown.
+    search(u"0791234567"_s);
+    order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    dialogs.answer(platform::kAnswerNo);
+    click(u"cmdSave");
+    const QString booked =
+        u"SELECT lng_KundenID, dbl_MWStBetrag FROM tbl_Auftragswesen_Bestellungen_Master"_s;
+    const QString before = stored(booked);
+    screen->loadBooking(1000);
+    SysEditierungBestellungen = true;
+    click(u"cmdMWStSatz0");
+    for (const char16_t* button : {u"cmdVerwaltungSave", u"cmdVerwaltungDelete"}) {
+        dialogs.answer(platform::kAnswerYes);
+        dialogs.answer(platform::kAnswerNo);
+        click(button);
+        EXPECT_EQ(stored(booked), before);
     }
 }
 

@@ -90,6 +90,24 @@ TEST_F(ListTest, RowsAreChosenByMouseAndKeyboard) {
     EXPECT_EQ(grid.row(), 0);
 }
 
+TEST_F(ListTest, AHintIsOfThePointersRowOrElseOfTheKeyboards) {
+    load(u"txt_Name <> '' ORDER BY txt_Name"_s);
+    grid.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&grid));
+    grid.clearFocus();
+    QSignalSpy noticed(&grid, &DataGrid::rowNoticed);
+    grid.setRow(1);
+    EXPECT_TRUE(noticed.isEmpty()) << "the keyboard stands elsewhere";
+    grid.setFocus();
+    const QPointF first = grid.visualRect(grid.model()->index(0, 1)).center();
+    QMouseEvent move(QEvent::MouseMove, first, first, Qt::NoButton, {}, {});
+    QEvent leave(QEvent::Leave);
+    for (QEvent* event : {static_cast<QEvent*>(&move), &leave})
+        QCoreApplication::sendEvent(grid.viewport(), event);
+    EXPECT_EQ(noticed.value(1).value(0), 0);
+    EXPECT_EQ(noticed.value(2).value(0), 1);
+}
+
 TEST_F(ListTest, RefreshingSortingAndClosingReachTheGrid) {
     load(u"txt_Name <> ''"_s);
     QSignalSpy chosen(&grid, &DataGrid::rowChosen);

@@ -9,6 +9,9 @@
 #include <QEnterEvent>
 #include <QFile>
 #include <QSignalSpy>
+#include <QThread>
+#include <sys/file.h>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using test::ShellTest;
@@ -60,6 +63,17 @@ TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
         EXPECT_TRUE(app->start()) << left.toStdString();
     }
     EXPECT_TRUE(dialogs.said.isEmpty());
+    app.reset();
+    {
+        QFile starting(path);
+        ASSERT_TRUE(starting.open(QIODevice::WriteOnly) && flock(starting.handle(), LOCK_EX) == 0);
+        const std::jthread ends([&] {
+            QThread::msleep(50);
+            starting.remove();
+        });
+        EXPECT_EQ(shell::InstanceLock(path).take(), shell::InstanceLock::State::Taken)
+            << "another start has not written its name yet, and gives up";
+    }
 
     for (const int answer : {platform::kAnswerNo, platform::kAnswerYes}) {
         build();

@@ -288,8 +288,7 @@ OpenRecordset::OpenRecordset(Recordset& rows, const QString& source, Connection&
 }
 
 OpenRecordset::~OpenRecordset() {
-    if (m_rows.IsOpen())
-        m_rows.Close();
+    m_rows.abandon();
 }
 
 } // namespace store

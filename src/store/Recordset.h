@@ -131,6 +131,7 @@ class Recordset {
   private:
     friend class Field;
     friend class Connection;
+    friend class OpenRecordset;
     /// Values of a row that is added or changed, and which of them were put.
     struct Edit;
 

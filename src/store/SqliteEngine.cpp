@@ -166,7 +166,7 @@ std::shared_ptr<SqliteEngine::Plan> SqliteEngine::planFor(const QString& sql, bo
         for (const std::shared_ptr<Plan>& plan : *known)
             if (plan->translated.fits(m_shape.literals))
                 return plan;
-    const auto plan = std::make_shared<Plan>(Plan{translate(sql, m_yesNo, keyed), keyed, {}});
+    auto plan = std::make_shared<Plan>(Plan{translate(sql, m_yesNo, keyed), keyed, {}});
     if (++m_planCount > kKeptPlans) {
         for (auto& kept : m_plans)
             kept.clear();

@@ -82,4 +82,12 @@ QStringList packagingWords() {
     return {u"Stk."_s, u"Paar"_s, u"Dose"_s, u"Pack"_s};
 }
 
+QString printedInternet(const common::Value& flag) {
+    return store::sqlText(flag.isTrue() ? QStringLiteral("Ja") : QStringLiteral("Nein"));
+}
+
+QString printedStatus(const common::Value& inactive) {
+    return store::sqlText(inactive.isTrue() ? QStringLiteral("Inaktiv") : QStringLiteral("Aktiv"));
+}
+
 } // namespace masterdata

@@ -58,4 +58,8 @@ QStringList mwstTexts();
 
 QStringList packagingWords();
 
+/// What the printed lists show for the two flags, as text literals.
+QString printedInternet(const common::Value& flag);
+QString printedStatus(const common::Value& inactive);
+
 } // namespace masterdata

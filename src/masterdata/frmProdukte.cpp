@@ -1,7 +1,7 @@
 #include "masterdata/frmProdukte.h"
 #include "common/Guard.h"
-#include "masterdata/PrintRows.h"
 #include "platform/form/FieldHelpers.h"
+#include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmProdukte.h"
 #include <QStyledItemDelegate>
@@ -44,7 +44,7 @@ frmProdukte::frmProdukte(const platform::Services& services, QWidget* parent) :
               {19050, 8550});
     platform::selectAllOnFocus(*m_ui->txt_Beschreibung);
     connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
-        printRows(masterdata::installedReport(u"rep_Produkte.rpt"_s, tr("Produktliste")),
+        printRows(platform::installedReport(u"rep_Produkte.rpt"_s, tr("Produktliste")),
                   [this](const platform::Progress& progress) {
                       FillArtikelStamm(dataControl().Recordset(), m_ui->combo_Sort_Kategorie->currentText(),
                                        progress);

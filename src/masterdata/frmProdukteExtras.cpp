@@ -1,8 +1,8 @@
 #include "masterdata/frmProdukteExtras.h"
 #include "common/Guard.h"
-#include "masterdata/PrintRows.h"
 #include "masterdata/modProdukteExtras.h"
 #include "platform/form/FieldHelpers.h"
+#include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmProdukteExtras.h"
 
@@ -19,7 +19,7 @@ frmProdukteExtras::frmProdukteExtras(const platform::Services& services, QWidget
     setUpForm({m_ui->txt_Extra, m_ui->combo_Stückelung, m_ui->combo_Einheit, m_ui->combo_Reihenfolge},
               {14400, 7500}, preise().txt_Preis(1));
     connectGuarded(Origin::User, m_ui->DruckerCommand, &QAbstractButton::clicked, this, [this] {
-        printRows(masterdata::installedReport(u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras")),
+        printRows(platform::installedReport(u"rep_ProdukteExtras.rpt"_s, tr("Liste der Extras")),
                   [this](const platform::Progress& progress) {
                       FillArtikelZusatzStamm(dataControl().Recordset(), progress);
                   });

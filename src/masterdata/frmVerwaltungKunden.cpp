@@ -3,10 +3,10 @@
 #include "common/Guard.h"
 #include "desks/MainDesks.h"
 #include "desks/OrderDesk.h"
-#include "masterdata/PrintRows.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
 #include "platform/form/FieldHelpers.h"
+#include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmVerwaltungKunden.h"
 
@@ -79,7 +79,7 @@ void frmVerwaltungKunden::setUpButtons() {
     onClick(m_ui->cmdSearchPhoneBook, [this] { cmdSearchPhoneBook_Click(); });
     onClick(m_ui->cmdAuftragserfassung, [this] { cmdAuftragserfassung_Click(); });
     onClick(m_ui->DruckerCommand, [this] {
-        printRows(masterdata::installedReport(u"rep_Kundenliste.rpt"_s, tr("Kundenliste")),
+        printRows(platform::installedReport(u"rep_Kundenliste.rpt"_s, tr("Kundenliste")),
                   [this](const platform::Progress& progress) {
                       FillKundenStamm(dataControl().Recordset(), progress);
                   });

@@ -1,6 +1,6 @@
 #include "masterdata/modProdukte.h"
-#include "masterdata/PrintRows.h"
 #include "masterdata/modProdukteExtras.h"
+#include "platform/report/PrintTable.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -109,22 +109,22 @@ QString ProdukteListe() {
 
 void FillArtikelStamm(store::Recordset& rows, const QString& kategorie, const platform::Progress& progress) {
     using store::sqlText;
-    masterdata::fillPrintTable(
+    platform::fillPrintTable(
         u"ArtikelStamm"_s,
         u"Kurzzeichen,Produkt,ProduktGruppe,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s,
-        rows,
+        rows.RecordCount(),
         [&](int row) {
             const auto value = [&](int column) { return rows.valueAt(row, column); };
             return QStringList{sqlText(value(2).toText()),
                                sqlText(value(3).toText()),
                                sqlText(kategorie),
                                sqlText(value(4).toText()),
-                               masterdata::sqlNumber(value(5)),
+                               platform::sqlNumber(value(5)),
                                sqlText(SysCurrency),
-                               masterdata::sqlNumber(value(7)),
-                               masterdata::sqlNumber(value(8)),
+                               platform::sqlNumber(value(7)),
+                               platform::sqlNumber(value(8)),
                                masterdata::printedStatus(value(11)),
-                               masterdata::sqlNumber(value(6)),
+                               platform::sqlNumber(value(6)),
                                masterdata::printedInternet(value(10))};
         },
         progress);

@@ -1,5 +1,5 @@
 #include "masterdata/modProdukteExtras.h"
-#include "masterdata/PrintRows.h"
+#include "platform/report/PrintTable.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -40,15 +40,16 @@ QString ExtrasListe() {
 
 void FillArtikelZusatzStamm(store::Recordset& rows, const platform::Progress& progress) {
     using store::sqlText;
-    masterdata::fillPrintTable(
+    platform::fillPrintTable(
         u"ArtikelZusatzStamm"_s,
-        u"Bezeichnung,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s, rows,
+        u"Bezeichnung,Stückelung,Einheit,Ccy,Preis,MWStCode,Status,PreisGruppe,Internet"_s,
+        rows.RecordCount(),
         [&](int row) {
             const auto value = [&](int column) { return rows.valueAt(row, column); };
             return QStringList{sqlText(value(1).toText()),           sqlText(value(2).toText()),
-                               masterdata::sqlNumber(value(3)),      sqlText(SysCurrency),
-                               masterdata::sqlNumber(value(5)),      masterdata::sqlNumber(value(6)),
-                               masterdata::printedStatus(value(9)),  masterdata::sqlNumber(value(4)),
+                               platform::sqlNumber(value(3)),        sqlText(SysCurrency),
+                               platform::sqlNumber(value(5)),        platform::sqlNumber(value(6)),
+                               masterdata::printedStatus(value(9)),  platform::sqlNumber(value(4)),
                                masterdata::printedInternet(value(8))};
         },
         progress);

@@ -2,7 +2,7 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/modFunctions.h"
-#include "masterdata/PrintRows.h"
+#include "platform/report/PrintTable.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 
@@ -215,10 +215,11 @@ void DeleteKunde(qint64 key) {
 }
 
 void FillKundenStamm(store::Recordset& rows, const platform::Progress& progress) {
-    masterdata::fillPrintTable(
-        u"KundenStamm"_s, u"KundenNummer,KundenNr,Anrede,Namen,Vorname,Strasse,Plz,Ort,Telefon,Natel"_s, rows,
+    platform::fillPrintTable(
+        u"KundenStamm"_s, u"KundenNummer,KundenNr,Anrede,Namen,Vorname,Strasse,Plz,Ort,Telefon,Natel"_s,
+        rows.RecordCount(),
         [&](int row) {
-            const QString number = masterdata::sqlNumber(rows.valueAt(row, 0));
+            const QString number = platform::sqlNumber(rows.valueAt(row, 0));
             QStringList values{number, number};
             for (const int column : {1, 2, 3, 4, 6, 7, 8, 9})
                 values << store::sqlText(rows.valueAt(row, column).toText());

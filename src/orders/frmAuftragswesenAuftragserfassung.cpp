@@ -4,7 +4,7 @@
 #include "desks/CustomerDesk.h"
 #include "masterdata/Artikel.h"
 #include "masterdata/modVerwaltungKunden.h"
-#include "orders/frmPopUpMenu.h"
+#include "menus/frmPopUpMenu.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"

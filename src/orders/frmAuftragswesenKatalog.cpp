@@ -1,8 +1,8 @@
 // The catalogue of the order screen: categories, products, extras, quantities, and the menus of the cells.
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "menus/frmPopUpMenu.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
-#include "orders/frmPopUpMenu.h"
 #include "platform/Dialogs.h"
 #include "store/SystemSettings.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"

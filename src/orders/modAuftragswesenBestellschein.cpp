@@ -3,7 +3,7 @@
 #include "common/Convert.h"
 #include "common/Like.h"
 #include "common/modFunctions.h"
-#include "masterdata/PrintRows.h"
+#include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <algorithm>
@@ -135,7 +135,7 @@ QString slipFile() {
 }
 
 ReportJob slipJob(const platform::Printer& printer, int destination) {
-    ReportJob job = masterdata::installedReport(slipFile(), QStringLiteral("Auftragsschein"));
+    ReportJob job = platform::installedReport(slipFile(), QStringLiteral("Auftragsschein"));
     job.PrinterName = printer.DeviceName;
     job.PrinterDriver = printer.DriverName;
     job.PrinterPort = printer.Port;

@@ -171,7 +171,8 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
         unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
     {
         const test::FullDisk full(1000);
-        EXPECT_THROW(platform::saveAsXlsx(*grid(), dialogs.savePath), common::RunTimeError);
+        EXPECT_THROW(platform::saveAsXlsx({platform::sheetOf(*grid(), u"Liste"_s)}, dialogs.savePath),
+                     common::RunTimeError);
     }
     EXPECT_EQ(unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s), sheet) << "the former one stays";
 }

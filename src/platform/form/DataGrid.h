@@ -16,6 +16,7 @@ struct DataColumn {
     Qt::Alignment alignment = Qt::AlignLeft;
     QString format{}; ///< see formatField
     QString widest{};
+    bool isSummed = false; ///< in a spreadsheet the column ends in its sum
 
     friend bool operator==(const DataColumn&, const DataColumn&) = default;
 };

@@ -33,6 +33,7 @@ FilledReport QtReports::fill(const ReportJob& job) const {
     const ReportTemplate report(job.ReportFileName);
     ReportData data = readPrintTables(job.DataFile, report.sections(), progress);
     data.firm = job.firm;
+    data.title = job.WindowTitle;
     FilledReport filled = report.fill(data, progress);
     filled.title = job.WindowTitle;
     if (job.orientation != ReportJob::kAsDesigned)

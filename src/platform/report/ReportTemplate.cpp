@@ -102,11 +102,29 @@ ReportData::Row firstValues(const std::vector<ReportData::Row>& rows) {
     return first;
 }
 
+/// Of the columns that hold numbers only.
+ReportData::Row sums(const std::vector<ReportData::Row>& rows) {
+    ReportData::Row result = rows.empty() ? ReportData::Row() : rows.front();
+    for (size_t column = 0; column < result.size(); ++column) {
+        double sum = 0;
+        bool isSum = true;
+        for (const auto& row : rows) {
+            const QString& text = row[column].second;
+            const auto number = text.isEmpty() ? std::optional(0.0) : common::parseNumber(text);
+            isSum = isSum && number;
+            sum += number.value_or(0);
+        }
+        result[column].second = isSum ? common::numberToText(sum) : QString();
+    }
+    return result;
+}
+
 /// What the tags of the text stand for. Of the table that goes its own way only whether it has rows.
 mustache::data contextOf(const ReportData& data, const QString& text, const QString& apart) {
     const Rows objects(text);
     mustache::object context;
     context["Firma"] = valueOf(data.firm);
+    context["Titel"] = valueOf(data.title);
     for (const auto& [table, rows] : data.tables) {
         mustache::list list;
         if (table != apart)
@@ -115,6 +133,8 @@ mustache::data contextOf(const ReportData& data, const QString& text, const QStr
         context[table.toStdString()] = table == apart ? mustache::data(true) : mustache::data(list);
         if (const QString first = table + u":erste"_s; text.contains(first))
             context[first.toStdString()] = mustache::data(objects.object(firstValues(rows)));
+        if (const QString sum = table + u":summe"_s; text.contains(sum))
+            context[sum.toStdString()] = mustache::data(objects.object(sums(rows)));
     }
     return mustache::data(context);
 }
@@ -133,9 +153,10 @@ LongList longListOf(const QString& text, const ReportData& data) {
         const auto found = match.next();
         const auto rows = data.tables.find(found.captured(1));
         const bool inTable = QStringView(text).left(found.capturedStart()).trimmed().endsWith(u"</thead>"_s);
-        const bool plain = !found.captured(2).contains(u"<table"_s) &&
-                           !found.captured(2).contains(u":erste"_s) &&
-                           !found.captured(2).contains(u"Firma}}"_s);
+        const bool plain =
+            !found.captured(2).contains(u"<table"_s) && !found.captured(2).contains(u":erste"_s) &&
+            !found.captured(2).contains(u":summe"_s) && !found.captured(2).contains(u"Firma}}"_s) &&
+            !found.captured(2).contains(u"Titel}}"_s);
         if (rows != data.tables.end() && rows->second.size() > kShortList && inTable && plain)
             return {found.captured(1), found.captured(2), found.capturedStart(), found.capturedLength()};
     }
@@ -162,11 +183,12 @@ QString filled(const QString& text, const mustache::data& context) {
 }
 
 /// Head and foot are drawn as plain text: no escaping, one line.
-QString filledLine(const QString& text, const mustache::data& context, const QString& firm) {
+QString filledLine(const QString& text, const mustache::data& context, const ReportData& data) {
     mustache::mustache tags(text.toStdString());
     tags.set_custom_escape([](const std::string& value) { return value; });
     return QString::fromStdString(tags.render(context))
-        .replace(u"{Firma}"_s, firm)
+        .replace(u"{Firma}"_s, data.firm)
+        .replace(u"{Titel}"_s, data.title)
         .replace(u"{Heute}"_s, common::formatDate(common::clock::now(), u"DD/MM/YYYY"))
         .simplified();
 }
@@ -281,7 +303,7 @@ void ReportTemplate::refuse(const QString& why, const QString& detail) const {
 
 QStringList ReportTemplate::sections() const {
     static const QRegularExpression section(u"\\{\\{\\s*[#^]\\s*([^{}]+?)\\s*\\}\\}"_s);
-    static const QRegularExpression first(u"\\{\\{\\s*([^{}]+?):erste\\."_s);
+    static const QRegularExpression first(u"\\{\\{\\s*([^{}]+?):(?:erste|summe)\\."_s);
     QStringList names;
     for (const auto& pattern : {section, first}) {
         for (auto match = pattern.globalMatch(m_text); match.hasNext();)
@@ -305,8 +327,8 @@ FilledReport ReportTemplate::fill(const ReportData& data, const Progress& progre
     if (nesting(report.html, u"<(/?)table\\b"_s) > kDeepestTables ||
         nesting(report.html, kNestingTags) > kDeepestTags)
         refuse(kTooDeep);
-    report.page.header = filledLine(m_page.header, context, data.firm);
-    report.page.footer = filledLine(m_page.footer, context, data.firm);
+    report.page.header = filledLine(m_page.header, context, data);
+    report.page.footer = filledLine(m_page.footer, context, data);
     return report;
 }
 

@@ -17,6 +17,8 @@ struct ReportData {
     std::map<QString, std::vector<Row>> tables;
     /// The firm's name.
     QString firm{};
+    /// What the run is called.
+    QString title{};
 };
 
 /// The paper of a report. Lengths in millimetres.
@@ -27,7 +29,7 @@ struct ReportPage {
     QMarginsF margins;
     /// One line above and below the text on every page, left, middle and right divided by "|". "{Seite}" and
     /// "{Seiten}" stand for the number of the page and of all pages, "{Heute}" for the date, "{Firma}" for
-    /// the firm's name.
+    /// the firm's name, "{Titel}" for what the run is called.
     QString header;
     QString footer;
 
@@ -70,7 +72,9 @@ struct FilledReport {
 ///     {{Column:kurz}}                a number without zeros at the end of its decimals: "2.00" is "2"
 ///     {{Column:betrag}}              a number with two decimals and thousands marks: "1234.5" is "1'234.50"
 ///     {{Table:erste.Column}}         the first value of the column that is not empty, usable anywhere
+///     {{Table:summe.Column}}         the sum of a column of numbers; "" where the table is empty
 ///     {{Firma}}                      the firm's name, usable anywhere
+///     {{Titel}}                      what the run is called, usable anywhere
 class ReportTemplate {
   public:
     /// Throws common::RunTimeError: kFileNotFound for a missing file, kPlatformFailure for one that cannot be

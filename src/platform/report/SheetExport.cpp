@@ -3,12 +3,12 @@
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
 #include "platform/Dialogs.h"
-#include "platform/form/DataGrid.h"
 #include "platform/form/GridColors.h"
 #include <QAction>
 #include <QFile>
 #include <QMenu>
 #include <QTemporaryDir>
+#include <array>
 #include <xlsxwriter.h>
 
 using namespace Qt::StringLiterals;
@@ -19,27 +19,43 @@ namespace {
 /// What one cell of a sheet can hold.
 constexpr int kLongestText = 32767;
 
+/// What one sheet can hold, its headings and sums among them.
+constexpr int kMostRows = 1'048'576;
+
 /// A spreadsheet that is being made. The library writes to a path only, and not in one step: to one of its
 /// own.
-class Sheet {
+class Book {
   public:
-    Sheet() :
+    Book() :
         m_path(m_folder.filePath(u"tabelle.xlsx"_s)),
         m_book(workbook_new(QFile::encodeName(m_path).constData())) {
         if (!m_book)
             fail(m_folder.errorString());
-        m_sheet = workbook_add_worksheet(m_book, nullptr);
-        worksheet_freeze_panes(m_sheet, 1, 0);
     }
 
-    ~Sheet() {
+    ~Book() {
         // Closing would write the file.
         if (m_book)
             lxw_workbook_free(m_book);
     }
 
-    Sheet(const Sheet&) = delete;
-    Sheet& operator=(const Sheet&) = delete;
+    Book(const Book&) = delete;
+    Book& operator=(const Book&) = delete;
+
+    /// The following columns and cells are this sheet's.
+    void addSheet(const QString& name, const QString& heading) {
+        // A sheet's name has its limits; one that breaks them is numbered by the library.
+        const QByteArray title = name.left(31).toUtf8();
+        const bool usable =
+            !title.isEmpty() && workbook_validate_sheet_name(m_book, title.constData()) == LXW_NO_ERROR;
+        m_sheet = workbook_add_worksheet(m_book, usable ? title.constData() : nullptr);
+        m_forms.clear();
+        worksheet_freeze_panes(m_sheet, 1, 0);
+        // "&" begins a code in a heading.
+        const QString above = QString(heading).replace(u'&', u"&&"_s).simplified().left(200);
+        if (!above.isEmpty())
+            worksheet_set_header(m_sheet, (u"&L"_s + above).toUtf8().constData());
+    }
 
     /// The file as it goes to disk.
     QByteArray close() {
@@ -62,14 +78,27 @@ class Sheet {
         format_set_bottom(heading, LXW_BORDER_THIN);
         // A date is a number to a sheet: without a form it would show as one.
         const QString ofDates = form.format.isEmpty() ? u"dd/mm/yyyy"_s : form.format;
-        m_forms.push_back({formatOf(form, form.format), formatOf(form, ofDates)});
+        lxw_format* sum = formatOf(form, form.format);
+        format_set_bold(sum);
+        format_set_top(sum, LXW_BORDER_THIN);
+        m_forms.push_back({formatOf(form, form.format), formatOf(form, ofDates), sum});
         worksheet_set_column(m_sheet, column, column, twipsToPixels(form.twips) / kPixelsOfADigit, nullptr);
         check(worksheet_write_string(m_sheet, 0, column, form.heading.toUtf8().constData(), heading));
     }
 
+    /// Below so many rows; `sum` is what a reader shows who does not reckon.
+    void addSum(int rows, size_t column, double sum) {
+        const auto place = lxw_col_t(column);
+        std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range{};
+        lxw_rowcol_to_range(range.data(), 1, place, lxw_row_t(rows), place);
+        const std::string formula = "=SUM(" + std::string(range.data()) + ")";
+        check(worksheet_write_formula_num(m_sheet, lxw_row_t(rows + 1), place, formula.c_str(),
+                                          m_forms[column].sum, sum));
+    }
+
     void addCell(int row, size_t column, const common::Value& value) {
         check(write(lxw_row_t(row + 1), lxw_col_t(column), value,
-                    value.isDate() ? m_forms[column].second : m_forms[column].first));
+                    value.isDate() ? m_forms[column].date : m_forms[column].plain));
     }
 
   private:
@@ -112,16 +141,64 @@ class Sheet {
     QString m_path;
     lxw_workbook* m_book;
     lxw_worksheet* m_sheet = nullptr;
-    std::vector<std::pair<lxw_format*, lxw_format*>> m_forms; ///< of cells, and of those with a date
+
+    struct Forms {
+        lxw_format *plain, *date, *sum;
+    };
+
+    std::vector<Forms> m_forms; ///< of the sheet's columns
 };
 
-void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
+void addTable(Book& book, const SheetTable& table, const Progress& progress) {
+    if (table.rows > kMostRows - 2)
+        throw common::RunTimeError(common::kPlatformFailure,
+                                   u"Die Liste ist zu lang: eine Tabelle fasst höchstens 1'048'574 Zeilen."_s,
+                                   QString::number(table.rows));
+    book.addSheet(table.name, table.heading);
+    std::vector<int> shown;
+    std::vector<double> sums;
+    for (int column = 0; column < int(table.columns.size()); ++column) {
+        if (table.columns[size_t(column)].twips == 0)
+            continue;
+        shown.push_back(column);
+        book.addColumn(table.columns[size_t(column)]);
+    }
+    sums.resize(shown.size());
+    for (int row = 0; row < table.rows; ++row) {
+        for (size_t column = 0; column < shown.size(); ++column) {
+            const common::Value value = table.value(row, shown[column]);
+            book.addCell(row, column, value);
+            if (table.columns[size_t(shown[column])].isSummed && value.isNumeric())
+                sums[column] += value.toDouble();
+        }
+        progress(row + 1, table.rows);
+    }
+    for (size_t column = 0; column < shown.size() && table.rows > 0; ++column)
+        if (table.columns[size_t(shown[column])].isSummed)
+            book.addSum(table.rows, column, sums[column]);
+}
+
+} // namespace
+
+SheetTable sheetOf(const DataGrid& grid, const QString& name, const QString& heading) {
+    return {name, grid.columns(), grid.rowCount(),
+            [&grid](int row, int column) { return grid.value(row, column); }, heading};
+}
+
+void saveAsXlsx(const std::vector<SheetTable>& tables, const QString& path, const Progress& progress) {
+    Book book;
+    for (const SheetTable& table : tables)
+        addTable(book, table, progress);
+    common::writeFileAtomically(path, book.close());
+}
+
+void exportSheets(Dialogs& dialogs, const QString& name, const std::vector<SheetTable>& tables) {
     const QString title = DataGrid::tr("Als Tabelle speichern");
     const QString path = dialogs.SaveFile(title, name, u"xlsx"_s);
     if (path.isEmpty())
         return;
     try {
-        saveAsXlsx(grid, path, dialogs.ShowProgress(DataGrid::tr("Die Tabelle wird geschrieben …")));
+        saveAsXlsx(tables, path, dialogs.ShowProgress(DataGrid::tr("Die Tabelle wird geschrieben …")));
     } catch (const GivenUp&) {
         return;
     } catch (const common::RunTimeError& error) {
@@ -129,23 +206,12 @@ void exportSheet(const DataGrid& grid, Dialogs& dialogs, const QString& name) {
     }
 }
 
-} // namespace
-
-void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress) {
-    Sheet sheet;
-    std::vector<int> shown;
-    for (int column = 0; column < int(grid.columns().size()); ++column) {
-        if (grid.isColumnHidden(column))
-            continue;
-        shown.push_back(column);
-        sheet.addColumn(grid.columns()[size_t(column)]);
-    }
-    for (int row = 0; row < grid.rowCount(); ++row) {
-        for (size_t column = 0; column < shown.size(); ++column)
-            sheet.addCell(row, column, grid.value(row, shown[column]));
-        progress(row + 1, grid.rowCount());
-    }
-    common::writeFileAtomically(path, sheet.close());
+QAction* addSheetExport(QMenu& menu, DataGrid& grid, Dialogs& dialogs, const QString& name) {
+    QAction* action = menu.addAction(DataGrid::tr("Als &Tabelle speichern …"));
+    action->setObjectName(u"mnExport"_s);
+    common::connectGuarded(common::Origin::User, action, &QAction::triggered, &grid,
+                           [&grid, &dialogs, name] { exportSheets(dialogs, name, {sheetOf(grid, name)}); });
+    return action;
 }
 
 void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name) {
@@ -153,11 +219,7 @@ void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name) {
                            [&grid, &dialogs, name](int, const QPoint& position) {
                                auto* menu = new QMenu(&grid);
                                menu->setAttribute(Qt::WA_DeleteOnClose);
-                               QAction* action = menu->addAction(DataGrid::tr("Als &Tabelle speichern …"));
-                               action->setObjectName(u"mnExport"_s);
-                               common::connectGuarded(
-                                   common::Origin::User, action, &QAction::triggered, &grid,
-                                   [&grid, &dialogs, name] { exportSheet(grid, dialogs, name); });
+                               addSheetExport(*menu, grid, dialogs, name);
                                menu->popup(position);
                            });
 }

@@ -1,22 +1,44 @@
 #pragma once
 #include "platform/Progress.h"
+#include "platform/form/DataGrid.h"
 #include <QString>
+#include <functional>
+#include <vector>
+
+class QAction;
+class QMenu;
 
 namespace platform {
+
 class Dialogs;
-}
 
-namespace platform {
+/// A table as it goes into a spreadsheet of its own: headings, alignment and formats as the lists show them;
+/// numbers and dates stay such, a summed column ends in a formula. Columns of width 0 are left out.
+struct SheetTable {
+    QString name;
+    std::vector<DataColumn> columns;
+    int rows = 0;
+    std::function<common::Value(int row, int column)> value;
+    /// Stands above each printed page: what span, whose.
+    QString heading{};
+};
 
-class DataGrid;
+/// The rows of a list as it stands. The list has to outlive the table.
+SheetTable sheetOf(const DataGrid& grid, const QString& name, const QString& heading = {});
 
-/// Writes the list as a spreadsheet (.xlsx): headings, order and choice of rows, alignment and formats as
-/// shown, without the hidden columns; numbers and dates stay such. A file of that name is replaced once the
-/// new one is whole; throws common::RunTimeError when it cannot be written.
-void saveAsXlsx(const DataGrid& grid, const QString& path, const Progress& progress = unwatched);
+/// Writes the tables as one file (.xlsx), a sheet each. A file of that name is replaced once the new one is
+/// whole; throws common::RunTimeError when it cannot be written.
+void saveAsXlsx(const std::vector<SheetTable>& tables, const QString& path,
+                const Progress& progress = unwatched);
 
-/// Puts the export into the list's context menu; `name` is the file name that is suggested. Failures are told
-/// to the user. `dialogs` must outlive the list.
+/// Asks where to and writes the tables; `name` is the file name that is suggested. Failures are told to the
+/// user.
+void exportSheets(Dialogs& dialogs, const QString& name, const std::vector<SheetTable>& tables);
+
+/// An entry for a context menu that exports the list.
+QAction* addSheetExport(QMenu& menu, DataGrid& grid, Dialogs& dialogs, const QString& name);
+
+/// Gives the list a context menu with the export. `dialogs` must outlive the list.
 void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name);
 
 } // namespace platform

@@ -1,12 +1,10 @@
-#include "orders/frmPopUpMenu.h"
+#include "menus/frmPopUpMenu.h"
 #include "common/Guard.h"
 #include "masterdata/modVerwaltungKuriere.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-struct Entry {
+struct frmPopUpMenu::Entry {
     const char* name;
     const char16_t* caption;
     const char16_t* text;
@@ -14,7 +12,7 @@ struct Entry {
 
 // The caption of the card company is an old one, the text that is stored the present one; the firm wants
 // both.
-constexpr Entry kKonditionen[] = {
+const frmPopUpMenu::Entry frmPopUpMenu::kKonditionen[] = {
     {"mnKonditionenCash", u"Cash", u"Cash"},
     {"mnKonditionenEC", u"EC", u"EC"},
     {"mnKonditionenPostcard", u"Postcard", u"Postcard"},
@@ -28,14 +26,23 @@ constexpr Entry kKonditionen[] = {
     {"mnKonditionenGeliefert", u"geliefert", u"geliefert"},
 };
 
-} // namespace
+const frmPopUpMenu::Entry frmPopUpMenu::kJournalOrders[] = {
+    {"mnBuchungJournalDatum", u"Datum", u"lng_BestellDatum ASC"},
+    {"mnBuchungJournalAuftragsNr", u"Auftrags-Nr", u"lng_TrxNr ASC"},
+    {"mnBuchungJournalBuchung", u"Buchung", u"txt_Buchungstext ASC"},
+    {"mnBuchungJournalKurier", u"Kurier", u"txt_Kurier ASC"},
+    {"mnBuchungJournalBetrag", u"Betrag", u"dbl_TotalMitMWSt ASC"},
+};
 
 frmPopUpMenu::frmPopUpMenu(QWidget* parent) :
-    QObject(parent), mnKonditionen(parent), mnKurier(parent), mnBestellungLoschen(parent) {
+    QObject(parent), mnKonditionen(parent), mnKurier(parent), mnBestellungLoschen(parent),
+    mnBuchungJournal(parent) {
     mnKonditionen.setObjectName(u"mnKonditionen"_s);
     mnKurier.setObjectName(u"mnKurier"_s);
     mnBestellungLoschen.setObjectName(u"mnBestellungLoschen"_s);
+    mnBuchungJournal.setObjectName(u"mnBuchungJournal"_s);
     addKonditionen();
+    addBuchungJournal();
     QAction* remove = mnBestellungLoschen.addAction(tr("Löschen"));
     remove->setObjectName(u"mnBestellungLoschenLoschen"_s);
     common::connectGuarded(common::Origin::User, remove, &QAction::triggered, this,
@@ -43,13 +50,22 @@ frmPopUpMenu::frmPopUpMenu(QWidget* parent) :
 }
 
 void frmPopUpMenu::addKonditionen() {
-    for (const Entry& entry : kKonditionen) {
-        QAction* action = mnKonditionen.addAction(QString::fromUtf16(entry.caption));
-        action->setObjectName(QString::fromLatin1(entry.name));
-        const QString text = QString::fromUtf16(entry.text);
-        common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
-                               [this, text](bool) { Q_EMIT konditionenChosen(text); });
-    }
+    for (const Entry& entry : kKonditionen)
+        addEntry(mnKonditionen, entry, &frmPopUpMenu::konditionenChosen);
+}
+
+void frmPopUpMenu::addBuchungJournal() {
+    for (const Entry& entry : kJournalOrders)
+        addEntry(mnBuchungJournal, entry, &frmPopUpMenu::buchungJournalSorted);
+}
+
+void frmPopUpMenu::addEntry(QMenu& menu, const Entry& entry, void (frmPopUpMenu::*chosen)(const QString&)) {
+    QAction* action = menu.addAction(QString::fromUtf16(entry.caption));
+    action->setObjectName(QString::fromLatin1(entry.name));
+    common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
+                           [this, chosen, text = QString::fromUtf16(entry.text)](bool) {
+                               Q_EMIT(this->*chosen)(text);
+                           });
 }
 
 void frmPopUpMenu::FillKurierMenuOnce() {

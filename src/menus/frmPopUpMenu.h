@@ -2,7 +2,7 @@
 #include <QMenu>
 #include <QObject>
 
-/// Holder of the order screen's context menus; never shown itself.
+/// Holder of the context menus of the order screen and the booking journal; never shown itself.
 class frmPopUpMenu : public QObject {
     Q_OBJECT
   public:
@@ -11,6 +11,7 @@ class frmPopUpMenu : public QObject {
     QMenu mnKonditionen;
     QMenu mnKurier;
     QMenu mnBestellungLoschen;
+    QMenu mnBuchungJournal;
 
     /// Fills mnKurier on its first use; a courier added later shows when the screen is opened anew.
     void FillKurierMenuOnce();
@@ -19,7 +20,16 @@ class frmPopUpMenu : public QObject {
     void konditionenChosen(const QString& text);
     void kurierChosen(qint64 kurierId, const QString& kurzzeichen);
     void bestellungLoschenLoschen();
+    /// An order of the journal's rows, as store::Recordset::Sort takes it.
+    void buchungJournalSorted(const QString& order);
 
   private:
+    /// A text that a menu gives out.
+    struct Entry;
+    static const Entry kKonditionen[];
+    static const Entry kJournalOrders[];
+
     void addKonditionen();
+    void addBuchungJournal();
+    void addEntry(QMenu& menu, const Entry& entry, void (frmPopUpMenu::*chosen)(const QString&));
 };

@@ -1,11 +1,11 @@
-#include "masterdata/PrintRows.h"
+#include "platform/report/PrintTable.h"
 #include "store/FirmName.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace masterdata {
+namespace platform {
 namespace {
 
 /// Written in some 10 ms, so that the progress is told as often as it is painted.
@@ -22,21 +22,25 @@ int fillBlock(const QString& insert, const std::function<QStringList(int row)>& 
 
 } // namespace
 
-void fillPrintTable(const QString& table, const QString& columns, store::Recordset& rows,
-                    const std::function<QStringList(int row)>& values, const platform::Progress& progress) {
+void fillPrintTable(const QString& table, const QString& columns, int count,
+                    const std::function<QStringList(int row)>& values, const Progress& progress) {
     const QString empty = u"DELETE * FROM "_s + table;
     const QString insert = u"INSERT INTO "_s + table + u'(' + columns + u") VALUES("_s;
     ConnPrint.Execute(empty);
     try {
-        for (int row = 0; row < rows.RecordCount(); progress(row, rows.RecordCount()))
-            row = fillBlock(insert, values, row, std::min(row + kBlock, rows.RecordCount()));
+        for (int row = 0; row < count; progress(row, count))
+            row = fillBlock(insert, values, row, std::min(row + kBlock, count));
     } catch (...) {
         ConnPrint.Execute(empty);
         throw;
     }
 }
 
-platform::ReportJob installedReport(const QString& reportFile, const QString& title) {
+void setPrintHeading(const QString& column, const QString& text) {
+    ConnPrint.Execute(u"UPDATE PrintSettings SET "_s + column + u" = "_s + store::sqlText(text));
+}
+
+ReportJob installedReport(const QString& reportFile, const QString& title) {
     return {.ReportFileName = store::appPath() + u"\\Reports\\"_s + reportFile,
             .DataFile = PfadPrintDB,
             .WindowTitle = title,
@@ -47,12 +51,4 @@ QString sqlNumber(const common::Value& number) {
     return number.isNull() ? u"Null"_s : common::Value(number.toDouble()).toText();
 }
 
-QString printedInternet(const common::Value& flag) {
-    return store::sqlText(flag.isTrue() ? u"Ja"_s : u"Nein"_s);
-}
-
-QString printedStatus(const common::Value& inactive) {
-    return store::sqlText(inactive.isTrue() ? u"Inaktiv"_s : u"Aktiv"_s);
-}
-
-} // namespace masterdata
+} // namespace platform

@@ -1,0 +1,100 @@
+#include "platform/form/DateFields.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "common/Guard.h"
+#include "common/RunTimeError.h"
+#include "common/modFunctions.h"
+#include "platform/form/FieldHelpers.h"
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QShortcut>
+#include <cmath>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+namespace {
+
+constexpr double kHour = 1 / 24.0;
+
+/// A date beyond what the forms can write is none.
+std::optional<double> readableDay(const QString& text) {
+    constexpr double kFirst = -657'434; // 1 January 100
+    constexpr double kLast = 2'958'465; // 31 December 9999
+    const auto serial = common::parseDate(text);
+    return serial && *serial >= kFirst && std::floor(*serial) <= kLast ? serial : std::nullopt;
+}
+
+QString leftDate(const QString& text) {
+    return readableDay(text) ? modFunctions::FormatDateDDMMYYYY(text)
+                             : modFunctions::FormatDateDDMMYYYY(common::Serial{common::clock::today()});
+}
+
+QString steppedDate(const QString& text, int step) {
+    const auto serial = readableDay(text);
+    const QString stepped =
+        serial ? common::formatDate(std::floor(*serial) + step, u"DD/MM/YYYY") : QString();
+    return readableDay(stepped) ? stepped : text;
+}
+
+std::optional<double> readableTime(const QString& text) {
+    const auto serial = common::parseDate(text);
+    return serial ? std::optional(*serial - std::floor(*serial)) : std::nullopt;
+}
+
+QString writtenTime(double time) {
+    return common::formatDate(time - std::floor(time), u"HH:MM");
+}
+
+QString leftTime(const QString& text) {
+    const auto time = readableTime(text);
+    return time ? writtenTime(*time) : u"00:00"_s;
+}
+
+QString steppedTime(const QString& text, int step) {
+    const auto time = readableTime(text);
+    return time ? writtenTime(*time + step * kHour) : text;
+}
+
+void setUp(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward, QString (*left)(const QString&),
+           QString (*stepped)(const QString&, int)) {
+    selectAllOnFocus(field);
+    reformatOnLeave(field, left);
+    const auto step = [&field, stepped](int by) { field.setText(stepped(field.text(), by)); };
+    for (const auto& [button, by, key] :
+         {std::tuple{&back, -1, Qt::Key_Down}, std::tuple{&forward, 1, Qt::Key_Up}}) {
+        const auto act = [step, by = by] { step(by); };
+        common::connectGuarded(common::Origin::User, button, &QAbstractButton::clicked, &field, act);
+        auto* shortcut = new QShortcut(key, &field);
+        shortcut->setContext(Qt::WidgetShortcut);
+        common::connectGuarded(common::Origin::User, shortcut, &QShortcut::activated, &field, act);
+    }
+}
+
+[[noreturn]] void refuse(const QLineEdit& field) {
+    throw common::RunTimeError(common::kTypeMismatch, u"Typen unverträglich."_s, field.objectName());
+}
+
+} // namespace
+
+void setUpDateField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward) {
+    field.setText(leftDate({}));
+    setUp(field, back, forward, leftDate, steppedDate);
+}
+
+void setUpTimeField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward) {
+    setUp(field, back, forward, leftTime, steppedTime);
+}
+
+qint64 dayOf(const QLineEdit& field) {
+    const auto serial = readableDay(field.text());
+    return serial ? qint64(std::floor(*serial)) : (refuse(field), 0);
+}
+
+double timeOf(const QLineEdit& field) {
+    const auto time = readableTime(field.text());
+    return time ? *time : (refuse(field), 0.0);
+}
+
+} // namespace platform

@@ -1,0 +1,24 @@
+#pragma once
+#include <QString>
+#include <optional>
+
+class QAbstractButton;
+class QLineEdit;
+
+/// The fields for a day and for a time of the day that every statistic is asked by, with their steppers.
+namespace platform {
+
+/// Gives the field today. It selects its text on focus; left with a valid date it holds that as "DD/MM/YYYY"
+/// (a short year by modFunctions::FormatDateDDMMYYYY), with anything else it becomes today. The steppers, and
+/// the arrow keys up and down, go a day back or on where the field holds a valid date.
+void setUpDateField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward);
+
+/// Likewise for a time "hh:mm": left with none it becomes "00:00", the steppers go an hour, round the clock.
+void setUpTimeField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward);
+
+/// The field's day as whole serial, its time as fraction of the day. Throw kTypeMismatch where there is none,
+/// which only a field that still has the focus can hold.
+qint64 dayOf(const QLineEdit& field);
+double timeOf(const QLineEdit& field);
+
+} // namespace platform

@@ -14,4 +14,9 @@ using Progress = std::function<void(qint64 done, qint64 total)>;
 inline void unwatched(qint64 /*done*/, qint64 /*total*/) {
 }
 
+inline bool isWatched(const Progress& progress) {
+    const auto* plain = progress.target<void (*)(qint64, qint64)>();
+    return !plain || *plain != &unwatched;
+}
+
 } // namespace platform

@@ -136,6 +136,50 @@ void askForPrinterOnly(QPrintDialog& dialog) {
     }
 }
 
+/// The progress of work, without a known end where the total is 0. The box is made once the work has lasted:
+/// most is done sooner, and until then no event is dealt out.
+class ProgressBox {
+  public:
+    explicit ProgressBox(const QString& text) : m_text(text) { m_sinceBegun.start(); }
+
+    void tell(qint64 done, qint64 total) {
+        constexpr int kSteps = 1000;
+        constexpr int kBeforeShown = 500;
+        constexpr int kBetweenPaintings = 40;
+        if (m_box ? m_sincePainted.elapsed() < kBetweenPaintings : m_sinceBegun.elapsed() < kBeforeShown)
+            return;
+        const common::NestedEventLoop loop;
+        const ShortcutGate gate;
+        if (!m_box)
+            show();
+        m_box->setMaximum(total > 0 ? kSteps : 0);
+        if (total > 0)
+            m_box->setValue(int(done * kSteps / total));
+        QCoreApplication::processEvents();
+        m_sincePainted.start();
+        if (m_box->wasCanceled())
+            throw GivenUp();
+    }
+
+  private:
+    void show() {
+        m_box =
+            std::make_unique<QProgressDialog>(m_text, tr("Abbrechen"), 0, 0, QApplication::activeWindow());
+        m_box->setWindowTitle(QStringLiteral("Tavolino"));
+        m_box->setWindowModality(Qt::ApplicationModal);
+        m_box->setMinimumWidth(360);
+        m_box->setAutoClose(false);
+        m_box->setAutoReset(false);
+        m_heldKeys = std::make_unique<HeldKeys>(*m_box, HeldKeys::Since::Beginning);
+        m_box->show();
+    }
+
+    const QString m_text;
+    QElapsedTimer m_sinceBegun, m_sincePainted;
+    std::unique_ptr<QProgressDialog> m_box;
+    std::unique_ptr<HeldKeys> m_heldKeys;
+};
+
 } // namespace
 
 int QtDialogs::MsgBox(const QString& text, int style, const QString& title) {
@@ -203,29 +247,7 @@ QString QtDialogs::SaveFile(const QString& title, const QString& name, const QSt
 }
 
 Progress QtDialogs::ShowProgress(const QString& text) {
-    constexpr int kSteps = 1000;
-    const auto box =
-        std::make_shared<QProgressDialog>(text, tr("Abbrechen"), 0, kSteps, QApplication::activeWindow());
-    box->setWindowTitle(QStringLiteral("Tavolino"));
-    box->setWindowModality(Qt::ApplicationModal);
-    box->setMinimumWidth(360);
-    box->setMinimumDuration(500);
-    box->setAutoClose(false);
-    box->setAutoReset(false);
-    const auto heldKeys = std::make_shared<HeldKeys>(*box, HeldKeys::Since::Beginning);
-    QElapsedTimer sincePainted;
-    sincePainted.start();
-    return [box, heldKeys, sincePainted](qint64 done, qint64 total) mutable {
-        constexpr int kBetweenPaintings = 40;
-        if (sincePainted.elapsed() < kBetweenPaintings)
-            return;
-        const common::NestedEventLoop loop;
-        const ShortcutGate gate;
-        box->setValue(total > 0 ? int(done * kSteps / total) : 0);
-        sincePainted.restart();
-        if (box->wasCanceled())
-            throw GivenUp();
-    };
+    return [box = std::make_shared<ProgressBox>(text)](qint64 done, qint64 total) { box->tell(done, total); };
 }
 
 void centreOnScreen(QWidget& window) {

@@ -1,13 +1,17 @@
 #include "store/Connection.h"
 #include "common/RunTimeError.h"
 #include "store/ConnectionString.h"
+#include "store/Reader.h"
 #include "store/Recordset.h"
+#include <algorithm>
+#include <utility>
 
 namespace store {
 
 using namespace Qt::StringLiterals;
 
 Connection::~Connection() {
+    m_readers.clear();
     const QSet<Recordset*> open = m_recordsets;
     for (Recordset* rows : open)
         rows->abandon();
@@ -22,6 +26,8 @@ void Connection::Open(const QString& connectionString) {
 
 void Connection::Close() {
     engine();
+    for (const auto& reader : std::exchange(m_readers, {}))
+        reader->close();
     const QSet<Recordset*> open = m_recordsets;
     for (Recordset* rows : open)
         rows->abandon();
@@ -37,6 +43,19 @@ Engine& Connection::engine() const {
 
 qint64 Connection::Execute(const QString& sql) {
     return engine().execute(sql);
+}
+
+void Connection::Read(const std::function<void(Engine&)>& job, const Waiting& waiting) {
+    Engine& own = engine();
+    // Nobody else sees what a transaction has written.
+    if (!waiting || own.inTransaction())
+        return job(own);
+    const auto idle = std::find_if(m_readers.begin(), m_readers.end(),
+                                   [](const auto& reader) { return !reader->isBusy(); });
+    const auto reader = idle != m_readers.end() ? *idle : std::make_shared<Reader>(m_connectionString);
+    if (idle == m_readers.end())
+        m_readers.push_back(reader);
+    reader->read(job, waiting);
 }
 
 void Connection::BeginTrans() {

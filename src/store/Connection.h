@@ -3,11 +3,18 @@
 #include "store/Engine.h"
 #include <QSet>
 #include <QString>
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace store {
 
+class Reader;
 class Recordset;
+
+/// Called now and again by who waits for work of another thread. What it throws gives the work up. Empty for
+/// work that nobody watches.
+using Waiting = std::function<void()>;
 
 /// A connection to one database file, under the names of the interface that the firm's statements were
 /// written for. Failures throw common::RunTimeError; nothing is caught here.
@@ -31,6 +38,11 @@ class Connection {
     /// Runs UPDATE, DELETE or INSERT text; gives the number of rows touched.
     qint64 Execute(const QString& sql);
 
+    /// Runs work that only reads. Where somebody waits for it, it has a connection and a thread of its own,
+    /// and work of others may come in meanwhile; its errors come out here. It must not touch what the
+    /// caller's thread can change.
+    void Read(const std::function<void(Engine&)>& job, const Waiting& waiting = {});
+
     bool InTransaction() const { return m_engine && m_engine->inTransaction(); }
 
     /// The string as it was given to Open, for a grid's data control.
@@ -49,6 +61,8 @@ class Connection {
     std::unique_ptr<Engine> m_engine;
     QString m_connectionString;
     QSet<Recordset*> m_recordsets;
+    /// One, unless somebody who waits lets another one in who has to wait.
+    std::vector<std::shared_ptr<Reader>> m_readers;
 };
 
 /// The only way to a transaction, and its writer's own: begins at construction, rolls back when the scope is

@@ -53,6 +53,8 @@ class Engine {
     virtual void commit() = 0;
     virtual void rollback() = 0;
     virtual bool inTransaction() const = 0;
+    /// Breaks off what runs at the moment, from any thread: it throws. Nothing happens where nothing runs.
+    virtual void interrupt() = 0;
     /// Whether the database may be written at all.
     virtual bool isWritable() const = 0;
 };

@@ -1,5 +1,6 @@
 #include "store/FetchedRows.h"
 #include "store/Collation.h"
+#include "store/Rows.h"
 #include <algorithm>
 
 namespace store {
@@ -26,12 +27,8 @@ FetchedRows::FetchedRows(Engine& engine, const QString& sql, bool keyed) {
     if (keyed)
         m_columns.pop_back();
     const int count = int(m_columns.size());
-    while (cursor->next()) {
-        std::vector<Value> values(m_columns.size());
-        for (int i = 0; i < count; ++i)
-            values[size_t(i)] = cursor->value(i);
-        append(keyed ? cursor->value(count).toLong() : 0, std::move(values));
-    }
+    while (cursor->next())
+        append(keyed ? cursor->value(count).toLong() : 0, valuesOf(*cursor, count));
 }
 
 void FetchedRows::append(qint64 key, std::vector<Value> values) {

@@ -5,16 +5,19 @@
 
 namespace store {
 
-/// Rows of a table with a counter: their counters in order, and the values of those that were looked at, a
+/// Rows of a table or view with a key: their keys in order, and the values of those that were looked at, a
 /// block at a time.
 ///
-/// Of a whole table only the first counters are fetched, and the number of rows; the other counters when one
-/// of them is looked at. Which rows there are is settled by that. Their values are those of the first look; a
-/// row that is gone by then has its counter only, or nothing where that was not fetched yet.
+/// Of a whole table only the first keys are fetched, and the number of rows; the other keys when one of them
+/// is looked at, or with the first ones where those had to be put in order at length. Which rows there are is
+/// settled by that. Their values are those of the first look; a row that is gone by then has its key only, or
+/// nothing where that was not fetched yet.
 class KeyedRows : public RowSource {
   public:
-    /// `counter` is the name of the table's counter.
-    KeyedRows(Engine& engine, const PlainQuery& query, const QString& counter);
+    /// `key` is a column of whole numbers from 0 on that no two rows share: a table's counter, say.
+    KeyedRows(Engine& engine, const PlainQuery& query, const QString& key);
+
+    void useEngine(Engine& engine) override { m_engine = &engine; }
 
     const std::vector<Column>& columns() const override { return m_columns; }
 
@@ -34,6 +37,12 @@ class KeyedRows : public RowSource {
     /// last.
     void sort(const QString& column, bool down) override;
 
+    /// What sort does, in steps: the order, its keys, which any thread may read by an engine of its own, and
+    /// the rows in the order of these keys.
+    QString orderBy(const QString& name, bool down) const;
+    std::vector<qint64> keysInOrder(Engine& engine, const QString& order) const;
+    void arrange(const QString& order, const std::vector<qint64>& keys);
+
   private:
     struct Row {
         qint64 key;
@@ -43,27 +52,29 @@ class KeyedRows : public RowSource {
 
     bool holds(int row) const { return row < int(m_rows.size()) && !m_rows[size_t(row)].values.empty(); }
 
-    QString keyQuery() const;
+    QString keyQuery(const QString& order) const;
     /// `keys` is not empty.
     QString blockQuery(const QList<qint64>& keys) const;
     qint64 ofTable(const QString& aggregate) const;
-    void readKeys(size_t most);
+    void addRows(const std::vector<qint64>& keys);
     void readOtherKeys();
-    void sortHeld();
+    void sortHeld(const std::vector<qint64>& keys);
     /// Reads the block that the row is in, but for rows that are in memory.
     void readBlock(int row);
 
-    Engine& m_engine;
+    Engine* m_engine;
     const PlainQuery m_query;
-    const QString m_counter;
+    const QString m_key;
     /// The order that the rows stand in.
     QString m_order;
     std::vector<Column> m_columns;
-    /// Place of the counter among the columns, -1 where it was not asked for.
-    int m_counterColumn = -1;
-    /// Of a whole table: that many rows when the first counters were fetched, none with a higher counter.
+    /// Place of the key among the columns, -1 where it was not asked for.
+    int m_keyColumn = -1;
+    /// Of a whole table: that many rows when the first keys were fetched, none with a higher key.
     int m_total = 0;
     qint64 m_highest;
+    /// Whether not all keys are needed at once.
+    bool m_firstWillDo = false;
     std::vector<Row> m_rows;
 };
 

@@ -18,6 +18,14 @@ bool isQuery(const QString& source) {
     return QStringView(source).trimmed().startsWith(u"SELECT", Qt::CaseInsensitive);
 }
 
+/// The key that was told, else the counter; "" where the table or view has no such column.
+QString keyOf(Engine& engine, const QString& table, const QString& told) {
+    for (const Column& column : engine.columnsOf(table))
+        if (told.isEmpty() ? column.counter : column.name.compare(told, Qt::CaseInsensitive) == 0)
+            return column.name;
+    return {};
+}
+
 } // namespace
 
 struct Recordset::Edit {
@@ -98,22 +106,36 @@ void Recordset::requireOpen() const {
 RowSource& Recordset::rows() {
     requireOpen();
     if (!m_rows)
-        m_rows = openRows();
+        m_rows = openRows({});
     return *m_rows;
 }
 
-std::unique_ptr<RowSource> Recordset::openRows() {
-    Engine& engine = m_connection->engine();
+void Recordset::Fetch(const Waiting& waiting) {
+    requireOpen();
+    if (!m_rows)
+        m_rows = openRows(waiting);
+}
+
+std::shared_ptr<RowSource> Recordset::openRows(const Waiting& waiting) {
     const PlainQuery query = m_plan ? m_plan->narrowed(m_filter) : PlainQuery();
-    if (m_byKeys)
-        for (const Column& column : engine.columnsOf(query.table))
-            if (column.counter)
-                return std::make_unique<KeyedRows>(engine, query, column.name);
-    auto fetched =
-        std::make_unique<FetchedRows>(engine, m_filter.isEmpty() ? m_source : query.sql(), m_updatable);
-    m_fetched = m_updatable ? fetched.get() : nullptr;
+    const QString sql = m_filter.isEmpty() ? m_source : query.sql();
+    std::shared_ptr<KeyedRows> keyed;
+    std::shared_ptr<FetchedRows> fetched;
+    m_connection->Read(
+        [&, byKeys = m_byKeys, told = m_key, updatable = m_updatable](Engine& engine) {
+            const QString key = byKeys ? keyOf(engine, query.table, told) : QString();
+            if (key.isEmpty())
+                fetched = std::make_shared<FetchedRows>(engine, sql, updatable);
+            else
+                keyed = std::make_shared<KeyedRows>(engine, query, key);
+        },
+        waiting);
     m_editable.clear();
-    return fetched;
+    m_fetched = m_updatable ? fetched.get() : nullptr;
+    if (!keyed)
+        return fetched;
+    keyed->useEngine(m_connection->engine());
+    return keyed;
 }
 
 RowSource& Recordset::currentRow() {
@@ -264,11 +286,30 @@ void Recordset::updateEdited(const std::vector<Column>& columns, const std::vect
 }
 
 void Recordset::Sort(const QString& order) {
+    Sorted(order, {})();
+}
+
+std::function<void()> Recordset::Sorted(const QString& order, const Waiting& waiting) {
     const QStringList words = order.split(u' ', Qt::SkipEmptyParts);
     const bool down = words.size() > 1 && words[1].compare(u"DESC"_s, Qt::CaseInsensitive) == 0;
     const QString column = words.isEmpty() ? QString() : rows().columns()[size_t(columnIndex(words[0]))].name;
-    moveTo(0);
-    rows().sort(column, down);
+    rows();
+    const std::shared_ptr<RowSource> source = m_rows;
+    const auto keyed = std::dynamic_pointer_cast<KeyedRows>(source);
+    if (!keyed)
+        return [this, source, column, down] {
+            moveTo(0);
+            if (m_rows == source)
+                source->sort(column, down);
+        };
+    const QString by = keyed->orderBy(column, down);
+    std::vector<qint64> keys;
+    m_connection->Read([&](Engine& engine) { keys = keyed->keysInOrder(engine, by); }, waiting);
+    return [this, keyed, by, keys = std::move(keys)] {
+        moveTo(0);
+        if (m_rows == keyed)
+            keyed->arrange(by, keys);
+    };
 }
 
 void Recordset::Filter(const QString& condition) {

@@ -64,8 +64,8 @@ class Field {
 /// How it is opened decides where the rows come from:
 /// - forward-only and read-only: straight from the running query (StreamedRows); Eof, Fields, MoveNext and
 ///   Close are all there is;
-/// - static and read-only, of a plain query (see PlainQuery) on one table with a counter: by the counters of
-///   the rows, the values as they are looked at (KeyedRows);
+/// - static and read-only, of a plain query (see PlainQuery) on one table with a counter, or with a key that
+///   SetKey told: by the keys of the rows, the values as they are looked at (KeyedRows);
 /// - else all rows are fetched (FetchedRows).
 /// The last two run their query at the first look at a row, so that a recordset opened only to add rows costs
 /// nothing on a large table.
@@ -89,6 +89,13 @@ class Recordset {
               int options = -1);
 
     void SetActiveConnection(Connection& connection) { m_active = &connection; }
+
+    /// A column of whole numbers from 0 on that no two rows share, for what is opened from now on: a view, or
+    /// a table without a counter.
+    void SetKey(const QString& column) { m_key = column; }
+
+    /// Runs the query now. See Connection::Read for `waiting`.
+    void Fetch(const Waiting& waiting = {});
 
     /// Closing a closed recordset throws kObjectClosed. What was put without Update is dropped.
     void Close();
@@ -121,8 +128,11 @@ class Recordset {
     void Update();
 
     /// "column ASC" or "column DESC"; "" gives the query's own order back. Texts without regard to case.
-    /// Stays on the first row.
+    /// Goes to the first row.
     void Sort(const QString& order);
+    /// Sort in two steps: what takes long, and putting the rows in order, which the result does; it does
+    /// nothing where there are other rows by then.
+    std::function<void()> Sorted(const QString& order, const Waiting& waiting);
     /// Shows those rows of a plain query that meet a condition of the store's dialect, in the query's order;
     /// "" shows all again. The store chooses them, as they are then. Of any other query it throws
     /// kSqlFailure.
@@ -140,7 +150,7 @@ class Recordset {
     void requireOpen() const;
     /// Runs the query where that has not happened yet.
     RowSource& rows();
-    std::unique_ptr<RowSource> openRows();
+    std::shared_ptr<RowSource> openRows(const Waiting& waiting);
     /// Throws where there is no current row.
     RowSource& currentRow();
     void moveTo(int position);
@@ -159,9 +169,10 @@ class Recordset {
     std::optional<PlainQuery> m_plan;
     QString m_filter;
     bool m_updatable = false;
-    /// Whether rows may be read by their counters.
+    QString m_key;
+    /// Whether rows may be read by their keys.
     bool m_byKeys = false;
-    std::unique_ptr<RowSource> m_rows;
+    std::shared_ptr<RowSource> m_rows;
     /// m_rows, where they can be changed.
     FetchedRows* m_fetched = nullptr;
     /// Counted from 0.

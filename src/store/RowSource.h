@@ -11,6 +11,9 @@ class RowSource {
     RowSource(const RowSource&) = delete;
     RowSource& operator=(const RowSource&) = delete;
 
+    /// From now on what is not in memory comes from this engine.
+    virtual void useEngine(Engine&) {}
+
     virtual const std::vector<Column>& columns() const = 0;
     /// Whether there is such a row.
     virtual bool hasRow(int row) = 0;

@@ -340,6 +340,10 @@ bool SqliteEngine::inTransaction() const {
     return sqlite3_get_autocommit(m_database->getHandle()) == 0;
 }
 
+void SqliteEngine::interrupt() {
+    sqlite3_interrupt(m_database->getHandle());
+}
+
 bool SqliteEngine::isWritable() const {
     return sqlite3_db_readonly(m_database->getHandle(), "main") == 0;
 }

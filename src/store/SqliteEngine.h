@@ -34,6 +34,7 @@ class SqliteEngine : public Engine {
     void commit() override;
     void rollback() override;
     bool inTransaction() const override;
+    void interrupt() override;
     bool isWritable() const override;
 
     /// Copies the database, compacted, into a new file.

@@ -18,14 +18,19 @@ struct Known {
     const char16_t* sentence;
 };
 
+constexpr const char16_t* kLocked = u"Die Datenbank \"%1\" ist durch ein anderes Programm gesperrt. Bitte "
+                                    u"versuchen Sie es in einem Augenblick noch einmal.";
+
 /// "%1" is the name of the database's file.
 constexpr Known kKnown[] = {
     {SQLITE_FULL, common::kDiskFull, u"Der Datenträger ist voll. Es konnte nicht gespeichert werden."},
     {SQLITE_CORRUPT, common::kStoreFailure, u"Die Datenbank \"%1\" ist beschädigt."},
     {SQLITE_NOTADB, common::kStoreFailure,
      u"Die Datei \"%1\" ist keine Datenbank von Tavolino oder ist beschädigt."},
-    {SQLITE_BUSY, common::kStoreFailure, u"Die Datenbank \"%1\" wird von einem anderen Programm benutzt."},
-    {SQLITE_LOCKED, common::kStoreFailure, u"Die Datenbank \"%1\" wird von einem anderen Programm benutzt."},
+    {SQLITE_BUSY, common::kStoreFailure, kLocked},
+    {SQLITE_LOCKED, common::kStoreFailure, kLocked},
+    {SQLITE_PROTOCOL, common::kStoreFailure, kLocked},
+    {SQLITE_INTERRUPT, common::kStoreFailure, u"Die Abfrage wurde abgebrochen."},
     {SQLITE_READONLY, common::kNotWritable, u"Die Datenbank \"%1\" kann nicht beschrieben werden."},
     {SQLITE_CANTOPEN, common::kFileNotFound, u"Die Datenbank \"%1\" kann nicht geöffnet werden."},
     {SQLITE_IOERR, common::kStoreFailure,

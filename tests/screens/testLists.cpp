@@ -1,3 +1,4 @@
+#include "common/RunTimeError.h"
 #include "common/Value.h"
 #include "platform/QtDialogs.h"
 #include "platform/form/DataGrid.h"
@@ -8,7 +9,10 @@
 #include "tests/screens/ShellFixture.h"
 #include "tests/support/StatementLog.h"
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QMenu>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -310,4 +314,49 @@ TEST(QtDialogs, AnswersAreTheNumbersOfTheirButtons) {
         });
         EXPECT_EQ(dialogs.MsgBox(u"Frage"_s, style, u"Titel"_s), answer) << style;
     }
+}
+
+/// A query that lasts shows a box without a known end after half a second; calls come in meanwhile.
+TEST_F(ListTest, AQueryThatLastsIsGivenUpAndTheListStays) {
+    ConnPhone.Execute(u"CREATE VIEW view_Buch AS SELECT rowid AS lng_Nr, * FROM tbl_PhoneBook"_s);
+    control.setKey(u"lng_Nr"_s);
+    control.show(
+        u"SELECT txt_Telefon, txt_Name, txt_Ort FROM view_Buch WHERE txt_Name <> '' ORDER BY txt_Name"_s);
+    const QString before = control.RecordSource();
+    platform::QtDialogs boxes;
+    QElapsedTimer time;
+    time.start();
+    qint64 shownAfter = 0;
+    QString bar;
+    QTimer call;
+    QObject::connect(&call, &QTimer::timeout, &grid, [&] {
+        auto* box = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        shownAfter = shownAfter > 0 ? shownAfter : time.elapsed();
+        bar = QString::number(box->minimum()) + u' ' + QString::number(box->maximum());
+        EXPECT_EQ(grid.text(0, 1), u"Ärni"_s) << "the list can be painted";
+        ConnPhone.Execute(u"UPDATE tbl_PhoneBook SET txt_Ort = 'Thun'"_s);
+        if (time.elapsed() > 700)
+            QTest::mouseClick(box->findChild<QPushButton*>(), Qt::LeftButton);
+    });
+    call.start(10);
+    const QString endless = u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+                            "SELECT i, i AS a, i AS b FROM n WHERE i < 0"_s;
+    EXPECT_THROW(control.show(endless, boxes.ShowProgress(u"Die Bestellungen werden gelesen …"_s)),
+                 platform::GivenUp);
+    EXPECT_TRUE(shownAfter >= 500 && shownAfter < 1500) << shownAfter;
+    EXPECT_EQ(bar, u"0 0"_s);
+    EXPECT_EQ(control.RecordSource(), before);
+    EXPECT_EQ(grid.rowCount(), 2);
+    EXPECT_THROW(control.show(u"SELECT txt_Fehlt FROM tbl_PhoneBook"_s, [](qint64, qint64) {}),
+                 common::RunTimeError);
+    EXPECT_EQ(grid.rowCount(), 2);
+    EXPECT_THROW(control.Sort(u"txt_Name DESC"_s, [](qint64, qint64) { throw platform::GivenUp(); }),
+                 platform::GivenUp);
+    EXPECT_EQ(grid.text(0, 1), u"Ärni"_s);
+    control.show(u"SELECT txt_Telefon, txt_Name, txt_Ort FROM tbl_PhoneBook WHERE txt_Name = ''"_s,
+                 [](qint64, qint64) {});
+    EXPECT_EQ(grid.rowCount(), 1);
+    EXPECT_EQ(grid.text(0, 2), u"Thun"_s);
 }

@@ -3,7 +3,9 @@
 #include "store/CreateDatabase.h"
 #include "store/Dialect.h"
 #include "store/Recordset.h"
+#include "store/Rows.h"
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -449,6 +451,95 @@ TEST_F(StoreTest, AWholeTableKeepsItsNumberOfRowsAndTheirOrder) {
     EXPECT_EQ(rows.valueAt(0, 1).toText(), u"neu"_s);
     rows.Filter(u""_s);
     EXPECT_EQ(rows.RecordCount(), 300);
+}
+
+/// As a list over the bookings, whose texts are looked up; the index would give the keys in an order of its
+/// own.
+TEST_F(StoreTest, AViewWithAKeyHasTheRowsOfItsQuery) {
+    for (const char16_t* name : {u"Öl", u"apfel", u"Zimt"})
+        add(QString::fromUtf16(name));
+    connection.Execute(
+        u"CREATE TABLE tbl_Kauf (lng_Nr INTEGER PRIMARY KEY, lng_Ding INTEGER, dbl_Total DOUBLE)"_s);
+    connection.Execute(u"CREATE INDEX idx_Kauf ON tbl_Kauf (lng_Ding, lng_Nr)"_s);
+    connection.Execute(
+        u"CREATE VIEW view_Kauf AS SELECT b.lng_Nr, (SELECT d.txt_Name FROM tbl_Dinge AS d "
+        "WHERE d.lng_ID = b.lng_Ding) AS txt_Ding, b.dbl_Total, b.lng_Ding FROM tbl_Kauf AS b"_s);
+    connection.Execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 700) "
+                       "INSERT INTO tbl_Kauf SELECT i * 2, i % 3 + 1, i * 37 % 11 FROM n"_s);
+    const auto plain = [&](const QString& sql) {
+        QString result;
+        for (const auto& row : store::readAll(connection.engine(), sql).rows)
+            result += row[0].toText() + u':' + row[1].toText() + u' ';
+        return result.trimmed();
+    };
+    const QString select = u"SELECT lng_Nr, txt_Ding, dbl_Total FROM view_Kauf"_s;
+    Recordset rows;
+    rows.SetKey(u"lng_Nr"_s);
+    for (const QString& clause :
+         {u""_s, u" WHERE lng_Ding = 2 "_s, u" WHERE dbl_Total > 4 ORDER BY lng_Nr DESC"_s}) {
+        rows.Open(select + clause, connection, store::adOpenStatic, store::adLockReadOnly);
+        EXPECT_EQ(rows.RecordCount(), plain(select + clause).count(u' ') + 1);
+        EXPECT_FALSE(rows.held(0, 1)) << "by their keys";
+        EXPECT_EQ(shownBy(rows), plain(select + clause)) << clause.toStdString();
+        rows.Sort(u"txt_Ding DESC"_s);
+        EXPECT_EQ(rows.valueAt(0, 1).toText() + rows.valueAt(rows.RecordCount() - 1, 1).toText(),
+                  clause.contains(u'2') ? u"apfelapfel"_s : u"Zimtapfel"_s);
+        rows.Sort(u""_s);
+        EXPECT_EQ(shownBy(rows), plain(select + clause)) << clause.toStdString();
+        rows.Close();
+    }
+    rows.Open(select, connection, store::adOpenStatic, store::adLockReadOnly);
+    EXPECT_EQ(rows.RecordCount(), 700);
+    connection.Execute(u"DELETE FROM tbl_Kauf WHERE lng_Nr = 4"_s);
+    connection.Execute(u"UPDATE tbl_Kauf SET lng_Ding = 3 WHERE lng_Nr = 6"_s);
+    connection.Execute(u"INSERT INTO tbl_Kauf VALUES (5000, 1, 1)"_s);
+    EXPECT_EQ(rows.RecordCount(), 700);
+    EXPECT_EQ(shownBy(rows).left(24), u"2:apfel 4: 6:Zimt 8:apfe"_s);
+    EXPECT_EQ(rows.valueAt(699, 0).toLong(), 1400);
+}
+
+namespace {
+
+const QString kEndless =
+    u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n WHERE i < 0"_s;
+
+} // namespace
+
+TEST_F(StoreTest, WorkThatIsWaitedForRunsBesideAndIsGivenUp) {
+    add(u"Öl"_s);
+    int words = 0;
+    const auto count = [&](const QString& sql, const store::Waiting& waiting) {
+        size_t found = 0;
+        connection.Read([&](store::Engine& engine) { found = store::readAll(engine, sql).rows.size(); },
+                        waiting);
+        return found;
+    };
+    // Meanwhile others write and wait, too.
+    const store::Waiting givingUp = [&] {
+        if (++words == 2) {
+            add(u"Brot"_s);
+            EXPECT_EQ(count(u"SELECT * FROM tbl_Dinge WHERE txt_Name LIKE 'BR%' ORDER BY txt_Name"_s, [] {}),
+                      1u);
+        }
+        if (words == 4)
+            throw words;
+    };
+    QElapsedTimer time;
+    time.start();
+    EXPECT_THROW(count(kEndless, givingUp), int);
+    EXPECT_LT(time.elapsed(), 2000);
+    EXPECT_EQ(count(u"SELECT * FROM tbl_Dinge"_s, [] {}), 2u) << "the next one";
+    EXPECT_EQ(errorOf([&] { count(u"SELECT x FROM tbl_Fehlt WHERE y = 'geheim'"_s, [] {}); }),
+              common::kSqlFailure);
+    EXPECT_FALSE(told.detail().contains(u"geheim"_s));
+    EXPECT_NE(errorOf([&] { count(u"DELETE FROM tbl_Dinge"_s, [] {}); }), 0) << "it only reads";
+    {
+        store::Transaction transaction(connection);
+        add(u"Salz"_s);
+        EXPECT_EQ(count(u"SELECT * FROM tbl_Dinge"_s, [] {}), 3u) << "what the caller has written is there";
+    }
+    EXPECT_EQ(errorOf([&] { count(kEndless, [&] { connection.Close(); }); }), common::kObjectClosed);
+    EXPECT_EQ(QDir(folder.filePath(u"Data"_s)).entryList(QDir::Files), QStringList(u"Test.mdb"_s));
 }
 
 TEST_F(StoreTest, PlainQueriesAreToldApart) {

@@ -1,4 +1,5 @@
 #include "platform/form/DataControl.h"
+#include "platform/WatchedQuery.h"
 
 namespace platform {
 namespace {
@@ -22,30 +23,45 @@ class Change {
 DataControl::DataControl(QObject* parent) : QObject(parent) {
 }
 
+void DataControl::show(const QString& sql, const Progress& progress) {
+    Q_ASSERT(m_connection);
+    auto rows = std::make_unique<store::Recordset>();
+    rows->SetKey(m_key);
+    rows->Open(sql, *m_connection, store::adOpenStatic, store::adLockReadOnly);
+    rows->Fetch(waitingWith(progress));
+    rows->prefetch(m_firstShown, m_lastShown);
+    const Change change(*this);
+    m_source = sql;
+    m_rows = std::move(rows);
+    m_count = m_rows->RecordCount();
+}
+
 void DataControl::Refresh(const QString& filter) {
     Q_ASSERT(m_connection);
     const Change change(*this);
     m_count = 0;
-    if (m_rows.IsOpen())
-        m_rows.Close();
-    m_rows.Open(m_source, *m_connection, store::adOpenStatic, store::adLockReadOnly);
+    if (m_rows->IsOpen())
+        m_rows->Close();
+    m_rows->SetKey(m_key);
+    m_rows->Open(m_source, *m_connection, store::adOpenStatic, store::adLockReadOnly);
     if (!filter.isEmpty())
-        m_rows.Filter(filter);
-    m_count = m_rows.RecordCount();
-    m_rows.prefetch(m_firstShown, m_lastShown);
+        m_rows->Filter(filter);
+    m_count = m_rows->RecordCount();
+    m_rows->prefetch(m_firstShown, m_lastShown);
 }
 
-void DataControl::Sort(const QString& order) {
+void DataControl::Sort(const QString& order, const Progress& progress) {
+    const auto arrange = m_rows->Sorted(order, waitingWith(progress));
     const Change change(*this);
-    m_rows.Sort(order);
-    m_rows.prefetch(m_firstShown, m_lastShown);
+    arrange();
+    m_rows->prefetch(m_firstShown, m_lastShown);
 }
 
 void DataControl::showRows(int first, int last) {
     m_firstShown = first;
     m_lastShown = last;
     if (isOpen())
-        m_rows.prefetch(first, last);
+        m_rows->prefetch(first, last);
 }
 
 } // namespace platform

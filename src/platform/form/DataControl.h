@@ -1,7 +1,9 @@
 #pragma once
+#include "platform/Progress.h"
 #include "store/Recordset.h"
 #include <QObject>
 #include <QString>
+#include <memory>
 
 namespace platform {
 
@@ -18,23 +20,30 @@ class DataControl : public QObject {
 
     const QString& RecordSource() const { return m_source; }
 
+    /// See store::Recordset::SetKey.
+    void setKey(const QString& column) { m_key = column; }
+
+    /// Shows the rows of another query. Thrown out of by `progress`, or by an error, all is as before.
+    void show(const QString& sql, const Progress& progress = unwatched);
+
     /// Runs the query afresh, narrowed by a filter (see store::Recordset::Filter). Throws what
     /// Recordset::Open throws; the list is empty then.
     void Refresh(const QString& filter = {});
 
-    /// The rows of the last Refresh.
-    store::Recordset& Recordset() { return m_rows; }
+    /// The rows of the last Refresh or show.
+    store::Recordset& Recordset() { return *m_rows; }
 
-    void Sort(const QString& order);
+    /// Thrown out of by `progress`, the rows stand as before.
+    void Sort(const QString& order, const Progress& progress = unwatched);
 
     /// Which rows a view shows: they are in memory from now on, after each Refresh and Sort as well, so that
     /// painting asks the store nothing.
     void showRows(int first, int last);
 
     /// Also after the connection was closed, which closes the recordset.
-    bool isOpen() const { return m_rows.IsOpen(); }
+    bool isOpen() const { return m_rows->IsOpen(); }
 
-    /// As of the last Refresh; 0 when closed.
+    /// As of the last Refresh or show; 0 when closed.
     int rowCount() const { return isOpen() ? m_count : 0; }
 
   Q_SIGNALS:
@@ -43,8 +52,9 @@ class DataControl : public QObject {
 
   private:
     store::Connection* m_connection = nullptr;
-    store::Recordset m_rows;
+    std::unique_ptr<store::Recordset> m_rows = std::make_unique<store::Recordset>();
     QString m_source;
+    QString m_key;
     int m_count = 0;
     /// The first page, until a view tells.
     int m_firstShown = 0, m_lastShown = 31;

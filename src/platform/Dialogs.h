@@ -33,8 +33,10 @@ class Dialogs {
     virtual std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice&) { return {}; }
 
     /// Path of the file to write, "" when cancelled; whether an existing one is replaced has been asked by
-    /// then. `name` and `suffix` ("pdf") make the suggestion.
-    virtual QString SaveFile(const QString& /*title*/, const QString& /*name*/, const QString& /*suffix*/) {
+    /// then. `name` and the first of the suffixes ("pdf") make the suggestion, the user may choose another
+    /// one; what no file name can hold is replaced in it.
+    virtual QString SaveFile(const QString& /*title*/, const QString& /*name*/,
+                             const QStringList& /*suffixes*/) {
         return {};
     }
 

@@ -16,6 +16,7 @@
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QShortcut>
 #include <QStandardPaths>
@@ -236,13 +237,25 @@ std::optional<PrinterChoice> QtDialogs::ChoosePrinter(const PrinterChoice& curre
     return PrinterChoice{{name, current.printer.DriverName, printerPort(name)}, orientation};
 }
 
-QString QtDialogs::SaveFile(const QString& title, const QString& name, const QString& suffix) {
+QString QtDialogs::SaveFile(const QString& title, const QString& name, const QStringList& suffixes) {
+    static const QRegularExpression impossible(QStringLiteral("[\\\\/:*?\"<>|]"));
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    QFileDialog dialog(QApplication::activeWindow(), title, folder.path(),
-                       QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix));
+    QStringList filters;
+    for (const QString& suffix : suffixes)
+        filters << QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix);
+    QFileDialog dialog(QApplication::activeWindow(), title, folder.path(), filters.join(QLatin1String(";;")));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
-    dialog.selectFile(name + QLatin1Char('.') + suffix);
+    dialog.setDefaultSuffix(suffixes.first());
+    dialog.selectFile(QString(name).replace(impossible, QStringLiteral("-")) + QLatin1Char('.') +
+                      suffixes.first());
+    common::connectGuarded(common::Origin::User, &dialog, &QFileDialog::filterSelected, &dialog,
+                           [&](const QString& filter) {
+                               const QString suffix = suffixes.value(filters.indexOf(filter));
+                               const QFileInfo file(dialog.selectedFiles().value(0));
+                               dialog.setDefaultSuffix(suffix);
+                               if (suffixes.contains(file.suffix()))
+                                   dialog.selectFile(file.completeBaseName() + QLatin1Char('.') + suffix);
+                           });
     return execModal(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 

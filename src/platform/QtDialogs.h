@@ -10,7 +10,7 @@ class QtDialogs : public Dialogs {
     int MsgBox(const QString& text, int style = kOk, const QString& title = {}) override;
     QString InputBox(const QString& prompt, const QString& title = {}, const QString& preset = {}) override;
     std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice& current) override;
-    QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
+    QString SaveFile(const QString& title, const QString& name, const QStringList& suffixes) override;
     QString OpenFile(const QString& title, const QString& filter) override;
     Progress ShowProgress(const QString& text) override;
 };

@@ -73,8 +73,8 @@ std::optional<platform::PrinterChoice> TestDialogs::ChoosePrinter(const platform
     return chosenPrinter.value_or(current);
 }
 
-QString TestDialogs::SaveFile(const QString&, const QString& name, const QString& suffix) {
-    suggested.append(name + u'.' + suffix);
+QString TestDialogs::SaveFile(const QString&, const QString& name, const QStringList& suffixes) {
+    suggested.append(name + u'.' + suffixes.join(u'|'));
     return savePath;
 }
 

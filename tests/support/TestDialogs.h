@@ -24,7 +24,7 @@ class TestDialogs : public platform::Dialogs {
     /// Takes the suggestion over, or `chosenPrinter` where a test set it; cancels while `cancelPrinter`.
     std::optional<platform::PrinterChoice> ChoosePrinter(const platform::PrinterChoice& current) override;
     /// Gives `savePath`.
-    QString SaveFile(const QString& title, const QString& name, const QString& suffix) override;
+    QString SaveFile(const QString& title, const QString& name, const QStringList& suffixes) override;
     QString OpenFile(const QString& title, const QString& filter) override;
     /// Gives long work up at its first word while `giveUp` is set; lets `duringWork` come in between, as an
     /// event of the progress would.

@@ -14,21 +14,26 @@ void printList(const Services& services, ReportJob list,
                const std::function<void(const Progress&)>& fillPrintTable) try {
     fillPrintTable(services.dialogs.ShowProgress(list.WindowTitle));
     waitMilliseconds(kPauseAfterFilling);
-    const auto choice =
-        services.dialogs.ChoosePrinter({services.printers.defaultPrinter(), ReportJob::kPortrait});
-    if (!choice)
-        return;
-    list.PrinterName = choice->printer.DeviceName;
-    list.PrinterDriver = choice->printer.DriverName;
-    list.PrinterPort = choice->printer.Port;
-    list.orientation = choice->orientation;
-    list.destination = ReportJob::kToWindow;
-    list.windowState = ReportJob::kMaximized;
-    services.reports.run(list);
+    list.orientation = ReportJob::kPortrait;
+    previewForPrinter(services, std::move(list));
 
 } catch (const GivenUp&) {
 
     // Nothing was chosen or shown yet.
+}
+
+void previewForPrinter(const Services& services, ReportJob report) {
+    const auto choice =
+        services.dialogs.ChoosePrinter({services.printers.defaultPrinter(), report.orientation});
+    if (!choice)
+        return;
+    report.PrinterName = choice->printer.DeviceName;
+    report.PrinterDriver = choice->printer.DriverName;
+    report.PrinterPort = choice->printer.Port;
+    report.orientation = choice->orientation;
+    report.destination = ReportJob::kToWindow;
+    report.windowState = ReportJob::kMaximized;
+    services.reports.run(report);
 }
 
 } // namespace platform

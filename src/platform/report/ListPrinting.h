@@ -14,4 +14,8 @@ namespace platform {
 void printList(const Services& services, ReportJob list,
                const std::function<void(const Progress&)>& fillPrintTable);
 
+/// The second half of it: the user chooses the printer, at first with the paper as `report.orientation`
+/// tells, and sees the report. Nothing is shown when he cancels.
+void previewForPrinter(const Services& services, ReportJob report);
+
 } // namespace platform

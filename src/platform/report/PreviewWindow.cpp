@@ -122,7 +122,7 @@ void PreviewWindow::printReport() {
 
 void PreviewWindow::savePdf() {
     const QString title = tr("Als PDF speichern");
-    const QString path = m_dialogs.SaveFile(title, m_report.title(), u"pdf"_s);
+    const QString path = m_dialogs.SaveFile(title, m_report.title(), {u"pdf"_s});
     if (path.isEmpty())
         return;
     try {

@@ -27,18 +27,22 @@ ReportEnd QtReports::refuse(const ReportJob& job, const QString& failure, const 
     return ReportEnd::Unusable;
 }
 
-/// The progress goes before the preview shows its own.
 FilledReport QtReports::fill(const ReportJob& job) const {
+    FilledReport report = job.filled ? *job.filled : fillFromFile(job);
+    report.title = job.WindowTitle;
+    if (job.orientation != ReportJob::kAsDesigned)
+        report.page.setLandscape(job.orientation == ReportJob::kLandscape);
+    return report;
+}
+
+/// The progress goes before the preview shows its own.
+FilledReport QtReports::fillFromFile(const ReportJob& job) const {
     const Progress progress = m_dialogs.ShowProgress(u"Der Bericht wird erstellt …"_s);
     const ReportTemplate report(job.ReportFileName);
     ReportData data = readPrintTables(job.DataFile, report.sections(), progress);
     data.firm = job.firm;
     data.title = job.WindowTitle;
-    FilledReport filled = report.fill(data, progress);
-    filled.title = job.WindowTitle;
-    if (job.orientation != ReportJob::kAsDesigned)
-        filled.page.setLandscape(job.orientation == ReportJob::kLandscape);
-    return filled;
+    return report.fill(data, progress);
 }
 
 ReportEnd QtReports::show(const ReportJob& job, FilledReport report) const {

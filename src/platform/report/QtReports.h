@@ -16,6 +16,7 @@ class QtReports : public Reports {
 
   private:
     FilledReport fill(const ReportJob& job) const;
+    FilledReport fillFromFile(const ReportJob& job) const;
     ReportEnd show(const ReportJob& job, FilledReport report) const;
     ReportEnd refuse(const ReportJob& job, const QString& failure, const QString& detail) const;
 

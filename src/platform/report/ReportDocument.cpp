@@ -218,7 +218,10 @@ bool ReportDocument::print(QPagedPaintDevice& device, const Progress& progress) 
         for (int page = 0; page < piece.pages; ++page) {
             if (number > 0 && !device.newPage())
                 return false;
-            drawBody(painter, piece, *text, page, device.logicalDpiY());
+            if (m_report.drawing)
+                drawPicture(painter, device.logicalDpiY());
+            else
+                drawBody(painter, piece, *text, page, device.logicalDpiY());
             drawEdges(painter, ++number, pages, device.logicalDpiY());
         }
         progress(pages + number, 2 * qint64(pages));
@@ -242,6 +245,17 @@ void ReportDocument::drawBody(QPainter& painter, const Piece& piece, const QText
     // A line that begins where the page ends belongs to the next one.
     context.clip = view.adjusted(0, 0, 0, -1);
     text.documentLayout()->draw(&painter, context);
+    painter.restore();
+}
+
+void ReportDocument::drawPicture(QPainter& painter, int resolution) const {
+    constexpr int kUnitsPerInch = 96;
+    const ReportPage& page = m_report.page;
+    const QRectF body = QRectF(QPointF(), page.size).marginsRemoved(page.margins);
+    painter.save();
+    painter.translate(pixels(body.left(), resolution), pixels(body.top(), resolution));
+    painter.scale(double(resolution) / kUnitsPerInch, double(resolution) / kUnitsPerInch);
+    m_report.drawing(painter, {pixels(body.width(), kUnitsPerInch), pixels(body.height(), kUnitsPerInch)});
     painter.restore();
 }
 

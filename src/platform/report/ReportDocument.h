@@ -42,6 +42,7 @@ class ReportDocument {
     Piece pieceFrom(size_t first, size_t& next, size_t count, QPagedPaintDevice& device) const;
     void drawBody(QPainter& painter, const Piece& piece, const QTextDocument& text, int page,
                   int resolution) const;
+    void drawPicture(QPainter& painter, int resolution) const;
     void drawEdges(QPainter& painter, int page, int pages, int resolution) const;
     void drawLine(QPainter& painter, const QString& line, double middle, int page, int pages,
                   int resolution) const;

@@ -5,9 +5,12 @@
 #include <QSizeF>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
+
+class QPainter;
 
 namespace platform {
 
@@ -50,6 +53,8 @@ struct FilledReport {
     QString folder{};
     /// The rows of a list that is too long to be laid out at once; html has a mark in their place.
     std::vector<QByteArray> rows{};
+    /// Draws the one page of a report that has no html, on what its margins leave: 96 units to the inch.
+    std::function<void(QPainter&, const QSizeF&)> drawing{};
 
     /// The report with these rows of its long list alone: what stands before the list comes with the first
     /// row, what stands behind it with the last one, the list's head each time.

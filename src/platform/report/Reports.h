@@ -1,8 +1,11 @@
 #pragma once
 #include <QList>
 #include <QString>
+#include <memory>
 
 namespace platform {
+
+struct FilledReport;
 
 /// A run of a report file over the print database, to preview windows or to a printer.
 struct ReportJob {
@@ -19,6 +22,8 @@ struct ReportJob {
     QString WindowTitle;
     /// The firm's name, which a report may show.
     QString firm;
+    /// A report that is filled already, instead of file and database.
+    std::shared_ptr<const FilledReport> filled{};
     QString PrinterDriver{};
     QString PrinterName{};
     QString PrinterPort{};

@@ -194,7 +194,7 @@ void saveAsXlsx(const std::vector<SheetTable>& tables, const QString& path, cons
 
 void exportSheets(Dialogs& dialogs, const QString& name, const std::vector<SheetTable>& tables) {
     const QString title = DataGrid::tr("Als Tabelle speichern");
-    const QString path = dialogs.SaveFile(title, name, u"xlsx"_s);
+    const QString path = dialogs.SaveFile(title, name, {u"xlsx"_s});
     if (path.isEmpty())
         return;
     try {

@@ -100,7 +100,7 @@ Road ListRoads::replayed(const std::string& name, int runs, std::function<void(s
 
 std::vector<Road> ListRoads::roads() {
     std::vector<Road> all;
-    for (const auto& more : {openings(), lists(), customers(), preOrders(), draft()})
+    for (const auto& more : {openings(), lists(), customers(), preOrders(), draft(), statistics()})
         all.insert(all.end(), more.begin(), more.end());
     return all;
 }

@@ -9,3 +9,4 @@ INSERT INTO tbl_Einstellungen_System
      lng_SoftwareVersion_Major, lng_SoftwareVersion_Minor, lng_SoftwareVersion_Revision)
 VALUES (0, 0, '', '', 1, 1, 1, 0, 0, 'Vielen Dank für Ihre Bestellung. Guten Appetit!',
         8.1, 2.6, '', 0, 4 / 24.0, 45, 1000, 1, 60, 0, 2, 'CHF', 'Deutsch', 0, 0, 0);
+INSERT INTO tbl_Auswertungen_Barkonditionen (txt_Konditionen, lng_Bar) VALUES ('Bar', 1), ('Cash', 1);

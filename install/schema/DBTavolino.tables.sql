@@ -81,6 +81,13 @@ CREATE TABLE tbl_Auftragswesen_Erledigt (
     txt_Kennung TEXT
 );
 
+-- Which conditions of an order count as cash at the close of the day; the owner changes it there.
+CREATE TABLE tbl_Auswertungen_Barkonditionen (
+    lng_ID          INTEGER PRIMARY KEY AUTOINCREMENT,
+    txt_Konditionen TEXT COLLATE GERMAN_CI,
+    lng_Bar         INTEGER
+);
+
 CREATE TABLE tbl_Einstellungen_Benutzer (
     lng_ID              INTEGER PRIMARY KEY AUTOINCREMENT,
     txt_Username        TEXT COLLATE GERMAN_CI,

@@ -7,6 +7,7 @@
 #include "platform/form/FieldHelpers.h"
 #include "platform/report/ListPrinting.h"
 #include "platform/report/PrintTable.h"
+#include "store/StoreGlobals.h"
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QEvent>
@@ -24,6 +25,7 @@ frmAuswertung::frmAuswertung(const platform::Services& services, QWidget* parent
 }
 
 void frmAuswertung::setUpControls() {
+    m_drawn = size();
     if (findChild<QLineEdit*>(u"txt_DatumVon"_s))
         setUpDates();
     onClick(u"cmdShow", [this] { showFigures(); });
@@ -124,6 +126,7 @@ void frmAuswertung::print(const QString& reportFile, const QString& title,
 }
 
 void frmAuswertung::setUpGrid(platform::DataGrid& grid, platform::DataControl& rows) {
+    rows.setConnection(ConnMain);
     grid.setDataControl(rows);
     grid.setEmptyText(tr("Keine Bestellungen"));
 }

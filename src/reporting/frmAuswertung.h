@@ -27,6 +27,10 @@ class QLineEdit;
 /// leaves figures and choices as they were.
 class frmAuswertung : public QWidget {
     Q_OBJECT
+  public:
+    /// As its layout was drawn, which fits the room of a small screen.
+    QSize sizeHint() const override { return m_drawn.expandedTo(minimumSizeHint()); }
+
   protected:
     frmAuswertung(const platform::Services& services, QWidget* parent);
 
@@ -65,7 +69,7 @@ class frmAuswertung : public QWidget {
     void print(const QString& reportFile, const QString& title,
                const std::function<void(const platform::Progress&)>& fillPrintTables);
 
-    /// A grid on a control of its own, or on the one that it is given.
+    /// Lets a list show the rows of a control, which reads from the main database.
     void setUpGrid(platform::DataGrid& grid, platform::DataControl& rows);
 
     const platform::Services& services() const { return m_services; }
@@ -81,6 +85,7 @@ class frmAuswertung : public QWidget {
     void restoreChoices();
 
     platform::Services m_services;
+    QSize m_drawn;
     QList<QWidget*> m_choices;
     QList<QVariant> m_chosen; ///< as of the figures on show
 };

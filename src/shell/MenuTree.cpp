@@ -61,6 +61,8 @@ const std::vector<MenuEntry>& menuEntries() {
         {"mnAuswertungenLine2", "-", "", "mnAuswertungen", Line, ""},
         {"mnAuswertungenBuchungsjournal", "Buchungs &Journal", "", "mnAuswertungen", Screen,
          "frmAuswertungenBuchungsjournal"},
+        {"mnAuswertungenTagesabschluss", "Tagesabschluss", "", "mnAuswertungen", Screen,
+         "frmAuswertungenTagesabschluss"},
         {"mnOnlineShop", "Online Shop", "", "", Menu, ""},
         {"mnOnlineShopEinstellungen", "Einstellungen", "", "mnOnlineShop", Menu, ""},
         {"mnOnlineShopEinstellungenDokumente", "Dokumente", "", "mnOnlineShopEinstellungen", Screen,

@@ -25,7 +25,7 @@ const std::array<Right, kRights>& rights() {
          {QT_TRANSLATE_NOOP("frmEinstellungenBenutzer", "Buchungsjournal"),
           u"lng_Buchungsjournal",
           UserBuchungsjournal,
-          {"mnAuswertungenBuchungsjournal"}},
+          {"mnAuswertungenBuchungsjournal", "mnAuswertungenTagesabschluss"}},
          {QT_TRANSLATE_NOOP("frmEinstellungenBenutzer", "Online Shop"),
           u"lng_OnlineShop",
           UserOnlineShop,

@@ -12,6 +12,8 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
+#include "reporting/frmAuswertungenTagesabschluss.h"
+#include "reporting/frmAuswertungenUmsatz.h"
 #include "shell/frmEinstellungenBenutzer.h"
 #include "shell/frmEinstellungenSystem.h"
 #include "shell/frmMDI.h"
@@ -58,6 +60,9 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                      return new frmVerwaltungKunden(services, phoneBook, parent);
                  }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
+    registry.add(QStringLiteral("frmAuswertungenUmsatz"), {creator<frmAuswertungenUmsatz>(services)});
+    registry.add(QStringLiteral("frmAuswertungenTagesabschluss"),
+                 {creator<frmAuswertungenTagesabschluss>(services)});
 }
 
 } // namespace shell

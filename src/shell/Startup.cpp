@@ -8,6 +8,7 @@
 #include "platform/Navigation.h"
 #include "platform/OperatingSystem.h"
 #include "platform/RegistryStore.h"
+#include "reporting/modAuswertungenTagesabschluss.h"
 #include "shell/frmMDI.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -132,6 +133,7 @@ bool Startup::OpenDatabases() {
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     });
     orders::PrepareStore();
+    modAuswertungenTagesabschluss::PrepareStore();
     return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
 }
 

@@ -1,6 +1,5 @@
 #include "store/FetchedRows.h"
 #include "store/Collation.h"
-#include "store/Rows.h"
 #include <algorithm>
 
 namespace store {
@@ -29,6 +28,13 @@ FetchedRows::FetchedRows(Engine& engine, const QString& sql, bool keyed) {
     const int count = int(m_columns.size());
     while (cursor->next())
         append(keyed ? cursor->value(count).toLong() : 0, valuesOf(*cursor, count));
+}
+
+FetchedRows::FetchedRows(Rows rows) : m_columns(std::move(rows.columns)) {
+    if (!rows.rows.empty())
+        m_columns.resize(rows.rows.front().size());
+    for (std::vector<Value>& values : rows.rows)
+        append(0, std::move(values));
 }
 
 void FetchedRows::append(qint64 key, std::vector<Value> values) {

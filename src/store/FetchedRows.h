@@ -1,5 +1,6 @@
 #pragma once
 #include "store/RowSource.h"
+#include "store/Rows.h"
 
 namespace store {
 
@@ -9,6 +10,8 @@ class FetchedRows : public RowSource {
   public:
     /// Runs the query to its end.
     FetchedRows(Engine& engine, const QString& sql, bool keyed);
+    /// Rows that were reckoned or read elsewhere; their columns may be without names.
+    explicit FetchedRows(Rows rows);
 
     const std::vector<Column>& columns() const override { return m_columns; }
 

@@ -85,6 +85,17 @@ void Recordset::Open(const QString& source, int cursorType, int lockType, int op
     Open(source, *m_active, cursorType, lockType, options);
 }
 
+void Recordset::Open(Rows rows, Connection& connection) {
+    if (IsOpen())
+        fail(common::kObjectOpen, u"Die Datensatzgruppe ist bereits geöffnet."_s);
+    m_source.clear();
+    m_plan.reset();
+    m_updatable = m_byKeys = false;
+    m_rows = std::make_shared<FetchedRows>(std::move(rows));
+    m_connection = &connection;
+    connection.m_recordsets.insert(this);
+}
+
 void Recordset::Close() {
     requireOpen();
     abandon();

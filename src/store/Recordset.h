@@ -1,6 +1,7 @@
 #pragma once
 #include "store/Connection.h"
 #include "store/PlainQuery.h"
+#include "store/Rows.h"
 #include <QString>
 #include <QStringView>
 #include <memory>
@@ -87,6 +88,9 @@ class Recordset {
     /// Opens on the connection set by SetActiveConnection.
     void Open(const QString& source, int cursorType = adOpenUnspecified, int lockType = adLockUnspecified,
               int options = -1);
+
+    /// Rows that are there already, as of no query; read only. They go with the connection.
+    void Open(Rows rows, Connection& connection);
 
     void SetActiveConnection(Connection& connection) { m_active = &connection; }
 

@@ -20,8 +20,8 @@ ChartView::ChartView(QWidget* parent) :
     auto* row = new QHBoxLayout(m_bar);
     row->setContentsMargins({});
     row->addStretch();
-    m_save = addButton("cmdBildSpeichern", tr("Bild &speichern …"), &ChartView::save);
-    m_print = addButton("cmdBildDrucken", tr("Bild &drucken"), &ChartView::print);
+    m_save = addButton("cmdBildSpeichern", tr("Bild speichern …"), &ChartView::save);
+    m_print = addButton("cmdBildDrucken", tr("Bild drucken"), &ChartView::print);
     m_bar->hide();
     setFocusProxy(m_canvas);
     m_canvas->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -30,8 +30,19 @@ void DataControl::show(const QString& sql, const Progress& progress) {
     rows->Open(sql, *m_connection, store::adOpenStatic, store::adLockReadOnly);
     rows->Fetch(waitingWith(progress));
     rows->prefetch(m_firstShown, m_lastShown);
+    take(std::move(rows), sql);
+}
+
+void DataControl::show(store::Rows rows) {
+    Q_ASSERT(m_connection);
+    auto recordset = std::make_unique<store::Recordset>();
+    recordset->Open(std::move(rows), *m_connection);
+    take(std::move(recordset), {});
+}
+
+void DataControl::take(std::unique_ptr<store::Recordset> rows, const QString& source) {
     const Change change(*this);
-    m_source = sql;
+    m_source = source;
     m_rows = std::move(rows);
     m_count = m_rows->RecordCount();
 }

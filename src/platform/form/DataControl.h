@@ -25,6 +25,8 @@ class DataControl : public QObject {
 
     /// Shows the rows of another query. Thrown out of by `progress`, or by an error, all is as before.
     void show(const QString& sql, const Progress& progress = unwatched);
+    /// Shows rows that were reckoned or read elsewhere.
+    void show(store::Rows rows);
 
     /// Runs the query afresh, narrowed by a filter (see store::Recordset::Filter). Throws what
     /// Recordset::Open throws; the list is empty then.
@@ -51,6 +53,8 @@ class DataControl : public QObject {
     void changed();
 
   private:
+    void take(std::unique_ptr<store::Recordset> rows, const QString& source);
+
     store::Connection* m_connection = nullptr;
     std::unique_ptr<store::Recordset> m_rows = std::make_unique<store::Recordset>();
     QString m_source;

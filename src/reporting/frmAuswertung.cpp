@@ -15,6 +15,8 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QSignalBlocker>
+#include <QTabBar>
+#include <QTabWidget>
 
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
@@ -26,6 +28,9 @@ frmAuswertung::frmAuswertung(const platform::Services& services, QWidget* parent
 
 void frmAuswertung::setUpControls() {
     m_drawn = size();
+    if (auto* views = findChild<QTabWidget*>(u"Ansicht"_s))
+        for (QWidget* part : {static_cast<QWidget*>(views), static_cast<QWidget*>(views->tabBar())})
+            part->setAccessibleName(tr("Ansicht"));
     if (findChild<QLineEdit*>(u"txt_DatumVon"_s))
         setUpDates();
     onClick(u"cmdShow", [this] { showFigures(); });

@@ -10,10 +10,10 @@
 #include "store/SystemSettings.h"
 #include "support/CupsServer.h"
 #include "support/FullDisk.h"
+#include "support/Unzipped.h"
 #include <QAction>
 #include <QDir>
 #include <QMenu>
-#include <QProcess>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -29,13 +29,6 @@ QString pdfOf(const QString& reportFile, const QTemporaryDir& folder) {
     data.firm = store::firmName();
     platform::saveAsPdf(platform::ReportDocument(report.fill(data)), path);
     return path;
-}
-
-QString unzipped(const QString& file, const QString& part) {
-    QProcess unzip;
-    unzip.start(u"unzip"_s, {u"-p"_s, file, part});
-    unzip.waitForFinished();
-    return QString::fromUtf8(unzip.readAllStandardOutput());
 }
 
 class ProductListTest : public test::MasterDataTest<frmProdukte> {
@@ -158,8 +151,8 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
     menu->close();
     EXPECT_TRUE(said().isEmpty());
     ASSERT_TRUE(QFile::exists(dialogs.savePath));
-    const QString strings = unzipped(dialogs.savePath, u"xl/sharedStrings.xml"_s);
-    const QString sheet = unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s);
+    const QString strings = test::unzipped(dialogs.savePath, u"xl/sharedStrings.xml"_s);
+    const QString sheet = test::unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s);
     EXPECT_EQ(sheet.count(u"<row "_s), grid()->rowCount() + 1);
     EXPECT_TRUE(strings.contains(u"Kurzzeichen"_s)) << strings.toStdString();
     for (int row = 0; row < grid()->rowCount(); ++row) {
@@ -168,13 +161,14 @@ TEST_F(ProductListTest, TheListBecomesASpreadsheet) {
         EXPECT_TRUE(sheet.contains(u"<v>"_s + grid()->text(row, 7) + u"</v>"_s)) << sheet.toStdString();
     }
     EXPECT_TRUE(
-        unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
+        test::unzipped(dialogs.savePath, u"xl/styles.xml"_s).contains(u"&quot;Nein&quot;;&quot;Ja&quot;"_s));
     {
         const test::FullDisk full(1000);
         EXPECT_THROW(platform::saveAsXlsx({platform::sheetOf(*grid(), u"Liste"_s)}, dialogs.savePath),
                      common::RunTimeError);
     }
-    EXPECT_EQ(unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s), sheet) << "the former one stays";
+    EXPECT_EQ(test::unzipped(dialogs.savePath, u"xl/worksheets/sheet1.xml"_s), sheet)
+        << "the former one stays";
 }
 
 TEST_F(ExtrasListTest, PrintsItsRows) {

@@ -42,8 +42,12 @@ void frmAuswertung::setUpControls() {
 }
 
 void frmAuswertung::onClick(const char16_t* name, const std::function<void()>& act) {
-    connectGuarded(Origin::User, findChild<QAbstractButton*>(QString::fromUtf16(name)),
-                   &QAbstractButton::clicked, this, act);
+    auto* button = findChild<QAbstractButton*>(QString::fromUtf16(name));
+    connectGuarded(Origin::User, button, &QAbstractButton::clicked, this, [button, act] {
+        // A mnemonic leaves the focus in the date field, which is repaired when it is left.
+        button->setFocus();
+        act();
+    });
 }
 
 void frmAuswertung::setUpDates() {

@@ -12,6 +12,7 @@
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
+#include "reporting/frmAuswertungenBuchungsjournal.h"
 #include "reporting/frmAuswertungenTagesabschluss.h"
 #include "reporting/frmAuswertungenUmsatz.h"
 #include "shell/frmEinstellungenBenutzer.h"
@@ -60,6 +61,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                      return new frmVerwaltungKunden(services, phoneBook, parent);
                  }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
+    registry.add(QStringLiteral("frmAuswertungenBuchungsjournal"),
+                 {creator<frmAuswertungenBuchungsjournal>(services)});
     registry.add(QStringLiteral("frmAuswertungenUmsatz"), {creator<frmAuswertungenUmsatz>(services)});
     registry.add(QStringLiteral("frmAuswertungenTagesabschluss"),
                  {creator<frmAuswertungenTagesabschluss>(services)});

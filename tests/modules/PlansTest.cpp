@@ -8,6 +8,7 @@
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
 #include "orders/modLetzteBestellungen.h"
+#include "reporting/modAuswertungenBuchungsjournal.h"
 #include "support/StatementLog.h"
 #include "telephony/modTelefonie.h"
 #include "telephony/modVerwaltungAnruferListe.h"
@@ -124,6 +125,15 @@ TEST_F(Plans, EveryLookupHasItsIndex) {
              modVerwaltungKuriere::FindKurier(u"AB"_s, -1);
              modVerwaltungKuriere::FindKurierByKurzzeichen(u"AB"_s);
              modVerwaltungKuriere::CanDeleteKurier(4711);
+         }},
+        {"journal",
+         [] {
+             using namespace modAuswertungenBuchungsjournal;
+             const Zeitraum woche{46000, 46006};
+             for (const Auswahl& auswahl : {Auswahl{woche}, Auswahl{{}, 1}, Auswahl{woche, 1}}) {
+                 list(Buchungen(auswahl));
+                 TotalBetrag(TotalBuchungen(auswahl));
+             }
          }},
     };
     for (const Road& road : roads)

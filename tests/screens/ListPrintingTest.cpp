@@ -6,6 +6,7 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/QtReports.h"
 #include "platform/report/SheetExport.h"
+#include "reporting/frmAuswertungenBuchungsjournal.h"
 #include "store/FirmName.h"
 #include "store/SystemSettings.h"
 #include "support/CupsServer.h"
@@ -36,6 +37,7 @@ class ProductListTest : public test::MasterDataTest<frmProdukte> {
     QTemporaryDir folder;
 };
 
+using JournalListTest = test::ScreenTest<frmAuswertungenBuchungsjournal>;
 using ExtrasListTest = test::MasterDataTest<frmProdukteExtras>;
 
 } // namespace
@@ -177,5 +179,19 @@ TEST_F(ExtrasListTest, PrintsItsRows) {
     const QTemporaryDir folder;
     const QString text = test::pdfText(pdfOf(u"rep_ProdukteExtras.rpt"_s, folder)).simplified();
     for (const char16_t* part : {u"Knoblauch", u"Käse", u"Käsesauce", u"1.50 CHF"})
+        EXPECT_TRUE(text.contains(QString::fromUtf16(part))) << text.toStdString();
+}
+
+TEST_F(JournalListTest, PrintsItsRowsWithTheirTotal) {
+    open();
+    ConnMain.Execute(
+        u"INSERT INTO tbl_Auftragswesen_Bestellungen_Master(lng_TrxNr, lng_KundenID, lng_KurierID, "
+        "lng_BestellDatum, date_BestellDatum, dbl_TotalMitMWSt) VALUES (7, 1, 1, 46157, 46157, "
+        "1234.5), (8, -1, -1, 46157, 46157, 0), (9, 2, 2, 46157, 46157, 0.05)"_s);
+    click(u"cmdPrint");
+    const QTemporaryDir folder;
+    const QString text = test::pdfText(pdfOf(u"rep_Buchungsjournal.rpt"_s, folder)).simplified();
+    for (const char16_t* part : {u"15/05/2026 - 15/05/2026", u"15/05/2026 7 Meier Anna AB 1'234.50",
+                                 u"15/05/2026 8 STORNIERT 0.00", u"Total Umsatz 1'234.55", u"Seite 1 von 1"})
         EXPECT_TRUE(text.contains(QString::fromUtf16(part))) << text.toStdString();
 }

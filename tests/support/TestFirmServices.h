@@ -26,7 +26,7 @@ class TestDesks : public QObject,
 
     void searchNumber(const QString& number) override { openedNumber = number; }
 
-    void loadBooking(qint64) override {}
+    void loadBooking(qint64 trxNr) override { openedBestellung = trxNr; }
 
     void restoreDraft() override {}
 
@@ -52,7 +52,7 @@ class TestDesks : public QObject,
     void BasicCAPI32_IncomingCall(const QString&, const QString&, const QString&) override {}
 
     QString openedNumber, nextTrxNr;
-    qint64 vorbestellungCount = -1, openedVorbestellung = -1;
+    qint64 vorbestellungCount = -1, openedVorbestellung = -1, openedBestellung = -1;
     QList<qint64> alarms;
     QString alarmKunde;
     QStringList messages; ///< what the status line said

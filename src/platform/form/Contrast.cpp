@@ -36,8 +36,8 @@ QColor readable(const QColor& color, const QColor& ground, const QColor& ground2
     return found;
 }
 
-QColor quietInk(const QPalette& palette, const QColor& ground) {
-    return readable(mixed(palette.color(QPalette::Active, QPalette::Text), ground, 0.5), ground);
+QColor quietInk(const QPalette& palette, const QColor& ground, const QColor& ground2) {
+    return readable(mixed(palette.color(QPalette::Active, QPalette::Text), ground, 0.5), ground, ground2);
 }
 
 } // namespace platform

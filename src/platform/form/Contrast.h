@@ -16,6 +16,6 @@ QColor readable(const QColor& color, const QColor& ground, const QColor& ground2
 /// A part of the way from one colour to the other.
 QColor mixed(const QColor& from, const QColor& to, double part);
 /// Ink of what is said in passing, such as an empty list's text: paler than other texts, and readable.
-QColor quietInk(const QPalette& palette, const QColor& ground);
+QColor quietInk(const QPalette& palette, const QColor& ground, const QColor& ground2 = {});
 
 } // namespace platform

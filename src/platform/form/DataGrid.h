@@ -25,6 +25,8 @@ struct DataColumn {
 /// the row's tool tip.
 struct RowLook {
     std::function<bool(int row)> isBold{};
+    /// What does not count any more: paler and slanted.
+    std::function<bool(int row)> isQuiet{};
     std::function<QString(int row)> note{};
 };
 

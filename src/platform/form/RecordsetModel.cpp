@@ -1,4 +1,5 @@
 #include "platform/form/RecordsetModel.h"
+#include "platform/form/Contrast.h"
 #include "platform/form/FieldFormat.h"
 #include "platform/form/FieldHelpers.h"
 #include <QFont>
@@ -69,10 +70,22 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
         const QString rowNote = note(index);
         return toolTipOf(rowNote.isEmpty() ? index.data().toString() : rowNote);
     }
-    if (role == Qt::FontRole && m_look.isBold && held(index) && m_look.isBold(index.row())) {
+    const auto looks = [&](const std::function<bool(int)>& look) {
+        return look && held(index) && look(index.row());
+    };
+    if (role == Qt::FontRole && looks(m_look.isBold)) {
         QFont bold;
         bold.setBold(true);
         return bold;
+    }
+    if (role == Qt::FontRole && looks(m_look.isQuiet)) {
+        QFont slanted;
+        slanted.setItalic(true);
+        return slanted;
+    }
+    if (role == Qt::ForegroundRole && looks(m_look.isQuiet)) {
+        const QPalette palette = qobject_cast<const QWidget*>(QObject::parent())->palette();
+        return quietInk(palette, palette.color(QPalette::Base), palette.color(QPalette::AlternateBase));
     }
     if (role == Qt::TextAlignmentRole)
         return int(column.alignment | Qt::AlignVCenter);

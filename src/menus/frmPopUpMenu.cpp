@@ -69,8 +69,9 @@ void frmPopUpMenu::addEntry(QMenu& menu, const Entry& entry, void (frmPopUpMenu:
 }
 
 void frmPopUpMenu::FillKurierMenuOnce() {
-    if (!mnKurier.isEmpty())
+    if (!mnKurier.isEmpty() && !mnKurier.actions().constFirst()->text().isEmpty())
         return;
+    mnKurier.clear();
     for (const store::Eintrag& kurier : modVerwaltungKuriere::FillKurierMenu()) {
         // A "&" in a code is a character, no mnemonic.
         QAction* action = mnKurier.addAction(QString(kurier.text).replace(u'&', u"&&"_s));
@@ -78,4 +79,7 @@ void frmPopUpMenu::FillKurierMenuOnce() {
         common::connectGuarded(common::Origin::User, action, &QAction::triggered, this,
                                [this, kurier](bool) { Q_EMIT kurierChosen(kurier.lng_ID, kurier.text); });
     }
+    // Without couriers the menu opens nevertheless, with an empty entry.
+    if (mnKurier.isEmpty())
+        mnKurier.addAction(QString())->setEnabled(false);
 }

@@ -140,8 +140,7 @@ void frmAuftragswesenAuftragserfassung::detailsMenu(int row, int column, const Q
         m_menus->mnKonditionen.popup(globalPos);
     } else if (is(orders::Detail::Kurier)) {
         m_menus->FillKurierMenuOnce();
-        if (!m_menus->mnKurier.isEmpty())
-            m_menus->mnKurier.popup(globalPos);
+        m_menus->mnKurier.popup(globalPos);
     }
 }
 

@@ -1,5 +1,6 @@
 // The booking journal.
 #include "ScreenTest.h"
+#include "menus/frmPopUpMenu.h"
 #include "platform/form/Contrast.h"
 #include "reporting/frmAuswertungenBuchungsjournal.h"
 #include <QAction>
@@ -121,4 +122,16 @@ TEST_F(JournalTest, ListsAndPrintsWhatTheBoxesSay) {
     press(Qt::Key_Z, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([this] { return shown() == u"1001 1002 1003 1004 1005 = 1'253.50"_s; }))
         << "repaired, although the key left the focus in the field";
+}
+
+TEST_F(JournalTest, TheCouriersMenuIsFilledOnceThereAreSome) {
+    frmPopUpMenu menus(screen.get());
+    for (const auto& [statement, entry] :
+         {std::pair(u"DELETE FROM tbl_Verwaltung_Kuriere"_s, QString()),
+          std::pair(u"INSERT INTO tbl_Verwaltung_Kuriere(txt_Kurzzeichen) VALUES('E&F')"_s, u"E&&F"_s)}) {
+        ConnMain.Execute(statement);
+        menus.FillKurierMenuOnce();
+        ASSERT_EQ(menus.mnKurier.actions().size(), 1);
+        EXPECT_EQ(menus.mnKurier.actions().constFirst()->text(), entry);
+    }
 }

@@ -422,7 +422,7 @@ TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
         {u"lng_KundenStatistik"_s,
          {u"mnAuswertungenKundenumsatz"_s, u"mnAuswertungenKundenBuchungsjournal"_s}},
         {u"lng_UmsatzStatistik"_s, {u"mnAuswertungenUmsatz"_s, u"mnAuswertungenUmsatzProdukt"_s}},
-        {u"lng_Buchungsjournal"_s, {u"mnAuswertungenBuchungsjournal"_s}},
+        {u"lng_Buchungsjournal"_s, {u"mnAuswertungenBuchungsjournal"_s, u"mnAuswertungenTagesabschluss"_s}},
         {u"lng_OnlineShop"_s, {u"mnOnlineShop"_s}},
         {u"lng_Datensicherung"_s, {u"mnDatenBackup"_s}},
         {u"lng_Administrator"_s,

@@ -36,7 +36,8 @@ void frmAuswertung::setUpControls() {
     onClick(u"cmdShow", [this] { showFigures(); });
     onClick(u"cmdPrint", [this] { printFigures(); });
     onClick(u"cmdExport", [this] {
-        platform::exportSheets(m_services.dialogs, windowTitle().section(u": "_s, -1), sheets());
+        platform::exportSheets(m_services.dialogs, windowTitle().section(u": "_s, -1).replace(u'/', u'-'),
+                               sheets());
     });
     onClick(u"cmdClose", [this] { close(); });
 }

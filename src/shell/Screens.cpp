@@ -13,8 +13,11 @@
 #include "orders/frmAuftragswesenVorbestellungen.h"
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
 #include "reporting/frmAuswertungenBuchungsjournal.h"
+#include "reporting/frmAuswertungenBuchungsjournalPerKunde.h"
 #include "reporting/frmAuswertungenTagesabschluss.h"
 #include "reporting/frmAuswertungenUmsatz.h"
+#include "reporting/frmAuswertungenUmsatzProdukte.h"
+#include "reporting/frmAuswertungenUmsatzProduktePerKunde.h"
 #include "shell/frmEinstellungenBenutzer.h"
 #include "shell/frmEinstellungenSystem.h"
 #include "shell/frmMDI.h"
@@ -66,6 +69,12 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
     registry.add(QStringLiteral("frmAuswertungenUmsatz"), {creator<frmAuswertungenUmsatz>(services)});
     registry.add(QStringLiteral("frmAuswertungenTagesabschluss"),
                  {creator<frmAuswertungenTagesabschluss>(services)});
+    registry.add(QStringLiteral("frmAuswertungenUmsatzProdukte"),
+                 {creator<frmAuswertungenUmsatzProdukte>(services)});
+    registry.add(QStringLiteral("frmAuswertungenBuchungsjournalPerKunde"),
+                 {creator<frmAuswertungenBuchungsjournalPerKunde>(services)});
+    registry.add(QStringLiteral("frmAuswertungenUmsatzProduktePerKunde"),
+                 {creator<frmAuswertungenUmsatzProduktePerKunde>(services)});
 }
 
 } // namespace shell

@@ -9,6 +9,10 @@
 #include "orders/modBestellNummern.h"
 #include "orders/modLetzteBestellungen.h"
 #include "reporting/modAuswertungenBuchungsjournal.h"
+#include "reporting/modAuswertungenBuchungsjournalPerKunde.h"
+#include "reporting/modAuswertungenUmsatzProdukte.h"
+#include "reporting/modAuswertungenUmsatzProduktePerKunde.h"
+#include "reporting/modProduktUmsatz.h"
 #include "support/StatementLog.h"
 #include "telephony/modTelefonie.h"
 #include "telephony/modVerwaltungAnruferListe.h"
@@ -134,6 +138,23 @@ TEST_F(Plans, EveryLookupHasItsIndex) {
                  list(Buchungen(auswahl));
                  TotalBetrag(TotalBuchungen(auswahl));
              }
+         }},
+        {"turnover by product",
+         [] {
+             using namespace modProduktUmsatz;
+             for (const QString& orders :
+                  {modAuswertungenUmsatzProdukte::BestellungenSql({.von = 46000, .bis = 46001}),
+                   modAuswertungenUmsatzProdukte::BestellungenSql(
+                       {.von = 46000, .bis = 46365, .fiktiv = true, .lng_KurierID = 1}),
+                   modAuswertungenUmsatzProduktePerKunde::BestellungenSql(TestFirm::kAnna, 46000, 46365)})
+                 LoadProduktUmsatz(orders, Gliederung::Kategorien, platform::unwatched);
+         }},
+        {"a customer's journal",
+         [] {
+             using namespace modAuswertungenBuchungsjournalPerKunde;
+             list(KundenStatistikSql(TestFirm::kAnna));
+             TotalKunde(TestFirm::kAnna, platform::unwatched);
+             list(TopKundenSql());
          }},
     };
     for (const Road& road : roads)

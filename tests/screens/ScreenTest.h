@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -231,7 +232,8 @@ template <typename Screen, typename Dialogs = TestDialogs> class ScreenTest : pu
             }
         for (const auto* field : screen->template findChildren<QWidget*>())
             if ((field->focusPolicy() & Qt::TabFocus) && !qobject_cast<const QAbstractButton*>(field) &&
-                !qobject_cast<const QComboBox*>(field->parentWidget()) && field->window() == screen.get()) {
+                !qobject_cast<const QComboBox*>(field->parentWidget()) &&
+                !qobject_cast<const QTabWidget*>(field->parentWidget()) && field->window() == screen.get()) {
                 EXPECT_FALSE(field->objectName().isEmpty() || field->accessibleName().isEmpty())
                     << field->metaObject()->className() << field->objectName().toStdString();
             }

@@ -23,7 +23,7 @@ QStringList sections(const QString& format) {
 QString inSection(double number, const QString& section) {
     if (section.size() >= 2 && section.startsWith(u'"') && section.endsWith(u'"'))
         return section.mid(1, section.size() - 2);
-    return common::formatNumber(number, section);
+    return common::formatNumber(number, QString(section).remove(u'"'));
 }
 
 } // namespace

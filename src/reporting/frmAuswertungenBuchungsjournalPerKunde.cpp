@@ -48,6 +48,7 @@ void frmAuswertungenBuchungsjournalPerKunde::FormatGrid() {
                                           {tr("Auftrags-Nr."), 1500, Qt::AlignRight},
                                           {tr("Währung"), 900, Qt::AlignHCenter},
                                           {tr("Betrag"), 1700, Qt::AlignRight, u"#,##0.00"_s, {}, true}});
+    m_ui->KundenStatsGrid->stretchColumn(kDatum);
     m_ui->KundenStatsGrid->setRowLook({.note = [this](int row) {
         return m_gezeigt < 0
                    ? modVerwaltungKunden::GetKundeName(m_ui->KundenStatsGrid->value(row, kKunde).toLong())

@@ -12,7 +12,7 @@ platform::DataGrid& frmProduktUmsatz::grid() const {
 
 void frmProduktUmsatz::setUpUmsatz(const QString& name, const QString& umsatz, const QString& mwst) {
     // The currency stands with the amounts.
-    const QString money = u"0.00 \"%1\""_s.arg(SysCurrency);
+    const QString money = u"0.00 \"%1\""_s.arg(QString(SysCurrency).remove(u'"'));
     setUpGrid(grid(), m_rows);
     grid().formatColumns({{name, 3000},
                           {tr("Menge"), 1500, Qt::AlignRight, {}, {}, true},

@@ -171,6 +171,23 @@ TEST_F(ProductTurnover, TheWorkingDayHasBothItsEndsAndAProductThatIsGoneHasNoCat
     EXPECT_FALSE(dialogs.suggested.value(0).contains(u'/'));
 }
 
+TEST_F(ProductTurnover, GivenUpItIsAsItWas) {
+    click(u"cmdShow");
+    const QStringList before = values();
+    const QString totalsBefore = totals();
+    dialogs.giveUp = true;
+    check(u"opt_Kategorien");
+    tick(u"check_FiktivesDatum");
+    choose(u"combo_Kurier", u"AB"_s);
+    click(u"cmdShow");
+    EXPECT_EQ(values(), before);
+    EXPECT_EQ(totals(), totalsBefore);
+    EXPECT_TRUE(find<QRadioButton>(u"opt_Produkte")->isChecked());
+    EXPECT_FALSE(ticked(u"check_FiktivesDatum"));
+    EXPECT_TRUE(find(u"txt_TimeFrom")->isEnabled());
+    EXPECT_EQ(chosen(u"combo_Kurier"), u"Alle"_s);
+}
+
 TEST_F(CustomerJournal, IsInTheOrderOfDeliveryAndOpensTheBooking) {
     sell(1, TestFirm::day(), TestFirm::kHawaii, 30);
     sell(2, TestFirm::day() + 1, TestFirm::kHawaii, 20.5);

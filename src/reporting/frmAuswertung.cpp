@@ -45,7 +45,7 @@ void frmAuswertung::setUpControls() {
 void frmAuswertung::onClick(const char16_t* name, const std::function<void()>& act) {
     auto* button = findChild<QAbstractButton*>(QString::fromUtf16(name));
     connectGuarded(Origin::User, button, &QAbstractButton::clicked, this, [button, act] {
-        // A mnemonic leaves the focus in the date field, which is repaired when it is left.
+        // A mnemonic leaves the focus where it is.
         button->setFocus();
         act();
     });

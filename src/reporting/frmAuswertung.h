@@ -77,8 +77,10 @@ class frmAuswertung : public QWidget {
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
-  private:
+    /// A button does `act`, with the focus on it: what is typed in a field counts as left.
     void onClick(const char16_t* name, const std::function<void()>& act);
+
+  private:
     void setUpDates();
     QLineEdit& field(const char16_t* name) const;
     void rememberChoices();

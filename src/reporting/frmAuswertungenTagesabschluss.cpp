@@ -54,11 +54,10 @@ frmAuswertungenTagesabschluss::frmAuswertungenTagesabschluss(const platform::Ser
         modFunctions::FormatDateDDMMYYYY(common::Serial{double(GeschaeftstagVon(common::clock::now()))});
     m_ui->txt_DatumVon->setText(today);
     m_ui->txt_DatumBis->setText(today);
-    connectGuarded(Origin::User, m_ui->cmdBar, &QPushButton::clicked, this, [this] { turnBar(); });
+    onClick(u"cmdBar", [this] { turnBar(); });
+    onClick(u"cmdPrintRolle", [this] { printOn(u"rep_TagesabschlussRolle.rpt"_s); });
     connectGuarded(Origin::User, m_ui->KonditionenGrid, &platform::DataGrid::rowActivated, this,
                    [this](int) { turnBar(); });
-    connectGuarded(Origin::User, m_ui->cmdPrintRolle, &QPushButton::clicked, this,
-                   [this] { printOn(u"rep_TagesabschlussRolle.rpt"_s); });
 }
 
 frmAuswertungenTagesabschluss::~frmAuswertungenTagesabschluss() = default;

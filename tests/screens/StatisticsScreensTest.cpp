@@ -66,6 +66,9 @@ TEST_F(TurnoverTest, DatesStepAndMendThemselves) {
     find<QLineEdit>(u"txt_DatumVon")->setText(u"x"_s);
     QTest::keyClick(find(u"txt_DatumVon"), Qt::Key_Up);
     EXPECT_EQ(text(u"txt_DatumVon"), u"x"_s) << "no date, no step";
+    // A tab takes no focus: the date is mended all the same.
+    find<QTabWidget>(u"Ansicht")->setCurrentIndex(2);
+    EXPECT_EQ(text(u"txt_DatumVon"), u"15/05/2026"_s);
 }
 
 TEST_F(TurnoverTest, TablesFollowTheChoiceAtOnceAndTheTotalOnlyWhenAskedFor) {

@@ -2,7 +2,6 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
-#include "common/RunTimeError.h"
 #include "common/modFunctions.h"
 #include "platform/form/FieldHelpers.h"
 #include <QAbstractButton>
@@ -10,6 +9,7 @@
 #include <QShortcut>
 #include <cmath>
 #include <functional>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -72,10 +72,6 @@ void setUp(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward, QS
     }
 }
 
-[[noreturn]] void refuse(const QLineEdit& field) {
-    throw common::RunTimeError(common::kTypeMismatch, u"Typen unverträglich."_s, field.objectName());
-}
-
 } // namespace
 
 void setUpDateField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward) {
@@ -87,14 +83,14 @@ void setUpTimeField(QLineEdit& field, QAbstractButton& back, QAbstractButton& fo
     setUp(field, back, forward, leftTime, steppedTime);
 }
 
-qint64 dayOf(const QLineEdit& field) {
-    const auto serial = readableDay(field.text());
-    return serial ? qint64(std::floor(*serial)) : (refuse(field), 0);
+qint64 dayOf(QLineEdit& field) {
+    field.setText(leftDate(field.text()));
+    return qint64(std::floor(*readableDay(field.text())));
 }
 
-double timeOf(const QLineEdit& field) {
-    const auto time = readableTime(field.text());
-    return time ? *time : (refuse(field), 0.0);
+double timeOf(QLineEdit& field) {
+    field.setText(leftTime(field.text()));
+    return *readableTime(field.text());
 }
 
 } // namespace platform

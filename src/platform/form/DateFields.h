@@ -1,6 +1,5 @@
 #pragma once
-#include <QString>
-#include <optional>
+#include <QtGlobal>
 
 class QAbstractButton;
 class QLineEdit;
@@ -16,9 +15,9 @@ void setUpDateField(QLineEdit& field, QAbstractButton& back, QAbstractButton& fo
 /// Likewise for a time "hh:mm": left with none it becomes "00:00", the steppers go an hour, round the clock.
 void setUpTimeField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward);
 
-/// The field's day as whole serial, its time as fraction of the day. Throw kTypeMismatch where there is none,
-/// which only a field that still has the focus can hold.
-qint64 dayOf(const QLineEdit& field);
-double timeOf(const QLineEdit& field);
+/// The field's day as whole serial, its time as fraction of the day. A text that leaving the field would mend
+/// is mended by then: not every road to the figures leads out of the field.
+qint64 dayOf(QLineEdit& field);
+double timeOf(QLineEdit& field);
 
 } // namespace platform

@@ -16,6 +16,11 @@ class QuietDialogs : public platform::Dialogs {
     QString InputBox(const QString&, const QString&, const QString&) override { return {}; }
 
     QString OpenFile(const QString&, const QString&) override { return {}; }
+
+    /// Watched work goes beside the user interface, as in the program; nobody gives it up.
+    platform::Progress ShowProgress(const QString&) override {
+        return [](qint64, qint64) {};
+    }
 };
 
 class QuietNavigation : public platform::Navigation {

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTabWidget>
@@ -35,11 +36,13 @@ void frmAuswertung::setUpControls() {
         setUpDates();
     onClick(u"cmdShow", [this] { showFigures(); });
     onClick(u"cmdPrint", [this] { printFigures(); });
-    onClick(u"cmdExport", [this] {
-        platform::exportSheets(m_services.dialogs, windowTitle().section(u": "_s, -1).replace(u'/', u'-'),
-                               sheets());
-    });
+    onClick(u"cmdExport", [this] { exportFigures(); });
     onClick(u"cmdClose", [this] { close(); });
+}
+
+void frmAuswertung::exportFigures() {
+    static const QRegularExpression group(u"^Auswertungen\\W+"_s);
+    platform::exportSheets(m_services.dialogs, windowTitle().remove(group).replace(u'/', u'-'), sheets());
 }
 
 void frmAuswertung::onClick(const char16_t* name, const std::function<void()>& act) {
@@ -112,6 +115,10 @@ void frmAuswertung::fillKurierCombo(QComboBox& list, bool alle) {
 std::optional<qint64> frmAuswertung::kurierOf(const QComboBox& list) {
     const QVariant key = list.currentData();
     return key.isValid() ? std::optional(key.toLongLong()) : std::nullopt;
+}
+
+QString frmAuswertung::kurierText(const QComboBox& list) {
+    return kurierOf(list) ? tr(", Kurier %1").arg(list.currentText()) : QString();
 }
 
 QString frmAuswertung::total(double amount) {

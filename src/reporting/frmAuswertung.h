@@ -9,7 +9,6 @@
 #include <functional>
 #include <optional>
 
-class QAbstractButton;
 class QComboBox;
 class QLineEdit;
 
@@ -48,6 +47,9 @@ class frmAuswertung : public QWidget {
     virtual void printFigures() = 0;
     virtual std::vector<platform::SheetTable> sheets() const = 0;
 
+    /// What cmdExport does.
+    void exportFigures();
+
     /// The screen comes to the front, opening included.
     virtual void activated() {}
 
@@ -57,6 +59,8 @@ class frmAuswertung : public QWidget {
     static void fillKurierCombo(QComboBox& list, bool alle);
     /// Key of the chosen courier; nothing on "Alle" or without a choice.
     static std::optional<qint64> kurierOf(const QComboBox& list);
+    /// Whose the figures are, behind what a heading tells; "" for all couriers.
+    static QString kurierText(const QComboBox& list);
     /// An amount as the totals show it.
     static QString total(double amount);
 

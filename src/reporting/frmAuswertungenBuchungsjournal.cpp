@@ -27,6 +27,7 @@ frmAuswertungenBuchungsjournal::frmAuswertungenBuchungsjournal(const platform::S
     FormatGrid();
     fillKurierCombo(*m_ui->combo_Kurier, false);
     m_ui->lbl_Ccy->setText(tr("Total Umsatz: ") + SysCurrency);
+    m_heading = heading();
 }
 
 frmAuswertungenBuchungsjournal::~frmAuswertungenBuchungsjournal() = default;
@@ -44,7 +45,9 @@ void frmAuswertungenBuchungsjournal::setUpGrid() {
 void frmAuswertungenBuchungsjournal::setUpMenu() {
     QMenu& menu = m_menus->mnBuchungJournal;
     menu.addSeparator();
-    platform::addSheetExport(menu, *m_ui->JournalGrid, services().dialogs, tr("Buchungsjournal"));
+    QAction* save = menu.addAction(tr("Als &Tabelle speichern …"));
+    save->setObjectName(u"mnExport"_s);
+    connectGuarded(Origin::User, save, &QAction::triggered, this, [this] { exportFigures(); });
     connectGuarded(Origin::User, m_menus, &frmPopUpMenu::buchungJournalSorted, this,
                    [this](const QString& order) { mnBuchungJournal_Click(order); });
     connectGuarded(Origin::User, m_ui->JournalGrid, &platform::DataGrid::rowContextMenu, this,
@@ -104,6 +107,7 @@ void frmAuswertungenBuchungsjournal::showFigures() {
         DisplayTotalBetrag(TotalBuchungen(auswahl), progress);
         DataControl.show(Buchungen(auswahl), progress);
         FormatGrid();
+        m_heading = heading();
         isShown = true;
     });
     if (isShown)
@@ -146,5 +150,5 @@ void frmAuswertungenBuchungsjournal::printFigures() {
 }
 
 std::vector<platform::SheetTable> frmAuswertungenBuchungsjournal::sheets() const {
-    return {platform::sheetOf(*m_ui->JournalGrid, tr("Buchungsjournal"), heading())};
+    return {platform::sheetOf(*m_ui->JournalGrid, tr("Buchungsjournal"), m_heading)};
 }

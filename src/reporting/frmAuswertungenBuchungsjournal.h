@@ -2,7 +2,6 @@
 #include "reporting/frmAuswertung.h"
 #include <memory>
 
-class QAbstractButton;
 class frmPopUpMenu;
 
 namespace Ui {
@@ -42,4 +41,5 @@ class frmAuswertungenBuchungsjournal : public frmAuswertung {
     platform::DataControl DataControl;
     /// The boxes as of the list on show, 0 or 1: the printout's heading tells what it holds.
     qint16 m_stateDatum = 1, m_stateKurier = 0;
+    QString m_heading; ///< of the list on show
 };

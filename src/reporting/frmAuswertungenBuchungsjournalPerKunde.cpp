@@ -1,4 +1,5 @@
 #include "reporting/frmAuswertungenBuchungsjournalPerKunde.h"
+#include "common/Convert.h"
 #include "common/Guard.h"
 #include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
@@ -140,7 +141,14 @@ void frmAuswertungenBuchungsjournalPerKunde::printFigures() {
 }
 
 std::vector<platform::SheetTable> frmAuswertungenBuchungsjournalPerKunde::sheets() const {
-    return {
-        platform::sheetOf(*m_ui->KundenStatsGrid, m_gezeigt < 0 ? tr("Top Kunden") : tr("Buchungen"),
-                          m_gezeigt < 0 ? tr("Top Kunden") : modVerwaltungKunden::GetKundeName(m_gezeigt))};
+    const bool top = m_gezeigt < 0;
+    auto table = platform::sheetOf(*m_ui->KundenStatsGrid, top ? tr("Top Kunden") : tr("Buchungen"),
+                                   top ? tr("Top Kunden") : modVerwaltungKunden::GetKundeName(m_gezeigt));
+    // The delivery date is stored as a text.
+    table.value = [stored = table.value](int row, int column) {
+        const common::Value value = stored(row, column);
+        const auto day = column == kDatum ? common::parseDate(value.toText()) : std::nullopt;
+        return day ? common::Value(common::Serial{*day}) : value;
+    };
+    return {table};
 }

@@ -89,13 +89,18 @@ void frmAuswertungenTagesabschluss::setUpGrids() {
 }
 
 void frmAuswertungenTagesabschluss::activated() {
-    showFigures();
+    // Fresh figures of the span that is on show: what is typed meanwhile counts once it is asked for.
+    m_spanne ? showSpan(*m_spanne) : showFigures();
 }
 
 void frmAuswertungenTagesabschluss::showFigures() {
-    reading([this](const platform::Progress& progress) {
-        const Spanne span = Geschaeftstage(von(), bis());
+    showSpan(Geschaeftstage(von(), bis()));
+}
+
+void frmAuswertungenTagesabschluss::showSpan(const Spanne& span) {
+    reading([&](const platform::Progress& progress) {
         m_abschluss = LoadTagesabschluss(span, progress);
+        m_spanne = span;
         m_zeitraum = tr("%1 bis %2").arg(dateText(span.von), dateText(span.bis));
         showAbschluss();
     });
@@ -129,11 +134,11 @@ void frmAuswertungenTagesabschluss::showAbschluss() {
 
 void frmAuswertungenTagesabschluss::turnBar() {
     const int row = m_ui->KonditionenGrid->row();
-    if (row < 0)
+    if (row < 0 || !m_spanne)
         return;
     const Kondition word = m_abschluss.konditionen.at(size_t(row));
     SetBar(word.txt_Konditionen, !word.bar);
-    showFigures();
+    showSpan(*m_spanne);
     for (size_t i = 0; i < m_abschluss.konditionen.size(); ++i)
         if (m_abschluss.konditionen[i].txt_Konditionen == word.txt_Konditionen)
             m_ui->KonditionenGrid->setRow(int(i));

@@ -23,6 +23,7 @@ class frmAuswertungenTagesabschluss : public frmAuswertung {
 
   private:
     void setUpGrids();
+    void showSpan(const modAuswertungenTagesabschluss::Spanne& span);
     void showAbschluss();
     store::Rows overview() const;
     /// The chosen condition counts as cash from now on, or no longer.
@@ -32,5 +33,6 @@ class frmAuswertungenTagesabschluss : public frmAuswertung {
     std::unique_ptr<Ui::frmAuswertungenTagesabschluss> m_ui;
     platform::DataControl m_uebersicht, m_mwst, m_konditionen, m_kuriere;
     modAuswertungenTagesabschluss::Tagesabschluss m_abschluss;
-    QString m_zeitraum; ///< of the figures on show
+    std::optional<modAuswertungenTagesabschluss::Spanne> m_spanne; ///< of the figures on show
+    QString m_zeitraum;                                            ///< the same as text
 };

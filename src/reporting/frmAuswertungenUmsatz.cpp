@@ -83,12 +83,18 @@ void frmAuswertungenUmsatz::setUpPeakTimes() {
     connectGuarded(Origin::User, m_ui->combo_Wochentag, &QComboBox::activated, this, [this] { showHours(); });
     connectGuarded(Origin::User, m_ui->Ansicht, &QTabWidget::currentChanged, this, [this](int page) {
         if (page == kStosszeiten)
-            showPeakTimes();
+            reading([this](const platform::Progress& progress) {
+                showPeakTimes(readPeakTimes(von(), bis(), progress));
+            });
     });
 }
 
 Auswahl frmAuswertungenUmsatz::auswahl() const {
     return {m_ui->opt_MWSt->isChecked(), kurierOf(*m_ui->combo_Kurier)};
+}
+
+bool frmAuswertungenUmsatz::peakTimesShown() const {
+    return m_ui->Ansicht->currentIndex() == kStosszeiten;
 }
 
 void frmAuswertungenUmsatz::activated() {
@@ -97,7 +103,13 @@ void frmAuswertungenUmsatz::activated() {
 
 void frmAuswertungenUmsatz::showTables() {
     reading([this](const platform::Progress& progress) {
-        m_tabellen = LoadUmsatzTabellen(auswahl(), progress);
+        Tabellen tables = LoadUmsatzTabellen(auswahl(), progress);
+        // What is typed in the date fields counts once it is asked for.
+        if (peakTimesShown())
+            showPeakTimes(readPeakTimes(m_stosszeiten.von, m_stosszeiten.bis, progress));
+        m_tabellen = std::move(tables);
+        m_was = (m_ui->opt_MWSt->isChecked() ? tr("Mehrwertsteuer") : tr("Umsatz")) +
+                kurierText(*m_ui->combo_Kurier);
         m_tage.show(periods(kTage, [this](size_t i) -> std::vector<common::Value> {
             if (i >= m_tabellen.tage.size())
                 return {{}, m_ccy, {}};
@@ -105,85 +117,92 @@ void frmAuswertungenUmsatz::showTables() {
             return {common::Serial{double(tag.lng_BestellDatum)}, m_ccy, tag.TotalUmsatz};
         }));
         for (const auto& [rows, names, sums] :
-             {std::tuple{&m_monate, LoadMonatsPerioden(), &m_tabellen.monate},
-              std::tuple{&m_jahre, LoadJahresPerioden(), &m_tabellen.jahre}})
+             {std::tuple{&m_monate, &m_tabellen.monatsPerioden, &m_tabellen.monate},
+              std::tuple{&m_jahre, &m_tabellen.jahresPerioden, &m_tabellen.jahre}})
             rows->show(periods(kPerioden, [&, names = names, sums = sums](size_t i) {
-                return std::vector<common::Value>{names[qsizetype(i)], m_ccy, (*sums)[i]};
+                return std::vector<common::Value>{names->at(qsizetype(i)), m_ccy, (*sums)[i]};
             }));
         showPictures();
     });
-    if (m_ui->Ansicht->currentIndex() == kStosszeiten)
-        showPeakTimes();
 }
 
 void frmAuswertungenUmsatz::showPictures() {
-    const QString what = m_ui->opt_MWSt->isChecked() ? tr("Mehrwertsteuer") : tr("Umsatz");
-    Chart days{.title = tr("%1 nach Tagen").arg(what), .unit = m_ccy, .series = {{what, {}}}};
+    Chart days{.title = tr("%1, nach Tagen").arg(m_was), .unit = m_ccy, .series = {{m_was, {}}}};
     for (auto tag = m_tabellen.tage.rbegin(); tag != m_tabellen.tage.rend(); ++tag) {
         days.labels << common::formatDate(double(tag->lng_BestellDatum), u"DD/MM/YY");
         days.series[0].values.push_back(tag->TotalUmsatz);
     }
     m_ui->TagesBild->setChart(days);
-    const QStringList years = LoadJahresPerioden();
-    Chart months{.title = tr("%1 nach Monaten").arg(what),
+    const QStringList& years = m_tabellen.jahresPerioden;
+    Chart months{.title = tr("%1, nach Monaten").arg(m_was),
                  .unit = m_ccy,
                  .series = {{years[kPerioden - 2], valuesOf(m_tabellen.monateVorjahr)},
                             {years[kPerioden - 1], valuesOf(m_tabellen.monateDiesesJahr)}}};
-    for (const QString& month : LoadMonatsPerioden())
+    for (const QString& month : std::as_const(m_tabellen.monatsPerioden))
         months.labels << month.section(u'-', 0, 0);
     m_ui->MonatsBild->setChart(months);
-    m_ui->JahresBild->setChart({.title = tr("%1 nach Jahren").arg(what),
+    m_ui->JahresBild->setChart({.title = tr("%1, nach Jahren").arg(m_was),
                                 .unit = m_ccy,
                                 .labels = years,
-                                .series = {{what, valuesOf(m_tabellen.jahre)}}});
+                                .series = {{m_was, valuesOf(m_tabellen.jahre)}}});
 }
 
 void frmAuswertungenUmsatz::showFigures() {
     reading([this](const platform::Progress& progress) {
-        m_ui->lbl_TotalPreis->setText(total(LoadUmsatzPeriode(von(), bis(), auswahl(), progress)));
+        const double sum = LoadUmsatzPeriode(von(), bis(), auswahl(), progress);
+        if (peakTimesShown())
+            showPeakTimes(readPeakTimes(von(), bis(), progress));
+        m_ui->lbl_TotalPreis->setText(total(sum));
     });
-    if (m_ui->Ansicht->currentIndex() == kStosszeiten)
-        showPeakTimes();
 }
 
-void frmAuswertungenUmsatz::showPeakTimes() {
-    reading([this](const platform::Progress& progress) {
-        m_stosszeiten = LoadStosszeiten(von(), bis(), kurierOf(*m_ui->combo_Kurier), progress);
-        m_zeitraum = vonBis();
-        Chart days{.title = tr("Wochentage, %1").arg(m_zeitraum),
-                   .form = u"0"_s,
-                   .series = {{tr("Bestellungen"), {}}}};
-        for (size_t day = 0; day < m_stosszeiten.size(); ++day) {
-            days.labels << m_ui->combo_Wochentag->itemText(int(day) + 1).left(2);
-            days.series[0].values.push_back(
-                std::accumulate(m_stosszeiten[day].begin(), m_stosszeiten[day].end(), 0.0));
-        }
-        m_ui->WochentagsBild->setChart(orNothing(days));
-        showHours();
-    });
+frmAuswertungenUmsatz::PeakTimes
+frmAuswertungenUmsatz::readPeakTimes(qint64 von, qint64 bis, const platform::Progress& progress) const {
+    return {von, bis, kurierText(*m_ui->combo_Kurier),
+            LoadStosszeiten(von, bis, kurierOf(*m_ui->combo_Kurier), progress)};
+}
+
+QString frmAuswertungenUmsatz::PeakTimes::heading() const {
+    return common::formatDate(double(von), u"DD/MM/YYYY") + u" - "_s +
+           common::formatDate(double(bis), u"DD/MM/YYYY") + kurier;
+}
+
+void frmAuswertungenUmsatz::showPeakTimes(const PeakTimes& counted) {
+    m_stosszeiten = counted;
+    Chart days{.title = tr("Wochentage, %1").arg(counted.heading()),
+               .form = u"0"_s,
+               .series = {{tr("Bestellungen"), {}}}};
+    for (size_t day = 0; day < counted.anzahl.size(); ++day) {
+        const auto& hours = counted.anzahl[day];
+        days.labels << m_ui->combo_Wochentag->itemText(int(day) + 1).left(2);
+        days.series[0].values.push_back(std::accumulate(hours.begin(), hours.end(), 0.0));
+    }
+    m_ui->WochentagsBild->setChart(orNothing(days));
+    showHours();
 }
 
 void frmAuswertungenUmsatz::showHours() {
     const int chosen = m_ui->combo_Wochentag->currentIndex() - 1;
-    Chart hours{.title = tr("Stunden, %1, %2").arg(m_ui->combo_Wochentag->currentText(), m_zeitraum),
+    Chart hours{.title =
+                    tr("Stunden, %1, %2").arg(m_ui->combo_Wochentag->currentText(), m_stosszeiten.heading()),
                 .form = u"0"_s,
                 .series = {{tr("Bestellungen"), std::vector<double>(24)}}};
     for (int hour = 0; hour < 24; ++hour) {
         hours.labels << QString::number(hour);
         for (int day = 0; day < 7; ++day)
             if (chosen < 0 || chosen == day)
-                hours.series[0].values[size_t(hour)] += m_stosszeiten[size_t(day)][size_t(hour)];
+                hours.series[0].values[size_t(hour)] += m_stosszeiten.anzahl[size_t(day)][size_t(hour)];
     }
     m_ui->StundenBild->setChart(orNothing(hours));
 }
 
 void frmAuswertungenUmsatz::printFigures() {
-    print(u"rep_Umsatz.rpt"_s, tr("Umsatz"),
+    print(u"rep_Umsatz.rpt"_s, m_was,
           [this](const platform::Progress& progress) { FillPrintUmsatz(m_tabellen, m_ccy, progress); });
 }
 
 std::vector<platform::SheetTable> frmAuswertungenUmsatz::sheets() const {
-    return {platform::sheetOf(*m_ui->TagesUmsatzGrid, tr("Tage")),
-            platform::sheetOf(*m_ui->MonatsUmsatzGrid, tr("Monate")),
-            platform::sheetOf(*m_ui->JahresUmsatzGrid, tr("Jahre"))};
+    return {platform::sheetOf(*m_ui->TagesUmsatzGrid, tr("Tage"), m_was),
+            platform::sheetOf(*m_ui->MonatsUmsatzGrid, tr("Monate"), m_was),
+            platform::sheetOf(*m_ui->JahresUmsatzGrid, tr("Jahre"), m_was)};
 }

@@ -23,12 +23,23 @@ class frmAuswertungenUmsatz : public frmAuswertung {
     void activated() override;
 
   private:
+    /// When the orders came, in what span and whose.
+    struct PeakTimes {
+        qint64 von = 0, bis = 0;
+        QString kurier{}; ///< behind the span in a heading
+        modAuswertungenUmsatz::Stosszeiten anzahl{};
+
+        QString heading() const;
+    };
+
     void setUpTables();
     void setUpPeakTimes();
     modAuswertungenUmsatz::Auswahl auswahl() const;
+    bool peakTimesShown() const;
     void showTables();
     void showPictures();
-    void showPeakTimes();
+    PeakTimes readPeakTimes(qint64 von, qint64 bis, const platform::Progress& progress) const;
+    void showPeakTimes(const PeakTimes& counted);
     /// Of the chosen weekday, or of all.
     void showHours();
 
@@ -36,6 +47,6 @@ class frmAuswertungenUmsatz : public frmAuswertung {
     const QString m_ccy;
     platform::DataControl m_tage, m_monate, m_jahre;
     modAuswertungenUmsatz::Tabellen m_tabellen;
-    modAuswertungenUmsatz::Stosszeiten m_stosszeiten{};
-    QString m_zeitraum; ///< of m_stosszeiten
+    QString m_was; ///< measure and courier of the tables on show
+    PeakTimes m_stosszeiten;
 };

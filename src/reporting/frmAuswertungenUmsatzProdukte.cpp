@@ -55,15 +55,11 @@ void frmAuswertungenUmsatzProdukte::CalculateUmsatzArtikelandGruppenUmsatz() {
     reading([&](const platform::Progress& progress) {
         const auto figures =
             modProduktUmsatz::LoadProduktUmsatz(BestellungenSql(auswahl), gliederung(), progress);
-        showUmsatz(figures, tr("Umsatz %1").arg(vonBis()));
+        showUmsatz(figures, tr("Umsatz %1").arg(vonBis()) + kurierText(*m_ui->combo_Kurier));
         m_ui->lbl_UmsatzTotalPreis->setText(total(figures.umsatz));
         m_ui->lbl_MwstTotalPreis->setText(total(figures.mwst));
     });
     enableTimes();
-}
-
-QString frmAuswertungenUmsatzProdukte::heading() const {
-    return tr("Umsatz %1").arg(vonBis());
 }
 
 void frmAuswertungenUmsatzProdukte::printFigures() {
@@ -71,7 +67,7 @@ void frmAuswertungenUmsatzProdukte::printFigures() {
         CalculateUmsatzArtikelandGruppenUmsatz();
     if (!umsatzRows().IsOpen())
         return;
-    print(u"rep_UmsatzProdukte.rpt"_s, tr("Umsatz Produkte und Gruppen"),
+    print(u"rep_UmsatzProdukte.rpt"_s, tr("Umsatz Produkte und Gruppen") + kurierText(*m_ui->combo_Kurier),
           [this](const platform::Progress& progress) {
               FillPrintArtikelUmsatz(umsatzRows(), vonBis(), progress);
           });

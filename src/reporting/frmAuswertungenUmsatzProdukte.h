@@ -20,7 +20,6 @@ class frmAuswertungenUmsatzProdukte : public frmProduktUmsatz {
     void showFigures() override { CalculateUmsatzArtikelandGruppenUmsatz(); }
 
     void printFigures() override;
-    QString heading() const override;
 
   private:
     void setUpTimes();

@@ -30,15 +30,11 @@ void frmAuswertungenUmsatzProduktePerKunde::CalculateUmsatzArtikelandGruppenUmsa
         const auto figures =
             modProduktUmsatz::LoadProduktUmsatz(BestellungenSql(id, von(), bis()), gliederung(), progress);
         m_gezeigt = id;
-        showUmsatz(figures, heading());
+        showUmsatz(figures, modVerwaltungKunden::GetKundeName(id) + u", "_s + vonBis());
         // The total of the categories holds products whose category is gone, which the list leaves out.
         m_ui->lbl_TotalPreis->setText(
             total(gliederung() == Gliederung::Kategorien ? figures.umsatzVorhandener : figures.umsatz));
     });
-}
-
-QString frmAuswertungenUmsatzProduktePerKunde::heading() const {
-    return modVerwaltungKunden::GetKundeName(m_gezeigt) + u", "_s + vonBis();
 }
 
 void frmAuswertungenUmsatzProduktePerKunde::printFigures() {

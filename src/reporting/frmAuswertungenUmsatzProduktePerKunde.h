@@ -23,7 +23,6 @@ class frmAuswertungenUmsatzProduktePerKunde : public frmProduktUmsatz {
     void showFigures() override { CalculateUmsatzArtikelandGruppenUmsatz(); }
 
     void printFigures() override;
-    QString heading() const override;
 
   private:
     std::unique_ptr<Ui::frmAuswertungenUmsatzProduktePerKunde> m_ui;

@@ -23,7 +23,7 @@ frmKundenWahl::frmKundenWahl(QWidget& screen) :
     platform::selectAllOnFocus(m_txt_KundenID);
     platform::digitsOnly(m_txt_KundenID);
     platform::reformatOnLeave(m_txt_KundenID, [this](const QString& text) {
-        LoadKundenStammKundenStats();
+        common::guarded(Origin::User, [this] { LoadKundenStammKundenStats(); });
         return text;
     });
     m_txt_KundenID.installEventFilter(this);

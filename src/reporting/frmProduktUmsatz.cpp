@@ -29,18 +29,21 @@ Gliederung frmProduktUmsatz::gliederung() const {
                                                                       : Gliederung::Produkte;
 }
 
-void frmProduktUmsatz::showUmsatz(const modProduktUmsatz::Umsatz& figures, const QString& title) {
-    platform::Chart chart{
-        .title = title, .unit = SysCurrency, .kind = platform::Chart::Ranked, .series = {{tr("Umsatz"), {}}}};
+void frmProduktUmsatz::showUmsatz(const modProduktUmsatz::Umsatz& figures, const QString& heading) {
+    platform::Chart chart{.title = heading,
+                          .unit = SysCurrency,
+                          .kind = platform::Chart::Ranked,
+                          .series = {{tr("Umsatz"), {}}}};
     for (const auto& row : figures.rows.rows) {
         chart.labels << (row[0].isNull() ? tr("(gelöscht)") : row[0].toText());
         chart.series[0].values.push_back(row[3].toDouble());
     }
     m_rows.show(figures.rows);
     findChild<platform::ChartView*>(u"Bild"_s)->setChart(std::move(chart));
+    m_heading = heading;
     m_ansicht = gliederung() == Gliederung::Kategorien ? tr("Kategorien") : tr("Produkte");
 }
 
 std::vector<platform::SheetTable> frmProduktUmsatz::sheets() const {
-    return {platform::sheetOf(grid(), m_ansicht.isEmpty() ? tr("Produkte") : m_ansicht, heading())};
+    return {platform::sheetOf(grid(), m_ansicht.isEmpty() ? tr("Produkte") : m_ansicht, m_heading)};
 }

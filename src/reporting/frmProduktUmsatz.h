@@ -22,14 +22,13 @@ class frmProduktUmsatz : public frmAuswertung {
 
     /// As the options stand.
     modProduktUmsatz::Gliederung gliederung() const;
-    void showUmsatz(const modProduktUmsatz::Umsatz& figures, const QString& title);
+    /// `heading` tells of which span and whose the rows are.
+    void showUmsatz(const modProduktUmsatz::Umsatz& figures, const QString& heading);
 
     /// Closed before the first ones are shown.
     store::Recordset& umsatzRows() { return m_rows.Recordset(); }
 
     std::vector<platform::SheetTable> sheets() const override;
-    /// Of which span and whose the rows are.
-    virtual QString heading() const = 0;
 
   private:
     platform::DataGrid& grid() const;
@@ -37,4 +36,5 @@ class frmProduktUmsatz : public frmAuswertung {
     platform::DataControl m_rows;
     /// "Produkte" or "Kategorien", as the rows on show are.
     QString m_ansicht;
+    QString m_heading; ///< of the rows on show
 };

@@ -83,6 +83,8 @@ Tabellen LoadUmsatzTabellen(const Auswahl& auswahl, const platform::Progress& pr
     const qint64 yearBefore = years[kPerioden - 2];
     const qint64 twoYearsBefore = years[kPerioden - 3];
     Tabellen tables;
+    tables.monatsPerioden = LoadMonatsPerioden();
+    tables.jahresPerioden = LoadJahresPerioden();
     for (const auto& row : platform::readRows(daySums(auswahl), progress).rows) {
         const Tag tag{row[0].toLong(), row[1].toDouble()};
         if (int(tables.tage.size()) < kTage)
@@ -135,8 +137,6 @@ Stosszeiten LoadStosszeiten(qint64 von, qint64 bis, const std::optional<qint64>&
 
 void FillPrintUmsatz(const Tabellen& tables, const QString& ccy, const platform::Progress& progress) {
     using store::sqlText;
-    const QStringList months = LoadMonatsPerioden();
-    const QStringList years = LoadJahresPerioden();
     platform::fillPrintTable(
         u"PrintUmsatz"_s,
         u"TagPeriode,TagCcy,TagUmsatz,MonatPeriode,MonatCcy,MonatUmsatz,JahrPeriode,JahrCcy,JahrUmsatz"_s,
@@ -149,10 +149,10 @@ void FillPrintUmsatz(const Tabellen& tables, const QString& ccy, const platform:
                       : u"''"_s,
                 sqlText(ccy),
                 there ? platform::sqlNumber(tables.tage[i].TotalUmsatz) : u"Null"_s,
-                sqlText(months[row]),
+                sqlText(tables.monatsPerioden[row]),
                 sqlText(ccy),
                 platform::sqlNumber(tables.monate[i]),
-                sqlText(years[row]),
+                sqlText(tables.jahresPerioden[row]),
                 sqlText(ccy),
                 platform::sqlNumber(tables.jahre[i])};
         },

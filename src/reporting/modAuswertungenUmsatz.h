@@ -33,6 +33,7 @@ struct Tabellen {
     /// the ends of the periods count, the firm's practice: January holds all earlier years as well, the
     /// oldest year all before it, and what lies behind this year is in neither.
     Perioden monate{}, jahre{};
+    QStringList monatsPerioden{}, jahresPerioden{}; ///< their names
     /// The months of this year and of the one before, each by itself, for the picture.
     Perioden monateDiesesJahr{}, monateVorjahr{};
 };

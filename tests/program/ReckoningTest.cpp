@@ -377,10 +377,19 @@ TEST_F(ReckoningTest, ThreeRoadsLeadToTheSameMoneyAndNoneChangesTheStore) {
     const auto bars = find<platform::ChartView>(u"Bild").chart().arranged().series.at(0).values;
     expectSame(shown(std::accumulate(bars.begin(), bars.end(), 0.0)), close);
     open<frmAuswertungenUmsatz>();
+    find<QTabWidget>(u"Ansicht").setCurrentIndex(2);
     click(u"cmdShow");
     click(u"cmdPrint");
+    dialogs.savePath = folder.filePath(u"Umsatz.xlsx"_s);
+    click(u"cmdExport");
+    EXPECT_TRUE(QFile::exists(dialogs.savePath));
     open<frmAuswertungenBuchungsjournalPerKunde>();
     click(u"cmdTop20Clients");
-    EXPECT_EQ(reports.runs.size(), 4);
+    for (const char16_t* again : {u"cmdLoad", u"cmdShow", u"cmdPrint"}) {
+        find<QLineEdit>(u"txt_KundenID").setText(u"12"_s);
+        click(u"cmdLoad");
+        click(again);
+    }
+    EXPECT_EQ(reports.runs.size(), 5);
     EXPECT_TRUE(storedBytes() == before) << "statistics only read";
 }

@@ -145,6 +145,12 @@ TEST_F(CloseTest, OpensOnTheRunningBusinessDayAndTheOwnerSaysWhatIsCash) {
     click(u"cmdBar");
     EXPECT_EQ(couriers(), u"AB 30 30|CD 12 12"_s);
     EXPECT_EQ(words->row(), 2);
+    // A look elsewhere, or another word for cash, asks for no other day than the one on show.
+    find<QLineEdit>(u"txt_DatumBis")->setText(u"1"_s);
+    screen->hide();
+    screen->show();
+    EXPECT_EQ(text(u"txt_DatumBis"), u"1"_s);
+    EXPECT_EQ(couriers(), u"AB 30 30|CD 12 12"_s);
     for (const QStringView button : {u"cmdPrint", u"cmdPrintRolle"})
         click(button);
     ASSERT_EQ(reports.runs.size(), 2);

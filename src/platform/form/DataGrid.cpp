@@ -237,8 +237,13 @@ bool DataGrid::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave)
         notice(hasFocus() ? row() : -1);
     if (event->type() == QEvent::ToolTip) {
-        const QModelIndex cell = indexAt(static_cast<QHelpEvent*>(event)->pos());
-        const bool isCut = cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());
+        const auto& help = static_cast<QHelpEvent&>(*event);
+        const QModelIndex cell = indexAt(help.pos());
+        if (!cell.isValid()) {
+            QToolTip::showText(help.globalPos(), toolTip(), viewport());
+            return true;
+        }
+        const bool isCut = sizeHintForIndex(cell).width() > columnWidth(cell.column());
         if (!isCut && m_model->note(cell).isEmpty()) {
             QToolTip::hideText();
             return true;

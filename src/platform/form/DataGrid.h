@@ -104,7 +104,7 @@ class DataGrid : public QTableView {
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
-    /// A cell that shows its whole text has no tool tip.
+    /// A cell that shows its whole text has no tool tip; beside the rows stands the list's own.
     bool viewportEvent(QEvent* event) override;
     /// A row is marked, never given back.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,

@@ -27,7 +27,9 @@ std::optional<double> readableDay(const QString& text) {
 }
 
 QString leftDate(const QString& text) {
-    return readableDay(text) ? modFunctions::FormatDateDDMMYYYY(text)
+    // A short year may lead to a day that its century does not have.
+    const QString left = readableDay(text) ? modFunctions::FormatDateDDMMYYYY(text) : QString();
+    return readableDay(left) ? left
                              : modFunctions::FormatDateDDMMYYYY(common::Serial{common::clock::today()});
 }
 

@@ -1,4 +1,5 @@
 #include "platform/form/RecordsetModel.h"
+#include "common/Guard.h"
 #include "platform/form/Contrast.h"
 #include "platform/form/FieldFormat.h"
 #include "platform/form/FieldHelpers.h"
@@ -52,7 +53,10 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const {
 }
 
 QString RecordsetModel::note(const QModelIndex& cell) const {
-    return cell.isValid() && m_look.note ? m_look.note(cell.row()) : QString();
+    QString text;
+    if (cell.isValid() && m_look.note)
+        common::guarded(common::Origin::User, [&] { text = m_look.note(cell.row()); });
+    return text;
 }
 
 const common::Value* RecordsetModel::held(const QModelIndex& cell) const {

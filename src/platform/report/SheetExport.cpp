@@ -206,20 +206,17 @@ void exportSheets(Dialogs& dialogs, const QString& name, const std::vector<Sheet
     }
 }
 
-QAction* addSheetExport(QMenu& menu, DataGrid& grid, Dialogs& dialogs, const QString& name) {
-    QAction* action = menu.addAction(DataGrid::tr("Als &Tabelle speichern …"));
-    action->setObjectName(u"mnExport"_s);
-    common::connectGuarded(common::Origin::User, action, &QAction::triggered, &grid,
-                           [&grid, &dialogs, name] { exportSheets(dialogs, name, {sheetOf(grid, name)}); });
-    return action;
-}
-
 void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name) {
     common::connectGuarded(common::Origin::User, &grid, &DataGrid::rowContextMenu, &grid,
                            [&grid, &dialogs, name](int, const QPoint& position) {
                                auto* menu = new QMenu(&grid);
                                menu->setAttribute(Qt::WA_DeleteOnClose);
-                               addSheetExport(*menu, grid, dialogs, name);
+                               QAction* action = menu->addAction(DataGrid::tr("Als &Tabelle speichern …"));
+                               action->setObjectName(u"mnExport"_s);
+                               common::connectGuarded(common::Origin::User, action, &QAction::triggered,
+                                                      &grid, [&grid, &dialogs, name] {
+                                                          exportSheets(dialogs, name, {sheetOf(grid, name)});
+                                                      });
                                menu->popup(position);
                            });
 }

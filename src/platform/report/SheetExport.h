@@ -5,9 +5,6 @@
 #include <functional>
 #include <vector>
 
-class QAction;
-class QMenu;
-
 namespace platform {
 
 class Dialogs;
@@ -34,9 +31,6 @@ void saveAsXlsx(const std::vector<SheetTable>& tables, const QString& path,
 /// Asks where to and writes the tables; `name` is the file name that is suggested. Failures are told to the
 /// user.
 void exportSheets(Dialogs& dialogs, const QString& name, const std::vector<SheetTable>& tables);
-
-/// An entry for a context menu that exports the list.
-QAction* addSheetExport(QMenu& menu, DataGrid& grid, Dialogs& dialogs, const QString& name);
 
 /// Gives the list a context menu with the export. `dialogs` must outlive the list.
 void offerSheetExport(DataGrid& grid, Dialogs& dialogs, const QString& name);

@@ -48,6 +48,8 @@ class KeyQueue : public QObject {
         giveOnceFocused(below);
     }
 
+    void drop() { m_keys.clear(); }
+
     bool eventFilter(QObject* watched, QEvent* event) override {
         const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
         if ((!isKey && event->type() != QEvent::ShortcutOverride) || !watched->isWindowType())
@@ -163,6 +165,10 @@ HeldKeys::HeldKeys(QDialog& dialog, Since since) :
             m_answered = true;
             KeyQueue::instance().answered(windowOf(m_dialog), windowOf(m_below));
         });
+}
+
+void HeldKeys::drop() {
+    KeyQueue::instance().drop();
 }
 
 HeldKeys::~HeldKeys() {

@@ -16,6 +16,8 @@ class HeldKeys {
     explicit HeldKeys(QDialog& dialog, Since since = Since::Answer);
     ~HeldKeys();
     HeldKeys(const HeldKeys&) = delete;
+    /// The keys that wait are not wanted any more: the work that they were typed for was given up.
+    void drop();
     HeldKeys& operator=(const HeldKeys&) = delete;
 
   private:

@@ -137,6 +137,39 @@ void askForPrinterOnly(QPrintDialog& dialog) {
     }
 }
 
+/// By hand or Esc only: Enter and the blank that are typed ahead are for the screen below.
+QPushButton* giveUpButton() {
+    auto* button = new QPushButton(tr("Abbrechen (Esc)"));
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setAutoDefault(false);
+    return button;
+}
+
+/// What was typed so far waits in the window system, for a window that a box is about to block: the toolkit
+/// would drop it then. It goes to whoever holds the keys; of the mouse and of windows that are to close
+/// nothing is dealt out, as nothing will be while the box stands.
+void takeKeysTypedMeanwhile() {
+    class OnlyKeys : public QObject {
+      public:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::Wheel:
+            case QEvent::TouchBegin:
+            case QEvent::Close:
+                return watched->isWindowType();
+            default:
+                return false;
+            }
+        }
+    } onlyKeys;
+
+    qApp->installEventFilter(&onlyKeys);
+    QCoreApplication::processEvents();
+}
+
 /// The progress of work, without a known end where the total is 0. The box is made once the work has lasted:
 /// most is done sooner, and until then no event is dealt out.
 class ProgressBox {
@@ -158,20 +191,23 @@ class ProgressBox {
             m_box->setValue(int(done * kSteps / total));
         QCoreApplication::processEvents();
         m_sincePainted.start();
-        if (m_box->wasCanceled())
+        if (m_box->wasCanceled()) {
+            m_heldKeys->drop();
             throw GivenUp();
+        }
     }
 
   private:
     void show() {
-        m_box =
-            std::make_unique<QProgressDialog>(m_text, tr("Abbrechen"), 0, 0, QApplication::activeWindow());
+        m_box = std::make_unique<QProgressDialog>(m_text, QString(), 0, 0, QApplication::activeWindow());
+        m_box->setCancelButton(giveUpButton());
         m_box->setWindowTitle(QStringLiteral("Tavolino"));
         m_box->setWindowModality(Qt::ApplicationModal);
         m_box->setMinimumWidth(360);
         m_box->setAutoClose(false);
         m_box->setAutoReset(false);
         m_heldKeys = std::make_unique<HeldKeys>(*m_box, HeldKeys::Since::Beginning);
+        takeKeysTypedMeanwhile();
         m_box->show();
     }
 

@@ -2,7 +2,9 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include "common/RunTimeError.h"
 #include "common/modFunctions.h"
+#include "platform/Dialogs.h"
 #include "store/SystemSettings.h"
 #include "ui_frmAuswertungenTagesabschluss.h"
 
@@ -137,7 +139,13 @@ void frmAuswertungenTagesabschluss::turnBar() {
     if (row < 0 || !m_spanne)
         return;
     const Kondition word = m_abschluss.konditionen.at(size_t(row));
-    SetBar(word.txt_Konditionen, !word.bar);
+    try {
+        SetBar(word.txt_Konditionen, !word.bar);
+    } catch (const common::RunTimeError& error) {
+        // Nothing is half done, and the order desk goes on.
+        services().dialogs.MsgBox(error.sentence(), platform::kOk + platform::kStop, windowTitle());
+        return;
+    }
     showSpan(*m_spanne);
     for (size_t i = 0; i < m_abschluss.konditionen.size(); ++i)
         if (m_abschluss.konditionen[i].txt_Konditionen == word.txt_Konditionen)
@@ -149,6 +157,11 @@ void frmAuswertungenTagesabschluss::printFigures() {
 }
 
 void frmAuswertungenTagesabschluss::printOn(const QString& reportFile) {
+    // Given up when the screen opened.
+    if (!m_spanne)
+        showFigures();
+    if (!m_spanne)
+        return;
     print(reportFile, tr("Tagesabschluss"), [this](const platform::Progress&) {
         FillPrintTagesabschluss(m_abschluss, m_zeitraum, SysCurrency);
     });

@@ -36,7 +36,7 @@ store::Rows periods(int count, const std::function<std::vector<common::Value>(si
 Chart orNothing(Chart chart) {
     const auto& values = chart.series[0].values;
     if (std::all_of(values.begin(), values.end(), [](double count) { return count == 0; }))
-        chart.labels.clear();
+        return {.title = chart.title};
     return chart;
 }
 
@@ -197,6 +197,11 @@ void frmAuswertungenUmsatz::showHours() {
 }
 
 void frmAuswertungenUmsatz::printFigures() {
+    // Given up when the screen opened.
+    if (m_was.isEmpty())
+        showTables();
+    if (m_was.isEmpty())
+        return;
     print(u"rep_Umsatz.rpt"_s, m_was,
           [this](const platform::Progress& progress) { FillPrintUmsatz(m_tabellen, m_ccy, progress); });
 }

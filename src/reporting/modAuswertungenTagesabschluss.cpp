@@ -48,7 +48,7 @@ void readOrders(Tagesabschluss& abschluss, const Spanne& spanne, const platform:
         u"SELECT lng_KurierID, txt_Konditionen, Count(*) AS Anzahl, Sum(dbl_TotalMitMWSt) AS Umsatz FROM "
         u"tbl_Auftragswesen_Bestellungen_Master"_s +
             inSpan(spanne) +
-            u" AND lng_KundenID <> -1 GROUP BY lng_KurierID, txt_Konditionen ORDER BY lng_KurierID"_s,
+            u" AND (lng_KundenID <> -1 OR lng_KundenID IS NULL) GROUP BY lng_KurierID, txt_Konditionen ORDER BY lng_KurierID"_s,
         progress);
     std::optional<qint64> last;
     for (const auto& row : rows.rows) {

@@ -447,10 +447,19 @@ void ChartPicture::drawNames(QPainter& painter) const {
     const double left = QFontMetricsF(m_look.font).height() / 2;
     const QRectF box(left, m_plot.top(), m_plot.left() - 2 * left, slot());
     painter.setPen(m_look.ink);
-    for (size_t index = 0; index < count(); index += every)
+    const auto drawName = [&](size_t index) {
         painter.drawText(box.translated(0, double(index) * slot()),
                          Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip,
                          metrics.elidedText(m_chart.labels[qsizetype(index)], Qt::ElideRight, box.width()));
+    };
+    // What is summed up has no bar, so it needs its name.
+    const size_t last = count() - 1;
+    const bool named = m_chart.summedUp > 0;
+    for (size_t index = 0; index < count(); index += every)
+        if (!named || index + every <= last)
+            drawName(index);
+    if (named)
+        drawName(last);
     painter.setFont(m_look.font);
 }
 

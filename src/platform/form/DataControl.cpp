@@ -62,7 +62,11 @@ void DataControl::Refresh(const QString& filter) {
 }
 
 void DataControl::Sort(const QString& order, const Progress& progress) {
+    const store::Recordset* const rows = m_rows.get();
     const auto arrange = m_rows->Sorted(order, waitingWith(progress));
+    // Other rows are on show since.
+    if (m_rows.get() != rows)
+        return;
     const Change change(*this);
     arrange();
     m_rows->prefetch(m_firstShown, m_lastShown);

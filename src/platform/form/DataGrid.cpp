@@ -228,7 +228,10 @@ void DataGrid::scrollContentsBy(int dx, int dy) {
 }
 
 void DataGrid::keyboardSearch(const QString& typed) {
-    m_model->showRows(0, rowCount());
+    // Of a long list only so many rows are read for it as nobody waits for.
+    constexpr int kSearched = 20'000;
+    const int from = rowCount() > kSearched ? qMax(row(), 0) : 0;
+    m_model->showRows(from, from + kSearched);
     QTableView::keyboardSearch(typed);
     readShownRows();
 }

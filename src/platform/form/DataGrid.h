@@ -70,7 +70,8 @@ class DataGrid : public QTableView {
     /// its first row when the focus comes to it by a key.
     void setOverMask(bool over) { m_overMask = over; }
 
-    /// The first row below the present one, all round, that begins with what was typed.
+    /// The first row below the present one, all round, that begins with what was typed; of a very long list
+    /// among the next 20,000.
     void keyboardSearch(const QString& typed) override;
     /// Null outside the rows.
     common::Value value(int row, int column) const;

@@ -1,4 +1,5 @@
 #include "platform/report/PrintTable.h"
+#include "common/RunTimeError.h"
 #include "store/FirmName.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
@@ -31,13 +32,20 @@ void fillPrintTable(const QString& table, const QString& columns, int count,
         for (int row = 0; row < count; progress(row, count))
             row = fillBlock(insert, values, row, std::min(row + kBlock, count));
     } catch (...) {
-        ConnPrint.Execute(empty);
-        throw;
+        const auto failure = std::current_exception();
+        try {
+            ConnPrint.Execute(empty);
+        } catch (const common::RunTimeError&) {
+            // What failed first is told.
+        }
+        std::rethrow_exception(failure);
     }
 }
 
 void setPrintHeading(const QString& column, const QString& text) {
-    ConnPrint.Execute(u"UPDATE PrintSettings SET "_s + column + u" = "_s + store::sqlText(text));
+    const QString value = store::sqlText(text);
+    if (ConnPrint.Execute(u"UPDATE PrintSettings SET "_s + column + u" = "_s + value) == 0)
+        ConnPrint.Execute(u"INSERT INTO PrintSettings("_s + column + u") VALUES("_s + value + u')');
 }
 
 ReportJob installedReport(const QString& reportFile, const QString& title) {

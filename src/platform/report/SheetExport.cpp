@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <array>
+#include <cmath>
 #include <xlsxwriter.h>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,13 @@ namespace {
 
 /// What one cell of a sheet can hold.
 constexpr int kLongestText = 32767;
+
+/// Without the trace that sums of binary fractions carry, which a sheet would show: 97.64999999999999.
+double tidy(double number) {
+    constexpr double kPlaces = 1e6;
+    constexpr double kExact = 1e9;
+    return std::abs(number) < kExact ? std::round(number * kPlaces) / kPlaces : number;
+}
 
 /// What one sheet can hold, its headings and sums among them.
 constexpr int kMostRows = 1'048'576;
@@ -93,7 +101,7 @@ class Book {
         lxw_rowcol_to_range(range.data(), 1, place, lxw_row_t(rows), place);
         const std::string formula = "=SUM(" + std::string(range.data()) + ")";
         check(worksheet_write_formula_num(m_sheet, lxw_row_t(rows + 1), place, formula.c_str(),
-                                          m_forms[column].sum, sum));
+                                          m_forms[column].sum, tidy(sum)));
     }
 
     void addCell(int row, size_t column, const common::Value& value) {
@@ -120,7 +128,7 @@ class Book {
         if (value.isDate())
             return worksheet_write_number(m_sheet, row, column, value.toSerial(), format);
         if (value.isInteger() || value.isDouble())
-            return worksheet_write_number(m_sheet, row, column, value.toDouble(), format);
+            return worksheet_write_number(m_sheet, row, column, tidy(value.toDouble()), format);
         return worksheet_write_string(m_sheet, row, column,
                                       value.toText().left(kLongestText).toUtf8().constData(), format);
     }
@@ -169,7 +177,7 @@ void addTable(Book& book, const SheetTable& table, const Progress& progress) {
             const common::Value value = table.value(row, shown[column]);
             book.addCell(row, column, value);
             if (table.columns[size_t(shown[column])].isSummed && value.isNumeric())
-                sums[column] += value.toDouble();
+                sums[column] += tidy(value.toDouble());
         }
         progress(row + 1, table.rows);
     }

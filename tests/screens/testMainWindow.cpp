@@ -1,10 +1,12 @@
 #include "common/Clock.h"
 #include "common/RunTimeError.h"
 #include "masterdata/modVerwaltungKunden.h"
+#include "platform/form/DataGrid.h"
 #include "shell/MenuTree.h"
 #include "shell/modEinstellungenBenutzer.h"
 #include "store/SystemSettings.h"
 #include "tests/screens/ShellFixture.h"
+#include "tests/support/Bookings.h"
 #include "tests/support/FullDisk.h"
 #include <QEnterEvent>
 #include <QFile>
@@ -15,6 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using test::ShellTest;
+using test::TestFirm;
 
 TEST_F(ShellTest, StartsInItsOrder) {
     QStringList seen;
@@ -459,6 +462,28 @@ TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
         expectOpen(column, column == u"lng_Administrator" ? guarded : opened);
     }
     SysAnmeldungBenutzer = 0;
+}
+
+TEST_F(ShellTest, TurnoverIsFreshWhenItsWindowComesToTheFrontAndLeftAloneByABoxOverIt) {
+    frmMDI& window = start();
+    common::clock::set(TestFirm::day());
+    const auto book = [](qint64 number) { test::book({number, TestFirm::day(), {{.price = 10}}}); };
+    book(1);
+    QWidget* turnover = window.screens().show(u"frmAuswertungenUmsatz"_s);
+    ASSERT_TRUE(turnover);
+    const auto total = [turnover] {
+        return turnover->findChild<platform::DataGrid*>(u"TagesUmsatzGrid"_s)->text(0, 2);
+    };
+    EXPECT_EQ(total(), u"10"_s);
+    book(2);
+    QEvent back(QEvent::WindowActivate);
+    QApplication::sendEvent(&window, &back);
+    EXPECT_EQ(total(), u"10"_s);
+    window.screens().show(u"frmVerwaltungKuriere"_s);
+    EXPECT_EQ(total(), u"10"_s);
+    window.screens().show(u"frmAuswertungenUmsatz"_s);
+    EXPECT_EQ(total(), u"20"_s);
+    common::clock::release();
 }
 
 TEST_F(ShellTest, MnemonicsAndShortcutsAreUnique) {

@@ -11,7 +11,6 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QEvent>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QRegularExpression>
@@ -32,8 +31,6 @@ void frmAuswertung::setUpControls() {
     if (auto* views = findChild<QTabWidget*>(u"Ansicht"_s))
         for (QWidget* part : {static_cast<QWidget*>(views), static_cast<QWidget*>(views->tabBar())})
             part->setAccessibleName(tr("Ansicht"));
-    if (findChild<QLineEdit*>(u"txt_DatumVon"_s))
-        setUpDates();
     onClick(u"cmdShow", [this] { showFigures(); });
     onClick(u"cmdPrint", [this] { printFigures(); });
     onClick(u"cmdExport", [this] { exportFigures(); });
@@ -54,19 +51,8 @@ void frmAuswertung::onClick(const char16_t* name, const std::function<void()>& a
     });
 }
 
-void frmAuswertung::setUpDates() {
-    const auto button = [this](const char16_t* name) -> QAbstractButton& {
-        return *findChild<QAbstractButton*>(QString::fromUtf16(name));
-    };
-    QLineEdit& from = field(u"txt_DatumVon");
-    QLineEdit& to = field(u"txt_DatumBis");
-    platform::setUpDateField(from, button(u"cmdDatumVonBack"), button(u"cmdDatumVonFwd"));
-    platform::setUpDateField(to, button(u"cmdDatumBisBack"), button(u"cmdDatumBisFwd"));
-    platform::enterChain({&from, &to, &from});
-}
-
-QLineEdit& frmAuswertung::field(const char16_t* name) const {
-    return *findChild<QLineEdit*>(QString::fromUtf16(name));
+platform::DateSpan& frmAuswertung::zeitraum() const {
+    return *findChild<platform::DateSpan*>();
 }
 
 void frmAuswertung::onChange(const QList<QWidget*>& choices, const std::function<void()>& act) {
@@ -123,18 +109,6 @@ QString frmAuswertung::kurierText(const QComboBox& list) {
 
 QString frmAuswertung::total(double amount) {
     return common::formatNumber(amount, u"#,0.00");
-}
-
-qint64 frmAuswertung::von() const {
-    return platform::dayOf(field(u"txt_DatumVon"));
-}
-
-qint64 frmAuswertung::bis() const {
-    return platform::dayOf(field(u"txt_DatumBis"));
-}
-
-QString frmAuswertung::vonBis() const {
-    return field(u"txt_DatumVon").text() + u" - "_s + field(u"txt_DatumBis").text();
 }
 
 void frmAuswertung::print(const QString& reportFile, const QString& title,

@@ -3,6 +3,7 @@
 #include "platform/Services.h"
 #include "platform/form/DataControl.h"
 #include "platform/form/DataGrid.h"
+#include "platform/form/DateFields.h"
 #include "platform/report/SheetExport.h"
 #include <QVariant>
 #include <QWidget>
@@ -10,13 +11,11 @@
 #include <optional>
 
 class QComboBox;
-class QLineEdit;
 
 /// What every screen of the statistics does. A screen derives from it, has a layout with what it needs of the
 /// controls below, and fills in what is its own. They only read: nothing here changes a booking.
 ///
-///     txt_DatumVon, txt_DatumBis   a span of days with steppers (see platform::setUpDateField); Enter goes
-///                                  from one to the other and back
+///     a platform::DateSpan         the days
 ///     cmdShow                      showFigures
 ///     cmdPrint                     printFigures
 ///     cmdExport                    sheets, as one .xlsx
@@ -64,10 +63,15 @@ class frmAuswertung : public QWidget {
     /// An amount as the totals show it.
     static QString total(double amount);
 
-    qint64 von() const;
-    qint64 bis() const;
+    /// Of a layout that has one.
+    platform::DateSpan& zeitraum() const;
+
+    qint64 von() const { return zeitraum().von(); }
+
+    qint64 bis() const { return zeitraum().bis(); }
+
     /// The two date texts with " - " between.
-    QString vonBis() const;
+    QString vonBis() const { return zeitraum().text(); }
 
     /// Prints by a report file of the installation (see platform::printList).
     void print(const QString& reportFile, const QString& title,
@@ -85,8 +89,6 @@ class frmAuswertung : public QWidget {
     void onClick(const char16_t* name, const std::function<void()>& act);
 
   private:
-    void setUpDates();
-    QLineEdit& field(const char16_t* name) const;
     void rememberChoices();
     void restoreChoices();
 

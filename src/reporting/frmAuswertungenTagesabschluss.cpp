@@ -3,7 +3,6 @@
 #include "common/Convert.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
-#include "common/modFunctions.h"
 #include "platform/Dialogs.h"
 #include "store/SystemSettings.h"
 #include "ui_frmAuswertungenTagesabschluss.h"
@@ -52,10 +51,7 @@ frmAuswertungenTagesabschluss::frmAuswertungenTagesabschluss(const platform::Ser
     m_ui->setupUi(this);
     setUpControls();
     setUpGrids();
-    const QString today =
-        modFunctions::FormatDateDDMMYYYY(common::Serial{double(GeschaeftstagVon(common::clock::now()))});
-    m_ui->txt_DatumVon->setText(today);
-    m_ui->txt_DatumBis->setText(today);
+    zeitraum().setDay(double(GeschaeftstagVon(common::clock::now())));
     onClick(u"cmdBar", [this] { turnBar(); });
     onClick(u"cmdPrintRolle", [this] { printOn(u"rep_TagesabschlussRolle.rpt"_s); });
     connectGuarded(Origin::User, m_ui->KonditionenGrid, &platform::DataGrid::rowActivated, this,

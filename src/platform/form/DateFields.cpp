@@ -5,8 +5,11 @@
 #include "common/modFunctions.h"
 #include "platform/form/FieldHelpers.h"
 #include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
+#include <QToolButton>
 #include <cmath>
 #include <functional>
 #include <optional>
@@ -59,6 +62,11 @@ QString steppedTime(const QString& text, int step) {
     return time ? writtenTime(*time + step * kHour) : text;
 }
 
+qint64 dayOf(QLineEdit& field) {
+    field.setText(leftDate(field.text()));
+    return qint64(std::floor(*readableDay(field.text())));
+}
+
 void setUp(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward, QString (*left)(const QString&),
            QString (*stepped)(const QString&, int)) {
     selectAllOnFocus(field);
@@ -76,18 +84,78 @@ void setUp(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward, QS
 
 } // namespace
 
-void setUpDateField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward) {
-    field.setText(leftDate({}));
-    setUp(field, back, forward, leftDate, steppedDate);
+/// What differs between the two fields.
+struct DateSpan::Names {
+    const char* field;
+    QString caption, name, day; ///< "&Von", "Von", "Startdatum"
+};
+
+DateSpan::DateSpan(QWidget* parent) : QWidget(parent) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    m_von = addField({"DatumVon", tr("&Von"), tr("Von"), tr("Startdatum")});
+    m_bis = addField({"DatumBis", tr("B&is"), tr("Bis"), tr("Enddatum")});
+    enterChain({m_von, m_bis, m_von});
+    setFocusProxy(m_von);
+}
+
+QLineEdit* DateSpan::addField(const Names& names) {
+    constexpr int kWidth = 100;
+    const QString name = QString::fromLatin1(names.field);
+    auto* label = new QLabel(names.caption, this);
+    label->setObjectName(u"lbl_"_s + name);
+    auto* field = new QLineEdit(this);
+    field->setObjectName(u"txt_"_s + name);
+    field->setAccessibleName(names.name);
+    field->setFixedWidth(kWidth);
+    field->setAlignment(Qt::AlignCenter);
+    field->setText(leftDate({}));
+    label->setBuddy(field);
+    const auto stepper = [&](const QString& suffix, Qt::ArrowType arrow, const QString& tip) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(u"cmd"_s + name + suffix);
+        button->setArrowType(arrow);
+        button->setAutoRepeat(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setToolTip(tip.arg(names.day));
+        button->setAccessibleName(tip.arg(names.day));
+        return button;
+    };
+    auto* back = stepper(u"Back"_s, Qt::LeftArrow, tr("Das %1 um einen Tag verringern."));
+    auto* forward = stepper(u"Fwd"_s, Qt::RightArrow, tr("Das %1 um einen Tag verlängern."));
+    setUp(*field, *back, *forward, leftDate, steppedDate);
+    for (QWidget* part : std::initializer_list<QWidget*>{label, back, field, forward})
+        layout()->addWidget(part);
+    return field;
+}
+
+qint64 DateSpan::von() {
+    return dayOf(*m_von);
+}
+
+qint64 DateSpan::bis() {
+    return dayOf(*m_bis);
+}
+
+void DateSpan::setDay(double serial) {
+    for (QLineEdit* field : {m_von, m_bis})
+        field->setText(common::formatDate(serial, u"DD/MM/YYYY"));
+}
+
+QString DateSpan::text() const {
+    return m_von->text() + u" - "_s + m_bis->text();
+}
+
+QString DateSpan::bisCaption() const {
+    return findChild<QLabel*>(u"lbl_DatumBis"_s)->text();
+}
+
+void DateSpan::setBisCaption(const QString& text) {
+    findChild<QLabel*>(u"lbl_DatumBis"_s)->setText(text);
 }
 
 void setUpTimeField(QLineEdit& field, QAbstractButton& back, QAbstractButton& forward) {
     setUp(field, back, forward, leftTime, steppedTime);
-}
-
-qint64 dayOf(QLineEdit& field) {
-    field.setText(leftDate(field.text()));
-    return qint64(std::floor(*readableDay(field.text())));
 }
 
 double timeOf(QLineEdit& field) {

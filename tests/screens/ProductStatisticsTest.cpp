@@ -110,6 +110,25 @@ TEST_F(ProductTurnover, OpensOnTodayUntilAnHourAgo) {
     EXPECT_EQ(rows(), (QStringList{u"10|4|46.50 CHF|9.30 CHF"_s, u"1|2|14.00 CHF|2.80 CHF"_s,
                                    u"W|2|22.80 CHF|4.56 CHF"_s}));
     EXPECT_EQ(totals(), u"83.30|16.66"_s);
+    // A time behind the date is none of its business.
+    put({{u"txt_DatumVon", u"15/05/2026 13:00"_s}, {u"txt_DatumBis", u"15/05/2026 13:00"_s}});
+    check(u"opt_Produkte");
+    EXPECT_EQ(text(u"txt_DatumVon") + text(u"txt_DatumBis"), u"15/05/202615/05/2026"_s);
+    EXPECT_EQ(totals(), u"83.30|16.66"_s);
+    for (const auto& [typed, left, earlier, later] :
+         {std::tuple{u"abc"_s, u"00:00"_s, u"23:00"_s, u"01:00"_s},
+          {u"99:99"_s, u"00:00"_s, u"23:00"_s, u"01:00"_s},
+          {u"23:30"_s, u"23:30"_s, u"22:30"_s, u"00:30"_s},
+          {u"0:15"_s, u"00:15"_s, u"23:15"_s, u"01:15"_s}}) {
+        for (const auto& [button, stepped] :
+             {std::pair{u"cmdTimeBisBack", earlier}, {u"cmdTimeBisFwd", later}}) {
+            enter(u"txt_TimeTo", typed);
+            find(u"txt_DatumVon")->setFocus();
+            EXPECT_EQ(text(u"txt_TimeTo"), left) << typed.toStdString();
+            click(button);
+            EXPECT_EQ(text(u"txt_TimeTo"), stepped);
+        }
+    }
     // The end before the start.
     enter(u"txt_DatumVon", u"29/02/2027"_s);
     EXPECT_EQ((find(u"txt_DatumBis")->setFocus(), text(u"txt_DatumVon")), u"15/05/2026"_s);
@@ -121,6 +140,9 @@ TEST_F(ProductTurnover, OpensOnTodayUntilAnHourAgo) {
 
 TEST_F(ProductTurnover, EachOfTheEightFormsGivesWhatTheFirmsStatementsGive) {
     const double day = TestFirm::day();
+    sell(8, day + 0.7, TestFirm::kMargherita, -4);
+    ConnMain.Execute(
+        u"UPDATE tbl_Verwaltung_ProdukteKategorien SET txt_ProduktGruppe = NULL WHERE lng_ID = 1"_s);
     put({{u"txt_TimeFrom", u"05:00"_s}, {u"txt_TimeTo", u"23:00"_s}});
     QSet<QString> different;
     for (const bool fiktiv : {false, true})
@@ -194,6 +216,7 @@ TEST_F(CustomerJournal, IsInTheOrderOfDeliveryAndOpensTheBooking) {
     ConnMain.Execute(
         u"UPDATE tbl_Auftragswesen_Bestellungen_Master SET lng_LieferDatum = 46160, txt_LieferDatum = '18/05/2026' WHERE lng_TrxNr = 1"_s);
     sell(3, TestFirm::day(), TestFirm::kHawaii, 9, 0, TestFirm::kBruno);
+    sell(4, TestFirm::day() + 1, TestFirm::kHawaii, 5);
     open();
     expectReachable(false);
     click(u"cmdShow");
@@ -207,9 +230,11 @@ TEST_F(CustomerJournal, IsInTheOrderOfDeliveryAndOpensTheBooking) {
     EXPECT_TRUE(find<QPlainTextEdit>(u"txt_KundenAdresse")->toPlainText().contains(u"Seestrasse 1"_s));
     EXPECT_TRUE(find(u"cmdPrint")->isEnabled());
     click(u"cmdShow");
-    EXPECT_EQ(rows(), (QStringList{u"16/05/2026|1|2|CHF|20.50"_s, u"18/05/2026|1|1|CHF|30.00"_s}));
-    EXPECT_EQ(label(u"lbl_TotalPreis"), u"50.50"_s);
+    EXPECT_EQ(rows(), (QStringList{u"16/05/2026|1|2|CHF|20.50"_s, u"16/05/2026|1|4|CHF|5.00"_s,
+                                   u"18/05/2026|1|1|CHF|30.00"_s}));
+    EXPECT_EQ(label(u"lbl_TotalPreis"), u"55.50"_s);
     EXPECT_EQ(chart().labels, (QStringList{u"16/05/2026"_s, u"18/05/2026"_s}));
+    EXPECT_EQ(chart().series[0].values, (std::vector<double>{25.5, 30}));
     doubleClickRow(0);
     EXPECT_EQ(navigation.openedBestellung, 2);
     click(u"cmdPrint");
@@ -219,6 +244,12 @@ TEST_F(CustomerJournal, IsInTheOrderOfDeliveryAndOpensTheBooking) {
     EXPECT_TRUE(
         TestFirm::value(u"SELECT KundenUmsatzKunde FROM PrintSettings"_s, ConnPrint).contains(u"Meier"_s));
     EXPECT_TRUE(reports.runs.value(0).ReportFileName.endsWith(u"\\Reports\\rep_KundenBuchungsjournal.rpt"_s));
+    // Whose name stands on the paper, his bookings stand below it.
+    enter(u"txt_KundenID", u"2"_s);
+    press(Qt::Key_Return);
+    click(u"cmdPrint");
+    EXPECT_EQ(TestFirm::rows(u"SELECT KundenNr, AuftragsNr FROM PrintKundenUmsatz"_s, ConnPrint),
+              QStringList{u"2|3"_s});
     ConnMain.Execute(u"DELETE FROM tbl_Auftragswesen_Bestellungen_Master"_s);
     click(u"cmdShow");
     EXPECT_EQ(grid()->rowCount(), 0);
@@ -231,6 +262,8 @@ TEST_F(CustomerJournal, FindsTheCustomerAsTheOptionStandsAtTheNextEnter) {
     enter(u"txt_KundenID", u"0799999999"_s);
     press(Qt::Key_Return);
     EXPECT_EQ(address(), QString());
+    click(u"cmdShow");
+    EXPECT_EQ(said(), Said{kNoCustomer});
     check(u"opt_TelefonNummer");
     EXPECT_EQ(address(), QString()) << "not yet";
     find(u"txt_KundenID")->setFocus();
@@ -259,13 +292,12 @@ TEST_F(CustomerJournal, TheTopViewHasTiesAndTheFirmsOddTotal) {
     EXPECT_TRUE(chart().labels.contains(u"2 Bruno"_s));
     EXPECT_EQ(focusName(), u"txt_KundenID"_s);
     EXPECT_FALSE(find(u"cmdPrint")->isEnabled());
-    sell(99, TestFirm::day(), TestFirm::kHawaii, 7, 0, -1);
+    sell(99, TestFirm::day(), TestFirm::kHawaii, 700, 0, -1);
     click(u"cmdTop20Clients");
-    EXPECT_EQ(label(u"lbl_TotalPreis"), u"7.00"_s);
+    EXPECT_EQ(label(u"lbl_TotalPreis"), u"700.00"_s);
     EXPECT_FALSE(values().join(u';').contains(u"-1"_s));
     doubleClickRow(0);
     EXPECT_TRUE(navigation.shown.isEmpty());
-    // Whose name stands on the paper, his bookings stand below it.
     enter(u"txt_KundenID", u"2"_s);
     press(Qt::Key_Return);
     click(u"cmdPrint");
@@ -278,6 +310,7 @@ TEST_F(CustomerTurnover, ByProductAndByCategoryInASpanOfDays) {
     sell(50, TestFirm::day(), TestFirm::kWein, 12, 0);
     sell(51, TestFirm::day(), TestFirm::kWein, 99, 0, TestFirm::kBruno);
     sell(52, TestFirm::day(), 4711, 7, 0);
+    sell(53, TestFirm::day(), TestFirm::kMargherita, -4);
     open();
     expectReachable(false);
     EXPECT_EQ(label(u"lbl_Ccy"), u"Total Umsatz: CHF"_s);
@@ -287,18 +320,26 @@ TEST_F(CustomerTurnover, ByProductAndByCategoryInASpanOfDays) {
     enter(u"txt_KundenID", u"1"_s);
     put({{u"txt_DatumBis", u"16/05/2026"_s}});
     click(u"cmdShow");
-    EXPECT_EQ(rows(), (QStringList{u"10|6|45.00 CHF"_s, u"W|2|12.00 CHF"_s, u"|2|7.00 CHF"_s}));
-    EXPECT_EQ(label(u"lbl_TotalPreis"), u"64.00"_s);
+    EXPECT_EQ(rows(),
+              (QStringList{u"10|6|45.00 CHF"_s, u"1|2|-4.00 CHF"_s, u"W|2|12.00 CHF"_s, u"|2|7.00 CHF"_s}));
+    EXPECT_EQ(label(u"lbl_TotalPreis"), u"60.00"_s);
+    enter(u"txt_KundenID", u"2"_s);
+    press(Qt::Key_Return);
+    click(u"cmdPrint");
+    EXPECT_EQ(TestFirm::rows(u"SELECT Artikel, Umsatz FROM PrintKundenArtikelUmsatz"_s, ConnPrint),
+              QStringList{u"W|99"_s});
+    enter(u"txt_KundenID", u"1"_s);
+    press(Qt::Key_Return);
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = 1"_s);
     check(u"opt_Kategorien");
-    EXPECT_EQ(grid()->rowCount(), 3) << "not before it is asked for";
+    EXPECT_EQ(grid()->rowCount(), 1) << "not before it is asked for";
     click(u"cmdShow");
-    EXPECT_EQ(rows(), QStringList{u"Pizza|6|45.00 CHF"_s});
-    EXPECT_EQ(label(u"lbl_TotalPreis"), u"57.00"_s) << "with the wine, whose category is gone";
+    EXPECT_EQ(rows(), QStringList{u"Pizza|8|41.00 CHF"_s});
+    EXPECT_EQ(label(u"lbl_TotalPreis"), u"53.00"_s) << "with the wine, whose category is gone";
     click(u"cmdPrint");
     EXPECT_EQ(
         TestFirm::rows(u"SELECT Artikel, Ccy, Menge, Umsatz FROM PrintKundenArtikelUmsatz"_s, ConnPrint),
-        QStringList{u"Pizza|CHF|6|45"_s});
+        QStringList{u"Pizza|CHF|8|41"_s});
     EXPECT_EQ(TestFirm::value(u"SELECT KundenUmsatzVonBis FROM PrintSettings"_s, ConnPrint),
               u"15/05/2026 - 16/05/2026"_s);
     EXPECT_TRUE(reports.runs.value(0).ReportFileName.endsWith(u"\\Reports\\rep_UmsatzKundenProdukte.rpt"_s));

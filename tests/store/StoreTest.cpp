@@ -533,10 +533,17 @@ TEST_F(StoreTest, WorkThatIsWaitedForRunsBesideAndIsGivenUp) {
               common::kSqlFailure);
     EXPECT_FALSE(told.detail().contains(u"geheim"_s));
     EXPECT_NE(errorOf([&] { count(u"DELETE FROM tbl_Dinge"_s, [] {}); }), 0) << "it only reads";
+    Recordset rows;
+    rows.Open(u"SELECT lng_ID, txt_Name FROM tbl_Dinge WHERE lng_ID = 2"_s, connection, store::adOpenStatic,
+              store::adLockReadOnly);
+    rows.Fetch([] {});
     {
         store::Transaction transaction(connection);
         add(u"Salz"_s);
         EXPECT_EQ(count(u"SELECT * FROM tbl_Dinge"_s, [] {}), 3u) << "what the caller has written is there";
+        connection.Execute(u"UPDATE tbl_Dinge SET txt_Name = 'Mehl' WHERE lng_ID = 2"_s);
+        EXPECT_FALSE(rows.held(0, 1));
+        EXPECT_EQ(shownBy(rows), u"2:Mehl"_s) << "rows looked at later are read by the caller's own hand";
     }
     EXPECT_EQ(errorOf([&] { count(kEndless, [&] { connection.Close(); }); }), common::kObjectClosed);
     EXPECT_EQ(QDir(folder.filePath(u"Data"_s)).entryList(QDir::Files), QStringList(u"Test.mdb"_s));

@@ -331,6 +331,20 @@ TEST_F(CustomerTurnover, ByProductAndByCategoryInASpanOfDays) {
     enter(u"txt_KundenID", u"1"_s);
     press(Qt::Key_Return);
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_ProdukteKategorien WHERE lng_ID = 1"_s);
+    const auto chosenOptions = [this] {
+        QString names;
+        for (const auto* option : screen->findChildren<QRadioButton*>())
+            names += option->isChecked() ? option->objectName() + u' ' : QString();
+        return names;
+    };
+    for (const auto& [option, options] :
+         {std::pair{u"opt_TelefonNummer"_s, u"opt_TelefonNummer opt_Produkte "_s},
+          {u"opt_Kategorien"_s, u"opt_TelefonNummer opt_Kategorien "_s},
+          {u"opt_Produkte"_s, u"opt_TelefonNummer opt_Produkte "_s},
+          {u"opt_KundenNummer"_s, u"opt_KundenNummer opt_Produkte "_s}}) {
+        check(option);
+        EXPECT_EQ(chosenOptions().toStdString(), options.toStdString());
+    }
     check(u"opt_Kategorien");
     EXPECT_EQ(grid()->rowCount(), 1) << "not before it is asked for";
     click(u"cmdShow");

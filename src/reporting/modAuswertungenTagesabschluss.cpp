@@ -40,60 +40,51 @@ QString nameOf(qint64 courier) {
     return code.isEmpty() ? u"(gelöscht)"_s : code;
 }
 
-/// Heads by courier and conditions: all figures of whole orders are sums of these.
-void readOrders(Tagesabschluss& abschluss, const Spanne& spanne, const platform::Progress& progress) {
-    for (const auto& row : platform::readRows(u"SELECT txt_Konditionen, lng_Bar FROM "_s + kBar).rows)
-        konditionOf(abschluss, row[0].toText()).bar = row[1].isTrue();
-    const auto rows = platform::readRows(
-        u"SELECT lng_KurierID, txt_Konditionen, Count(*) AS Anzahl, Sum(dbl_TotalMitMWSt) AS Umsatz FROM "
-        u"tbl_Auftragswesen_Bestellungen_Master"_s +
-            inSpan(spanne) +
-            u" AND (lng_KundenID <> -1 OR lng_KundenID IS NULL) GROUP BY lng_KurierID, txt_Konditionen ORDER BY lng_KurierID"_s,
-        progress);
-    std::optional<qint64> last;
-    for (const auto& row : rows.rows) {
-        const qint64 courier = row[0].toLong();
-        const QString word = row[1].toText();
-        const qint64 count = row[2].toLong();
-        const double amount = row[3].toDouble();
-        if (last != courier)
-            abschluss.kuriere.push_back({nameOf(courier)});
-        last = courier;
-        KurierAbrechnung& kurier = abschluss.kuriere.back();
-        Kondition& kondition = konditionOf(abschluss, word);
-        for (auto* counted : {&abschluss.bestellungen, &kurier.anzahl, &kondition.anzahl})
-            *counted += count;
-        for (auto* summed : {&abschluss.umsatz, &kurier.umsatz, &kondition.umsatz})
-            *summed += amount;
-        if (kondition.bar)
-            kurier.bar += amount;
-    }
+/// What a row of the close's statement tells.
+enum Art : int { kBestellungen, kMwst, kStorniert };
+
+/// One statement, so that all figures are of one moment: heads by courier and conditions, lines by VAT rate,
+/// and the numbers of the cancelled orders.
+QString abschlussSql(const Spanne& spanne) {
+    const QString heads = u" FROM tbl_Auftragswesen_Bestellungen_Master"_s;
+    const QString within = inSpan(spanne);
+    return u"SELECT %1 AS Art, lng_KurierID AS Nummer, txt_Konditionen AS Wort, Count(*) AS Anzahl, "
+           u"Sum(dbl_TotalMitMWSt) AS Betrag, 0 AS Netto, 0 AS Rabatt"_s.arg(kBestellungen) +
+           heads + within +
+           u" AND (lng_KundenID <> -1 OR lng_KundenID IS NULL) GROUP BY lng_KurierID, txt_Konditionen "_s +
+           u"UNION ALL SELECT %1, dbl_MWStSatz, '', 0, Sum(dbl_PreisMitMWSt - dbl_Rabatt), "
+           u"Sum(dbl_PreisOhneMWSt), Sum(dbl_Rabatt)"_s.arg(kMwst) +
+           heads +
+           u" INNER JOIN tbl_Auftragswesen_Bestellungen_Details ON "
+           u"tbl_Auftragswesen_Bestellungen_Master.lng_TrxNr = "
+           u"tbl_Auftragswesen_Bestellungen_Details.lng_TrxNrMaster"_s +
+           within + u" GROUP BY dbl_MWStSatz "_s +
+           u"UNION ALL SELECT %1, lng_TrxNr, '', 0, 0, 0, 0"_s.arg(kStorniert) + heads + within +
+           u" AND lng_KundenID = -1 ORDER BY Art, Nummer"_s;
 }
 
-void readTaxes(Tagesabschluss& abschluss, const Spanne& spanne, const platform::Progress& progress) {
-    const auto rows = platform::readRows(
-        u"SELECT dbl_MWStSatz, Sum(dbl_PreisOhneMWSt) AS Netto, Sum(dbl_PreisMitMWSt - dbl_Rabatt) AS "
-        u"Brutto, "
-        u"Sum(dbl_Rabatt) AS Rabatt FROM tbl_Auftragswesen_Bestellungen_Master INNER JOIN "
-        u"tbl_Auftragswesen_Bestellungen_Details ON tbl_Auftragswesen_Bestellungen_Master.lng_TrxNr = "
-        u"tbl_Auftragswesen_Bestellungen_Details.lng_TrxNrMaster"_s +
-            inSpan(spanne) + u" GROUP BY dbl_MWStSatz ORDER BY dbl_MWStSatz"_s,
-        progress);
-    for (const auto& row : rows.rows) {
-        // Rounded by rate, as it is declared: what is printed adds up.
-        const double net = std::round(row[1].toDouble() * 100) / 100;
-        const double gross = row[2].toDouble();
-        abschluss.mwst.push_back({row[0].toDouble(), net, gross - net, gross});
-        abschluss.rabatt += row[3].toDouble();
-    }
+enum Spalte : size_t { kArt, kNummer, kWort, kAnzahl, kBetrag, kNetto, kRabatt };
+
+using Row = std::vector<common::Value>;
+
+/// All figures of whole orders are sums of these.
+void addOrders(Tagesabschluss& abschluss, KurierAbrechnung& kurier, const Row& row) {
+    Kondition& kondition = konditionOf(abschluss, row[kWort].toText());
+    for (auto* counted : {&abschluss.bestellungen, &kurier.anzahl, &kondition.anzahl})
+        *counted += row[kAnzahl].toLong();
+    const double amount = row[kBetrag].toDouble();
+    for (auto* summed : {&abschluss.umsatz, &kurier.umsatz, &kondition.umsatz})
+        *summed += amount;
+    if (kondition.bar)
+        kurier.bar += amount;
 }
 
-void readCancelled(Tagesabschluss& abschluss, const Spanne& spanne, const platform::Progress& progress) {
-    const auto rows = platform::readRows(u"SELECT lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master"_s +
-                                             inSpan(spanne) + u" AND lng_KundenID = -1 ORDER BY lng_TrxNr"_s,
-                                         progress);
-    for (const auto& row : rows.rows)
-        abschluss.storniert.push_back(row[0].toLong());
+void addRate(Tagesabschluss& abschluss, const Row& row) {
+    // Rounded by rate, as it is declared: what is printed adds up.
+    const double net = std::round(row[kNetto].toDouble() * 100) / 100;
+    const double gross = row[kBetrag].toDouble();
+    abschluss.mwst.push_back({row[kNummer].toDouble(), net, gross - net, gross});
+    abschluss.rabatt += row[kRabatt].toDouble();
 }
 
 } // namespace
@@ -125,9 +116,24 @@ double Tagesabschluss::bar() const {
 
 Tagesabschluss LoadTagesabschluss(const Spanne& spanne, const platform::Progress& progress) {
     Tagesabschluss abschluss;
-    readOrders(abschluss, spanne, progress);
-    readTaxes(abschluss, spanne, progress);
-    readCancelled(abschluss, spanne, progress);
+    for (const Row& row : platform::readRows(u"SELECT txt_Konditionen, lng_Bar FROM "_s + kBar).rows)
+        konditionOf(abschluss, row[0].toText()).bar = row[1].isTrue();
+    std::optional<qint64> courier;
+    for (const Row& row : platform::readRows(abschlussSql(spanne), progress).rows) {
+        switch (row[kArt].toLong()) {
+        case kBestellungen:
+            if (courier != row[kNummer].toLong())
+                abschluss.kuriere.push_back({nameOf(row[kNummer].toLong())});
+            courier = row[kNummer].toLong();
+            addOrders(abschluss, abschluss.kuriere.back(), row);
+            break;
+        case kMwst:
+            addRate(abschluss, row);
+            break;
+        default:
+            abschluss.storniert.push_back(row[kNummer].toLong());
+        }
+    }
     const auto byName = [](const QString& a, const QString& b) {
         return a.compare(b, Qt::CaseInsensitive) < 0;
     };

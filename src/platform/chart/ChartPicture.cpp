@@ -406,8 +406,8 @@ void ChartPicture::drawAxis(QPainter& painter) const {
         const QRectF box = isRanked() ? QRectF(at - width / 2, m_plot.bottom() + gap, width, metrics.height())
                                       : QRectF(m_plot.left() - gap - width, at - metrics.height() / 2, width,
                                                metrics.height());
-        painter.drawText(box, isRanked() ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter,
-                         axisText(tick));
+        const Qt::Alignment place = isRanked() ? Qt::AlignHCenter : Qt::AlignRight;
+        painter.drawText(box, int(place | Qt::AlignVCenter), axisText(tick));
     }
     painter.setPen(QPen(m_look.quiet, 1));
     painter.drawLine(lineAt(0));

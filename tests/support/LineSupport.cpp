@@ -1,4 +1,5 @@
 #include "support/LineSupport.h"
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTcpServer>
@@ -27,14 +28,32 @@ bool LineWatcher::waitForCalls(size_t count) const {
 }
 
 int freePort() {
+    // Below the ports that the system deals out by itself, and each program begins at a place of its own:
+    // until it is taken nobody else gets it.
+    constexpr int kFirst = 10'000;
+    constexpr int kPorts = 20'000;
+    static int last = int(QCoreApplication::applicationPid() * 37 % kPorts);
     for (;;) {
+        last = (last + 1) % kPorts;
+        const auto port = quint16(kFirst + last);
         QUdpSocket udp;
         QTcpServer tcp;
-        if (udp.bind(QHostAddress::LocalHost, 0, QUdpSocket::DontShareAddress) &&
-            tcp.listen(QHostAddress::LocalHost, udp.localPort()))
-            return udp.localPort();
+        if (udp.bind(QHostAddress::LocalHost, port, QUdpSocket::DontShareAddress) &&
+            tcp.listen(QHostAddress::LocalHost, port))
+            return port;
     }
 }
+
+namespace {
+
+/// Without binding it, which would keep it from whoever is about to.
+bool isTaken(int port) {
+    QFile sockets(u"/proc/net/udp"_s);
+    const QByteArray address = "0100007F:" + QByteArray::number(port, 16).rightJustified(4, '0').toUpper();
+    return sockets.open(QIODevice::ReadOnly) && sockets.readAll().contains(address);
+}
+
+} // namespace
 
 std::unique_ptr<Sipp> Sipp::caller(const QString& scenario, int port, const QStringList& options) {
     return std::unique_ptr<Sipp>(new Sipp(
@@ -43,11 +62,7 @@ std::unique_ptr<Sipp> Sipp::caller(const QString& scenario, int port, const QStr
 
 std::unique_ptr<Sipp> Sipp::registrar(const QString& scenario, int port) {
     auto sipp = std::unique_ptr<Sipp>(new Sipp(scenario, {u"-p"_s, QString::number(port)}));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [port] {
-            return !QUdpSocket().bind(QHostAddress::LocalHost, quint16(port), QUdpSocket::DontShareAddress);
-        },
-        20000));
+    EXPECT_TRUE(QTest::qWaitFor([port] { return isTaken(port); }, 20000));
     return sipp;
 }
 

@@ -81,12 +81,14 @@ void frmAuswertung::restoreChoices() {
     }
 }
 
-void frmAuswertung::reading(const std::function<void(const platform::Progress&)>& read) {
+bool frmAuswertung::reading(const std::function<void(const platform::Progress&)>& read) {
     try {
         read(m_services.dialogs.ShowProgress(tr("Die Auswertung wird berechnet …")));
         rememberChoices();
+        return true;
     } catch (const platform::GivenUp&) {
         restoreChoices();
+        return false;
     }
 }
 

@@ -37,8 +37,9 @@ class frmAuswertung : public QWidget {
     /// The user's change of one of these lists, buttons and boxes does `act`.
     void onChange(const QList<QWidget*>& choices, const std::function<void()>& act);
 
-    /// Shows figures; `read` is what takes long, and shows nothing before it has all of it.
-    void reading(const std::function<void(const platform::Progress&)>& read);
+    /// Shows figures; `read` is what takes long, and shows nothing before it has all of it. False when it was
+    /// given up.
+    bool reading(const std::function<void(const platform::Progress&)>& read);
 
     // What a screen fills in
 

@@ -101,14 +101,12 @@ void frmAuswertungenBuchungsjournal::showFigures() {
             return;
         }
     }
-    bool isShown = false;
-    reading([&](const platform::Progress& progress) {
+    const bool isShown = reading([&](const platform::Progress& progress) {
         // The list last: it shows nothing when it is given up.
         DisplayTotalBetrag(TotalBuchungen(auswahl), progress);
         DataControl.show(Buchungen(auswahl), progress);
         FormatGrid();
         m_heading = heading();
-        isShown = true;
     });
     if (isShown)
         return;

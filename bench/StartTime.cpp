@@ -1,6 +1,7 @@
 #include "StartTime.h"
 #include "Measure.h"
 #include "Quiet.h"
+#include "platform/net/QtInternet.h"
 #include "platform/report/CupsPrinters.h"
 #include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
@@ -63,11 +64,13 @@ int showProgram(int argc, char** argv, const QString& folder) {
     QuietRegistry registry;
     platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
+    platform::QtInternet internet({});
     shell::Application tavolino({.appPath = folder,
                                  .dialogs = dialogs,
                                  .registry = registry,
                                  .reports = reports,
                                  .printers = printers,
+                                 .internet = internet,
                                  .exitProcess = [](int code) { std::_Exit(code); }});
     if (!tavolino.start())
         return EXIT_FAILURE;

@@ -1,6 +1,7 @@
 #include "platform/IniRegistryStore.h"
 #include "platform/QtDialogs.h"
 #include "platform/line/LineFactory.h"
+#include "platform/net/QtInternet.h"
 #include "platform/report/CupsPrinters.h"
 #include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
@@ -18,7 +19,9 @@ int main(int argc, char** argv) {
     platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
     const QString folder = QCoreApplication::applicationDirPath();
-    const auto telephone = platform::LineSettings::read(folder + QStringLiteral("/tavolino.ini"));
+    const QString iniFile = folder + QStringLiteral("/tavolino.ini");
+    const auto telephone = platform::LineSettings::read(iniFile);
+    platform::QtInternet internet(platform::Endpoints::read(iniFile));
     const std::unique_ptr<platform::BasicCAPI32> line = platform::createLine(telephone);
     shell::Application tavolino(
         {.appPath = folder,
@@ -26,6 +29,7 @@ int main(int argc, char** argv) {
          .registry = registry,
          .reports = reports,
          .printers = printers,
+         .internet = internet,
          .telephony = {line.get(), telephone.keptCalls, telephone.problem},
          // At once means at once: nothing is unwound, everything that counts is closed.
          .exitProcess = [](int code) { std::_Exit(code); },

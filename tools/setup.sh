@@ -6,11 +6,12 @@ packages=(
   g++ cmake ninja-build ccache lld pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-charts-dev libqt6opengl6-dev qt6-qpa-plugins qt6-translations-l10n
   libsqlitecpp-dev libsqlite3-dev libkainjow-mustache-dev libsofia-sip-ua-dev libcups2-dev libcapi20-3
-  libxlsxwriter-dev
+  libxlsxwriter-dev libcurl4-openssl-dev libcpp-httplib-dev libssl-dev qt6-multimedia-dev
   fonts-liberation
 )
 # Only for tests, benchmarks and the run without a display.
-packages+=(libgtest-dev libbenchmark-dev cups cups-client cups-filters poppler-utils xvfb openbox sip-tester unzip clang-format)
+packages+=(libgtest-dev libbenchmark-dev cups cups-client cups-filters poppler-utils xvfb openbox sip-tester unzip
+           python3-pyftpdlib pure-ftpd openssl curl clang-format)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -10,6 +10,7 @@
 #include "platform/QtDialogs.h"
 #include "platform/form/DataGrid.h"
 #include "platform/line/LineFactory.h"
+#include "platform/net/QtInternet.h"
 #include "platform/report/CupsPrinters.h"
 #include "platform/report/QtReports.h"
 #include "shell/AppStyle.h"
@@ -227,8 +228,9 @@ int main(int argc, char** argv) {
     platform::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
     platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
+    platform::QtInternet internet({});
     shell::Application application(
-        {installation, dialogs, registry, reports, printers, {line.get()}, [](int code) {
+        {installation, dialogs, registry, reports, printers, internet, {line.get()}, [](int code) {
              std::_Exit(code == 0 ? 1 : code);
          }});
     if (!application.start())

@@ -3,6 +3,7 @@
 #include "platform/report/Reports.h"
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 namespace platform {
@@ -43,6 +44,12 @@ class Dialogs {
     /// Path of an existing file that the user picks; "" when cancelled. `filter` as in "Images (*.gif
     /// *.jpg)".
     virtual QString OpenFile(const QString& title, const QString& filter) = 0;
+
+    /// A colour as 0xBBGGRR, red in the lowest byte; nothing when cancelled. `current` in the same form.
+    virtual std::optional<int> ChooseColor(int /*current*/) { return {}; }
+
+    /// Stands above the window while `stillExecuting` gives true. False when the user closed it before.
+    virtual bool WaitForServer(const std::function<bool()>& stillExecuting) = 0;
 
     /// Shows how far long work is, from the moment that it takes noticeably long until the last copy of the
     /// result goes. The screens keep painting meanwhile, the user can only give the work up.

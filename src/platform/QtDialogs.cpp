@@ -2,8 +2,10 @@
 #include "common/Guard.h"
 #include "platform/HeldKeys.h"
 #include "platform/ShortcutGate.h"
+#include "platform/frmSystemServerLogIn.h"
 #include "platform/report/PrinterState.h"
 #include <QApplication>
+#include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -293,6 +295,26 @@ QString QtDialogs::SaveFile(const QString& title, const QString& name, const QSt
                                    dialog.selectFile(file.completeBaseName() + QLatin1Char('.') + suffix);
                            });
     return execModal(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+std::optional<int> QtDialogs::ChooseColor(int current) {
+    const auto swapped = [](int color) {
+        return ((color & 0xff) << 16) | (color & 0xff00) | ((color >> 16) & 0xff);
+    };
+    QColorDialog dialog(QColor::fromRgb(QRgb(swapped(current))), QApplication::activeWindow());
+    dialog.setWindowTitle(tr("Farbe wählen"));
+    // The toolkit's own, which speaks German as all dialogs do.
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (execModal(dialog) != QDialog::Accepted)
+        return {};
+    return swapped(int(dialog.selectedColor().rgb() & 0xffffff));
+}
+
+bool QtDialogs::WaitForServer(const std::function<bool()>& stillExecuting) {
+    if (!stillExecuting())
+        return true;
+    frmSystemServerLogIn dialog(stillExecuting, QApplication::activeWindow());
+    return execModal(dialog) == QDialog::Accepted;
 }
 
 Progress QtDialogs::ShowProgress(const QString& text) {

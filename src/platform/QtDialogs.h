@@ -12,6 +12,8 @@ class QtDialogs : public Dialogs {
     std::optional<PrinterChoice> ChoosePrinter(const PrinterChoice& current) override;
     QString SaveFile(const QString& title, const QString& name, const QStringList& suffixes) override;
     QString OpenFile(const QString& title, const QString& filter) override;
+    std::optional<int> ChooseColor(int current) override;
+    bool WaitForServer(const std::function<bool()>& stillExecuting) override;
     Progress ShowProgress(const QString& text) override;
 };
 

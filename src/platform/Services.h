@@ -3,6 +3,7 @@
 namespace platform {
 
 class Dialogs;
+class Internet;
 class Navigation;
 class Printers;
 class RegistryStore;
@@ -15,6 +16,7 @@ struct Services {
     RegistryStore& registry;
     Reports& reports;
     Printers& printers;
+    Internet& internet;
 };
 
 } // namespace platform

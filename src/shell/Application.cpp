@@ -12,10 +12,9 @@ namespace shell {
 
 Application::Application(Ground ground) :
     m_ground(std::move(ground)), m_log(m_ground.appPath + QStringLiteral("/Data/tavolino.log")),
-    m_navigation([this](int exitCode) { endProgram(exitCode); }), m_services{m_ground.dialogs, m_navigation,
-                                                                             m_ground.registry,
-                                                                             m_ground.reports,
-                                                                             m_ground.printers},
+    m_navigation([this](int exitCode) { endProgram(exitCode); }),
+    m_services{m_ground.dialogs, m_navigation,      m_ground.registry,
+               m_ground.reports, m_ground.printers, m_ground.internet},
     m_errors(m_log, m_ground.dialogs, m_navigation), m_phoneBook(m_services) {
     initResources();
     store::setAppPath(m_ground.appPath);

@@ -24,6 +24,7 @@ class Application {
         platform::RegistryStore& registry;
         platform::Reports& reports;
         platform::Printers& printers;
+        platform::Internet& internet;
         Telephony telephony = {};
         /// Leaves the process at once; a test takes note instead and returns.
         std::function<void(int exitCode)> exitProcess;

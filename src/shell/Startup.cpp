@@ -8,6 +8,7 @@
 #include "platform/Navigation.h"
 #include "platform/OperatingSystem.h"
 #include "platform/RegistryStore.h"
+#include "platform/net/Internet.h"
 #include "reporting/modAuswertungenTagesabschluss.h"
 #include "shell/frmMDI.h"
 #include "store/StoreGlobals.h"
@@ -145,12 +146,16 @@ void Startup::EnableInterfaces() {
 
 /// A file that is not understood must not pass for one without a telephone.
 void Startup::tellBrokenIni() {
-    if (m_telephony.problem.isEmpty())
+    QStringList problems{m_telephony.problem, m_services.internet.endpoints().problem};
+    problems.removeAll(QString());
+    // The file itself is broken for both.
+    problems.removeDuplicates();
+    if (problems.isEmpty())
         return;
     const QString text =
         frmMDI::tr("Die Datei \"tavolino.ini\" ist fehlerhaft:\n\n%1\n\nWas nicht zu lesen ist, gilt "
                    "als weggelassen. Berichtigen Sie die Datei und starten Sie Tavolino neu.");
-    m_services.dialogs.MsgBox(text.arg(m_telephony.problem), platform::kInformation,
+    m_services.dialogs.MsgBox(text.arg(problems.join(u'\n')), platform::kInformation,
                               frmMDI::tr("Einstellungen der Installation"));
 }
 

@@ -42,7 +42,7 @@ class ChartTest : public testing::Test {
   protected:
     ChartTest() {
         view.resize(800, 500);
-        view.setServices({dialogs, navigation, registry, reports, printers});
+        view.setServices({dialogs, navigation, registry, reports, printers, internet});
         view.setEmptyText(u"Keine Buchungen."_s);
     }
 
@@ -82,6 +82,7 @@ class ChartTest : public testing::Test {
     test::TestRegistry registry;
     test::TestReports reports;
     test::TestPrinters printers;
+    test::TestInternet internet;
     platform::ChartView view;
     QTemporaryDir folder;
 };

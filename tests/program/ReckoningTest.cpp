@@ -111,8 +111,8 @@ class ReckoningTest : public testing::Test {
     }
 
     template <typename Screen> Screen& open() {
-        auto opened =
-            std::make_unique<Screen>(platform::Services{dialogs, navigation, registry, reports, printers});
+        auto opened = std::make_unique<Screen>(
+            platform::Services{dialogs, navigation, registry, reports, printers, internet});
         Screen& it = *opened;
         screen = std::move(opened);
         screen->show();
@@ -207,6 +207,7 @@ class ReckoningTest : public testing::Test {
     test::TestRegistry registry;
     test::TestReports reports;
     test::TestPrinters printers;
+    test::TestInternet internet;
     std::unique_ptr<QWidget> screen;
 };
 

@@ -57,7 +57,7 @@ template <typename Screen, typename Dialogs = TestDialogs> class ScreenTest : pu
     /// Opens the screen anew.
     template <typename... More> void open(More&... more) {
         screen = std::make_unique<Screen>(
-            platform::Services{dialogs, navigation, registry, reports, printers}, more...);
+            platform::Services{dialogs, navigation, registry, reports, printers, internet}, more...);
         screen->show();
         screen->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
@@ -250,6 +250,7 @@ template <typename Screen, typename Dialogs = TestDialogs> class ScreenTest : pu
     TestRegistry registry;
     TestReports reports;
     TestPrinters printers;
+    TestInternet internet;
     std::unique_ptr<Screen> screen;
 };
 

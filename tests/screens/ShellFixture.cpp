@@ -42,6 +42,7 @@ shell::Application& ShellTest::build() {
                                    .registry = registry,
                                    .reports = reports,
                                    .printers = printers,
+                                   .internet = internet,
                                    .telephony = {&line, keptCalls, iniProblem},
                                    .exitProcess = [this](int code) { ended.append(code); },
                                    .procedures = procedures});

@@ -81,6 +81,7 @@ class ShellTest : public testing::Test {
     TestRegistry registry;
     TestReports reports;
     TestPrinters printers;
+    TestInternet internet;
     FakeLine line;
     int keptCalls = 0;
     QString iniProblem;

@@ -11,6 +11,7 @@
 #include "support/Keys.h"
 #include "support/TestDialogs.h"
 #include "support/TestFirm.h"
+#include "support/TestFirmServices.h"
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -37,6 +38,7 @@ class ProgramTest : public testing::Test {
                                        .registry = registry,
                                        .reports = reports,
                                        .printers = printers,
+                                       .internet = internet,
                                        .telephony = {line.get()},
                                        .exitProcess = [this](int code) { ended << code; }});
         const bool started = program->start();
@@ -93,6 +95,7 @@ class ProgramTest : public testing::Test {
     QString folder = firm.folder();
     TestDialogs dialogs;
     platform::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
+    TestInternet internet;
     std::unique_ptr<platform::BasicCAPI32> line;
     std::unique_ptr<shell::Application> program;
     /// Exit codes that the program asked for.

@@ -1,5 +1,6 @@
 #include "tests/support/TestDialogs.h"
 #include "common/Guard.h"
+#include <QTest>
 
 namespace test {
 
@@ -54,6 +55,12 @@ QString TestDialogs::OpenFile(const QString&, const QString&) {
         return {};
     }
     return m_files.dequeue();
+}
+
+bool TestDialogs::WaitForServer(const std::function<bool()>& stillExecuting) {
+    ++serverCalls;
+    const common::NestedEventLoop loop;
+    return QTest::qWaitFor([&] { return !stillExecuting(); }, 60'000);
 }
 
 platform::Progress TestDialogs::ShowProgress(const QString&) {

@@ -26,6 +26,12 @@ class TestDialogs : public platform::Dialogs {
     /// Gives `savePath`.
     QString SaveFile(const QString& title, const QString& name, const QStringList& suffixes) override;
     QString OpenFile(const QString& title, const QString& filter) override;
+
+    /// Gives `color`.
+    std::optional<int> ChooseColor(int) override { return color; }
+
+    /// Runs the event loop until the server has answered, and counts how often it was waited for.
+    bool WaitForServer(const std::function<bool()>& stillExecuting) override;
     /// Gives long work up at its first word while `giveUp` is set; lets `duringWork` come in between, as an
     /// event of the progress would.
     platform::Progress ShowProgress(const QString& text) override;
@@ -49,6 +55,8 @@ class TestDialogs : public platform::Dialogs {
     std::function<void()> duringWork;
     QStringList suggested; ///< file names that were suggested for saving
     QString savePath;
+    std::optional<int> color;
+    int serverCalls = 0;
 
   private:
     struct Answer {

@@ -5,6 +5,7 @@
 #include "desks/PreOrderDesk.h"
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
+#include "platform/net/QtInternet.h"
 #include "platform/report/Reports.h"
 #include <QHash>
 #include <QList>
@@ -95,6 +96,16 @@ class TestReports : public platform::Reports {
 
     QList<platform::ReportJob> runs;
     std::function<platform::ReportEnd(const platform::ReportJob&)> onRun;
+};
+
+/// The real lines to the servers; without end points until the test sets them.
+class TestInternet : public platform::QtInternet {
+  public:
+    TestInternet() : QtInternet({}) {}
+
+    const platform::Endpoints& endpoints() const override { return ends; }
+
+    platform::Endpoints ends;
 };
 
 class TestRegistry : public platform::RegistryStore {

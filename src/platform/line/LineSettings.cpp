@@ -1,88 +1,9 @@
 #include "platform/line/LineSettings.h"
-#include <QFile>
-#include <QFileInfo>
-#include <QSet>
-#include <QSettings>
+#include "platform/IniSection.h"
 #include <algorithm>
 
 namespace platform {
 namespace {
-
-/// The keys of the section; a missing or empty key leaves the default.
-class Section {
-  public:
-    explicit Section(const QString& iniFile) : m_file(iniFile, QSettings::IniFormat) {
-        if (QFileInfo::exists(iniFile))
-            check(iniFile);
-    }
-
-    bool has(const QString& key) const { return m_file.contains(kSection + key); }
-
-    QString text(const QString& key, const QString& fallback = {}) {
-        m_known.insert(key);
-        // An unquoted comma makes a list of the value.
-        const auto value = m_file.value(kSection + key).toStringList().join(u',').trimmed();
-        return value.isEmpty() ? fallback : value;
-    }
-
-    int port(const QString& key, int fallback) {
-        const auto value = text(key);
-        if (!value.isEmpty() && portOf(value) == 0)
-            misunderstood(key);
-        return value.isEmpty() ? fallback : portOf(value);
-    }
-
-    int number(const QString& key, int fallback, int least, int most) {
-        bool isNumber = false;
-        const int value = text(key).toInt(&isNumber);
-        if (!isNumber && !text(key).isEmpty())
-            misunderstood(key);
-        return isNumber ? std::clamp(value, least, most) : fallback;
-    }
-
-    bool yes(const QString& key) {
-        const QString value = text(key).toLower();
-        if (!value.isEmpty() && value != u"ja" && value != u"nein")
-            misunderstood(key);
-        return value == u"ja";
-    }
-
-    static int portOf(const QString& text) {
-        const int value = text.toInt();
-        return value >= 1 && value <= 65535 ? value : 0;
-    }
-
-    /// Values are not told: one may be a password in the wrong place.
-    void misunderstood(const QString& key) {
-        m_problems << QStringLiteral("Der Wert von \"%1\" ist nicht zu verstehen.").arg(key);
-    }
-
-    /// Once all keys were asked for: any other one is a mistake.
-    void findUnknownKeys() {
-        m_file.beginGroup(QStringLiteral("Telefon"));
-        for (const QString& key : m_file.childKeys())
-            if (!m_known.contains(key))
-                m_problems << QStringLiteral("\"%1\" im Abschnitt [Telefon] ist unbekannt.").arg(key);
-        m_file.endGroup();
-    }
-
-    const QStringList& problems() const { return m_problems; }
-
-  private:
-    void check(const QString& iniFile) {
-        if (!QFile(iniFile).open(QIODevice::ReadOnly))
-            m_problems << QStringLiteral("Die Datei kann nicht gelesen werden.");
-        else if (m_file.status() != QSettings::NoError)
-            m_problems << QStringLiteral("Die Datei ist beschädigt.");
-        else if (!m_file.childGroups().contains(QStringLiteral("Telefon")))
-            m_problems << QStringLiteral("Der Abschnitt [Telefon] fehlt oder ist leer.");
-    }
-
-    inline static const QString kSection = QStringLiteral("Telefon/");
-    QSettings m_file;
-    QSet<QString> m_known;
-    QStringList m_problems;
-};
 
 LineSettings::Kind kindOf(const QString& text) {
     const auto name = text.toLower();
@@ -103,13 +24,13 @@ void splitHost(const QString& text, QString& host, int& port) {
     const bool hasPort = bracketed ? colon > text.indexOf(u']') : text.count(u':') == 1;
     if (hasPort) {
         host = text.left(colon);
-        port = Section::portOf(text.mid(colon + 1));
+        port = IniSection::portOf(text.mid(colon + 1));
     }
     if (bracketed)
         host = host.mid(1).section(u']', 0, 0);
 }
 
-LineSettings::Sip readSip(Section& section) {
+LineSettings::Sip readSip(IniSection& section) {
     LineSettings::Sip sip;
     sip.address = section.text(QStringLiteral("SipAdresse"), sip.address);
     sip.port = section.port(QStringLiteral("SipPort"), sip.port);
@@ -126,7 +47,7 @@ LineSettings::Sip readSip(Section& section) {
 }
 
 /// Digits alone, however the code was written.
-QString readCountryCode(Section& section) {
+QString readCountryCode(IniSection& section) {
     const QString key = QStringLiteral("Landesvorwahl");
     QString code = section.text(key);
     if (!section.has(key))
@@ -143,7 +64,7 @@ QString readCountryCode(Section& section) {
 } // namespace
 
 LineSettings LineSettings::read(const QString& iniFile) {
-    Section section(iniFile);
+    IniSection section(iniFile, QStringLiteral("Telefon"), IniSection::Missing::Problem);
     LineSettings settings;
     settings.kindText = section.text(QStringLiteral("Leitung"));
     settings.kind = kindOf(settings.kindText);
@@ -157,7 +78,7 @@ LineSettings LineSettings::read(const QString& iniFile) {
     settings.monitor.host = section.text(QStringLiteral("MonitorHost"));
     settings.monitor.port = section.port(QStringLiteral("MonitorPort"), settings.monitor.port);
     section.findUnknownKeys();
-    settings.problem = section.problems().join(u'\n');
+    settings.problem = section.problem();
     return settings;
 }
 

@@ -1,0 +1,13 @@
+#pragma once
+#include <QString>
+
+namespace platform {
+
+struct Services;
+
+/// Asks a server and waits for its answer behind a small dialog, which the user can close to give the request
+/// up; "" when it failed. Whoever wants to know why hands in `problem`, which tells it in a sentence, "" for
+/// nothing.
+QString PostURL(const Services& services, const QString& url, QString* problem = nullptr);
+
+} // namespace platform

@@ -1,0 +1,157 @@
+#include "platform/net/QtInet.h"
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QStringDecoder>
+#include <QUrl>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+namespace {
+
+constexpr int kMostRedirects = 5;
+
+QString tr(const char* text) {
+    return QObject::tr(text);
+}
+
+/// Windows-1252 differs from Latin-1 in these; what it leaves open stays the control character.
+constexpr char16_t kFrom80[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
+
+QString fromWindows1252(const QByteArray& bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& c : text)
+        if (c.unicode() >= 0x80 && c.unicode() < 0xa0)
+            c = kFrom80[c.unicode() - 0x80];
+    return text;
+}
+
+QString charsetOf(const QString& contentType) {
+    for (const QString& parameter : contentType.split(u';')) {
+        const QString name = parameter.section(u'=', 0, 0).trimmed();
+        if (name.compare("charset"_L1, Qt::CaseInsensitive) == 0)
+            return parameter.section(u'=', 1).trimmed().remove(u'"').toLower();
+    }
+    return {};
+}
+
+QString sentenceOf(QNetworkReply::NetworkError error) {
+    switch (error) {
+    case QNetworkReply::HostNotFoundError:
+        return tr("Der Name des Servers ist nicht bekannt, oder es besteht keine Verbindung zum Internet.");
+    case QNetworkReply::ConnectionRefusedError:
+        return tr("Der Server nimmt keine Verbindung an.");
+    case QNetworkReply::RemoteHostClosedError:
+        return tr("Der Server hat die Verbindung mitten in der Antwort beendet.");
+    case QNetworkReply::SslHandshakeFailedError:
+        return tr("Dem Zertifikat des Servers kann nicht vertraut werden.");
+    case QNetworkReply::TooManyRedirectsError:
+    case QNetworkReply::InsecureRedirectError:
+        return tr("Der Server schickt die Anfrage an eine andere Adresse, der nicht gefolgt wird.");
+    default:
+        return tr("Es besteht keine Verbindung zum Server.");
+    }
+}
+
+/// Whether the server answered, be it by an error page.
+bool isAnswered(const QNetworkReply& reply) {
+    const auto error = int(reply.error());
+    const bool errorPage = (error >= 200 && error < 300) || (error >= 400 && error < 500);
+    return error == QNetworkReply::NoError || errorPage;
+}
+
+} // namespace
+
+QString decodedAnswer(const QByteArray& bytes, const QString& contentType) {
+    const QString charset = charsetOf(contentType);
+    if (charset == u"windows-1252" || charset == u"iso-8859-1")
+        return fromWindows1252(bytes);
+    QStringDecoder told(charset.isEmpty() ? "UTF-8" : charset.toLatin1().constData());
+    if (!told.isValid())
+        told = QStringDecoder(QStringDecoder::Utf8);
+    const QString text = told(bytes);
+    return told.hasError() ? fromWindows1252(bytes) : text;
+}
+
+QtInet::QtInet(QString certificate) : m_certificate(std::move(certificate)) {
+    m_deadline.setSingleShot(true);
+    m_deadline.setInterval(kMostMilliseconds);
+    connect(&m_deadline, &QTimer::timeout, this,
+            [this] { end(tr("Der Server hat nicht rechtzeitig geantwortet.")); });
+}
+
+QtInet::~QtInet() {
+    if (m_reply)
+        m_reply->disconnect(this);
+}
+
+void QtInet::Execute(const QString& address) {
+    Q_ASSERT(!m_executing);
+    m_executing = true;
+    m_answer.clear();
+    m_problem.clear();
+    m_bytes.clear();
+    Q_EMIT StateChanged(icRequesting);
+    const QUrl url(address);
+    if (!url.isValid() || url.host().isEmpty() || !url.scheme().startsWith(u"http")) {
+        QTimer::singleShot(0, this, [this] { end(tr("Die Adresse des Servers ist ungültig.")); });
+        return;
+    }
+    if (!m_network)
+        m_network = std::make_unique<QNetworkAccessManager>();
+    QNetworkRequest request(url);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
+    request.setMaximumRedirectsAllowed(kMostRedirects);
+    if (!m_certificate.isEmpty()) {
+        QSslConfiguration tls = request.sslConfiguration();
+        tls.addCaCertificates(QSslCertificate::fromPath(m_certificate));
+        request.setSslConfiguration(tls);
+    }
+    m_reply = m_network->post(request, QByteArray());
+    connect(m_reply, &QNetworkReply::readyRead, this, &QtInet::take);
+    connect(m_reply, &QNetworkReply::finished, this, &QtInet::finished);
+    m_deadline.start();
+}
+
+void QtInet::Cancel() {
+    if (m_executing)
+        end(tr("Die Anfrage wurde abgebrochen."));
+}
+
+void QtInet::take() {
+    m_bytes += m_reply->readAll();
+    if (m_bytes.size() > kMostBytes)
+        end(tr("Die Antwort des Servers ist zu gross."));
+}
+
+void QtInet::finished() {
+    if (isAnswered(*m_reply)) {
+        take();
+        if (!m_reply)
+            return;
+        m_answer = decodedAnswer(m_bytes, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
+        return end({});
+    }
+    qWarning("Server: %s", qUtf8Printable(m_reply->errorString().left(200)));
+    end(sentenceOf(m_reply->error()));
+}
+
+void QtInet::end(const QString& problem) {
+    if (!m_executing)
+        return;
+    m_deadline.stop();
+    m_executing = false;
+    m_problem = problem;
+    m_bytes.clear();
+    if (QNetworkReply* reply = std::exchange(m_reply, nullptr)) {
+        reply->disconnect(this);
+        reply->abort();
+        reply->deleteLater();
+    }
+    Q_EMIT StateChanged(problem.isEmpty() ? icResponseCompleted : icError);
+}
+
+} // namespace platform

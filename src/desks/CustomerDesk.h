@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/WebOrder.h"
 #include <QString>
 
 namespace desks {
@@ -10,6 +11,9 @@ class CustomerDesk {
 
     virtual ~CustomerDesk() = default;
     virtual void openCustomer(qint64 customerId) = 0;
+    /// Offers a new customer in the cleaned mask; nothing is stored. A floor that the list does not know is
+    /// left out. The screen is maximised.
+    virtual void captureCustomer(const WebCustomer& customer) = 0;
 };
 
 } // namespace desks

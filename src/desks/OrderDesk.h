@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/WebOrder.h"
 #include <QString>
 
 namespace desks {
@@ -19,6 +20,9 @@ class OrderDesk {
     virtual void loadBooking(qint64 trxNr) = 0;
     /// Brings back the order that was being keyed when the program ended.
     virtual void restoreDraft() = 0;
+    /// Keys the lines of a web order into the order that stands there, as if they were typed, and remembers
+    /// which web order it is, until the order is cleared. What does not fit or is not on offer is told.
+    virtual void keyWebOrder(const WebOrder& order) = 0;
     /// Clears the order and fills it from a pre-order, ready to be booked as one of today.
     virtual void loadPreOrder(qint64 trxNr) = 0;
 };

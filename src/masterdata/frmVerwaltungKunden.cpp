@@ -129,6 +129,19 @@ void frmVerwaltungKunden::openCustomer(qint64 customerId) {
     loadRecord(customerId);
 }
 
+void frmVerwaltungKunden::captureCustomer(const desks::WebCustomer& customer) {
+    CleanMask();
+    const std::pair<QLineEdit*, QString> fields[] = {
+        {m_ui->txt_Firma, customer.firma},     {m_ui->txt_Name, customer.name},
+        {m_ui->txt_Vorname, customer.vorname}, {m_ui->txt_Strasse, customer.strasse},
+        {m_ui->txt_PLZ, customer.plz},         {m_ui->txt_Ort, customer.ort},
+        {m_ui->txt_Telefon, customer.telefon}, {m_ui->txt_EMail, customer.email}};
+    for (const auto& [field, text] : fields)
+        field->setText(text);
+    m_ui->combo_Etage->setCurrentIndex(std::max(0, m_ui->combo_Etage->findText(customer.etage)));
+    parentWidget() ? parentWidget()->showMaximized() : showMaximized();
+}
+
 void frmVerwaltungKunden::moveTo(int row) {
     if (row >= 0 && row < m_ui->ClientGrid->rowCount())
         goToRow(row);

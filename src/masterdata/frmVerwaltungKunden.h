@@ -31,6 +31,7 @@ class frmVerwaltungKunden : public platform::MasterDataForm, public desks::Custo
     /// The day of the last save and the focus stay.
     void CleanMask() override;
     void openCustomer(qint64 customerId) override;
+    void captureCustomer(const desks::WebCustomer& customer) override;
 
   protected:
     bool showRecord(qint64 key) override;

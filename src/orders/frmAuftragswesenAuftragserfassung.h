@@ -35,6 +35,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void searchNumber(const QString& number) override;
     void loadBooking(qint64 trxNr) override;
     void restoreDraft() override;
+    void keyWebOrder(const desks::WebOrder& order) override;
     void loadPreOrder(qint64 trxNr) override;
 
     /// The keys of the telephone field that the program acts on: 13 searches. Digits pass by the field's own

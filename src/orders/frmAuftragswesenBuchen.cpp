@@ -94,6 +94,17 @@ void frmAuftragswesenAuftragserfassung::storePreOrder() {
     modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
 }
 
+void frmAuftragswesenAuftragserfassung::keyWebOrder(const desks::WebOrder& order) {
+    const Settling settling(*this);
+    for (const desks::WebLine& line : order.lines) {
+        if (line.isProdukt)
+            m_order.PickProdukt(line.id, {}, line.anzahl.toDouble());
+        else
+            m_order.PickExtra(line.id, line.bezeichnung, line.anzahl.toDouble());
+    }
+    goOn();
+}
+
 void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
     const Settling settling(*this);
     modAuftragswesenVorbestellungen::OpenVorbestellung(m_order, trxNr);

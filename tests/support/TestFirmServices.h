@@ -33,7 +33,11 @@ class TestDesks : public QObject,
 
     void loadPreOrder(qint64 trxNr) override { openedVorbestellung = trxNr; }
 
+    void keyWebOrder(const desks::WebOrder& order) override { keyedOrder = order; }
+
     void openCustomer(qint64) override {}
+
+    void captureCustomer(const desks::WebCustomer& customer) override { capturedCustomer = customer; }
 
     void ShowVorbestellung(qint64) override {}
 
@@ -52,6 +56,8 @@ class TestDesks : public QObject,
 
     void BasicCAPI32_IncomingCall(const QString&, const QString&, const QString&) override {}
 
+    desks::WebOrder keyedOrder;
+    desks::WebCustomer capturedCustomer;
     QString openedNumber, nextTrxNr;
     qint64 vorbestellungCount = -1, openedVorbestellung = -1, openedBestellung = -1;
     QList<qint64> alarms;

@@ -58,4 +58,11 @@ bool guarded(Origin origin, const std::function<void()>& action) {
     return !error;
 }
 
+bool guardedApart(Origin origin, const std::function<void()>& action) {
+    const int outer = std::exchange(depth, 0);
+    const bool done = guarded(origin, action);
+    depth = outer;
+    return done;
+}
+
 } // namespace common

@@ -16,6 +16,10 @@ enum class Origin { User, Timer, Call, Answer };
 /// stops its caller as well. Returns false when an exception was handled.
 bool guarded(Origin origin, const std::function<void()>& action);
 
+/// The same for a stretch inside another action that stands by itself, such as the answer of a server in a
+/// user's action that asked it: its error does not stop the action around it.
+bool guardedApart(Origin origin, const std::function<void()>& action);
+
 /// Held by whatever the work of others must not come across: an open transaction, an open work recordset. No
 /// nested event loop may run meanwhile, which NestedEventLoop asserts.
 class NoEventLoop {

@@ -10,6 +10,8 @@ QString PostURL(const Services& services, const QString& url, QString* problem) 
     control->Execute(url);
     if (!services.dialogs.WaitForServer([&] { return control->StillExecuting(); }))
         control->Cancel();
+    if (!control->Problem().isEmpty())
+        qWarning("Server: %s", qUtf8Printable(control->Problem()));
     if (problem)
         *problem = control->Problem();
     return control->Answer();

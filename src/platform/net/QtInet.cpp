@@ -135,7 +135,6 @@ void QtInet::finished() {
         m_answer = decodedAnswer(m_bytes, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
         return end({});
     }
-    qWarning("Server: %s", qUtf8Printable(m_reply->errorString().left(200)));
     end(sentenceOf(m_reply->error()));
 }
 

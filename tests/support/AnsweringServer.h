@@ -1,0 +1,53 @@
+#pragma once
+#include <QByteArray>
+#include <QHash>
+#include <QStringList>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+namespace test {
+
+/// A web server on loopback that sends what the test tells it to, byte for byte, and closes the connection:
+/// for answers that no well-made server gives.
+class AnsweringServer : public QTcpServer {
+  public:
+    AnsweringServer() {
+        listen(QHostAddress::LocalHost);
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket* socket = nextPendingConnection())
+                connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answerTo(*socket); });
+        });
+    }
+
+    QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(serverPort()); }
+
+    /// An answer with its length, as servers send it.
+    static QByteArray page(const QByteArray& body, const QByteArray& status = "200 OK",
+                           const QByteArray& headers = "Content-Type: text/html; charset=utf-8\r\n") {
+        return "HTTP/1.1 " + status + "\r\n" + headers +
+               "Content-Length: " + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
+    }
+
+    /// Sent to every request; nothing at all while empty, so that it is waited for.
+    QByteArray answer;
+    /// First lines of the requests, such as "POST /a.asp HTTP/1.1".
+    QStringList requests;
+
+  private:
+    void answerTo(QTcpSocket& socket) {
+        QByteArray& request = m_requests[&socket];
+        request += socket.readAll();
+        if (!request.contains("\r\n\r\n"))
+            return;
+        requests << QString::fromLatin1(request.left(request.indexOf("\r\n")));
+        m_requests.remove(&socket);
+        if (answer.isEmpty())
+            return;
+        socket.write(answer);
+        socket.disconnectFromHost();
+    }
+
+    QHash<QTcpSocket*, QByteArray> m_requests;
+};
+
+} // namespace test

@@ -55,4 +55,10 @@ CREATE INDEX idx_Produktextras_Extra ON tbl_Verwaltung_Produkte_Extras (lng_Prod
 CREATE INDEX idx_Extras_Extra ON tbl_Verwaltung_ProdukteExtras (txt_Extra);
 CREATE INDEX idx_Extrapreise ON tbl_Verwaltung_ProdukteExtras_Preise (lng_ExtraID, lng_Gruppe, dbl_Preis, lng_MWSt);
 
+-- By web order and by booking; a booking is of one web order at most.
+CREATE INDEX idx_WebShop_Verbucht ON tbl_WebShop_Bestellungen_Verbucht
+    (lng_WebShopID, flag_Vorbestellung, lng_TrxNr);
+CREATE UNIQUE INDEX idx_WebShop_Verbucht_Bestellung ON tbl_WebShop_Bestellungen_Verbucht
+    (lng_TrxNr, flag_Vorbestellung);
+
 CREATE INDEX idx_PLZ ON tbl_PLZ_Verzeichnis (lng_PLZ, txt_Ort, txt_Land);

@@ -300,3 +300,12 @@ CREATE TABLE tbl_WebShop_Bestellungen_Master (
     txt_Anmerkungen TEXT COLLATE GERMAN_CI,
     dbl_Total       DOUBLE
 );
+
+-- Which web order became which booking or pre-order, and when. The program makes the table in a database of an
+-- earlier version, without any other difference.
+CREATE TABLE tbl_WebShop_Bestellungen_Verbucht (
+    lng_WebShopID      INTEGER,
+    lng_TrxNr          INTEGER,
+    flag_Vorbestellung INTEGER,
+    dbl_VerbuchtNow    DOUBLE
+);

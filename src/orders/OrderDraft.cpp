@@ -80,6 +80,7 @@ QJsonObject toJson(const WorkingOrder& order) {
             {u"kennung"_s, order.Kennung()},
             {u"kunde"_s, order.lng_KundenID},
             {u"kurier"_s, order.lng_KurierID},
+            {u"webBestellung"_s, order.webBestellung ? QJsonValue(*order.webBestellung) : QJsonValue()},
             {u"preisgruppe"_s, order.PreisGruppe},
             {u"adresse"_s, order.KundenAdresse()},
             {u"adresseSichtbar"_s, order.KundenAdresseShown()},
@@ -141,6 +142,9 @@ void show(const QJsonObject& draft, WorkingOrder& order) {
         order.setKennung(kennung);
     order.lng_KundenID = draft[u"kunde"_s].toInteger();
     order.lng_KurierID = draft[u"kurier"_s].toInteger();
+    order.webBestellung.reset();
+    if (const QJsonValue web = draft[u"webBestellung"_s]; web.isDouble())
+        order.webBestellung = web.toInteger();
     order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
     for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
         rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());

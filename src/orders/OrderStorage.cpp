@@ -5,6 +5,7 @@
 #include "masterdata/modProdukteExtras.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "masterdata/modVerwaltungKuriere.h"
+#include "orders/WebOrderMemory.h"
 #include "orders/modBestellNummern.h"
 #include "orders/rules/StoredLine.h"
 #include "store/StoreGlobals.h"
@@ -46,6 +47,12 @@ QString allRows(const QString& table) {
 QString numberIs(const QString& table, const QString& column, qint64 trxNr) {
     return QStringLiteral(" FROM ") + table + QStringLiteral(" WHERE ") + column + QStringLiteral(" = ") +
            QString::number(trxNr);
+}
+
+void removeRows(const OrderTables& tables, qint64 trxNr) {
+    ConnMain.Execute(QStringLiteral("DELETE") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr));
+    ConnMain.Execute(QStringLiteral("DELETE") +
+                     numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr));
 }
 
 /// Head and lines agree, or nothing is stored: a mistake of ours must not become a wrong booking.
@@ -187,14 +194,13 @@ const OrderTables& BookedOrders() {
 
 const OrderTables& PreOrders() {
     static const OrderTables tables = {QStringLiteral("tbl_Auftragswesen_Vorbestellungen_Master"),
-                                       QStringLiteral("tbl_Auftragswesen_Vorbestellungen_Details")};
+                                       QStringLiteral("tbl_Auftragswesen_Vorbestellungen_Details"), true};
     return tables;
 }
 
 void RemoveOrder(const OrderTables& tables, qint64 trxNr) {
-    ConnMain.Execute(QStringLiteral("DELETE") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr));
-    ConnMain.Execute(QStringLiteral("DELETE") +
-                     numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr));
+    removeRows(tables, trxNr);
+    ForgetWebOrder({trxNr, tables.isPreOrder});
 }
 
 std::optional<double> ReadableSerial(const Value& stored) {
@@ -213,9 +219,11 @@ std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& t
         return std::nullopt;
     // Inside the transaction, so that a booked order is never lost between its deletion and its new writing.
     if (number.kind == OrderNumber::Kind::Rewrite)
-        RemoveOrder(tables, number.trxNr);
+        removeRows(tables, number.trxNr);
     const qint64 trxNr = writeHead(order, tables, known);
     writeLines(order, tables, trxNr);
+    if (order.webBestellung)
+        RememberWebOrder(*order.webBestellung, {trxNr, tables.isPreOrder});
     MarkFinished(order.Kennung());
     transaction.commit();
     return trxNr;
@@ -281,6 +289,7 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
 }
 
 void PrepareStore() {
+    PrepareWebOrderMemory();
     ConnMain.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS tbl_Auftragswesen_Erledigt (lng_ID INTEGER "
                                     "PRIMARY KEY, txt_Kennung TEXT)"));
     // The former one does not find a customer's newest orders.

@@ -11,6 +11,7 @@ namespace orders {
 struct OrderTables {
     QString master;
     QString details;
+    bool isPreOrder = false;
 };
 
 /// Booked orders; the number is the transaction number.
@@ -35,12 +36,13 @@ struct OrderNumber {
 };
 
 /// Writes head and lines in one transaction, all or nothing, marks the order as finished and gives the
-/// number. Nothing is written and given where the next number cannot be found. Throws kTypeMismatch for cells
-/// that hold no date where one is stored, kOrderDisagrees for an order whose total is not that of its lines.
+/// number; what came from the shop is remembered with it (WebOrderMemory.h). Nothing is written and given
+/// where the next number cannot be found. Throws kTypeMismatch for cells that hold no date where one is
+/// stored, kOrderDisagrees for an order whose total is not that of its lines.
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
-/// Makes what an installation of an earlier program lacks: the table of finished orders, and the index of a
-/// customer's newest ones. Once at start, before anything is stored.
+/// Makes what an installation of an earlier program lacks: the tables of finished orders and of booked web
+/// orders, and the index of a customer's newest ones. Once at start, before anything is stored.
 void PrepareStore();
 
 /// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
@@ -50,7 +52,7 @@ void MarkFinished(const QString& kennung);
 /// Forgets those of long ago, after the answer.
 bool IsFinished(const QString& kennung);
 
-/// Removes head and lines; the transaction is the caller's.
+/// Removes head and lines, and that it came from the shop; the transaction is the caller's.
 void RemoveOrder(const OrderTables& tables, qint64 trxNr);
 
 /// A stored date or time as serial; nothing where none is stored, where a text is no date, and outside the

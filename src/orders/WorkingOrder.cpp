@@ -158,6 +158,7 @@ void WorkingOrder::SettingUpBestellungDetailGrid() {
 void WorkingOrder::ClearBestellungMaske() {
     Q_EMIT AboutToClear();
     m_kennung.clear();
+    webBestellung.reset();
     for (platform::CellTable* table : {&BestellungDetailsGrid, &BestellungTotalGrid, &BestellungGrid})
         table->dropEdits();
     BestellungGrid.setRows(kOrderRows);

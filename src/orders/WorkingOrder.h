@@ -54,6 +54,8 @@ class WorkingOrder : public QObject {
     /// The keys that are stored; the text cells are not.
     qint64 lng_KundenID = 0;
     qint64 lng_KurierID = 0;
+    /// The shop's number of the web order that was keyed, until the order is cleared.
+    std::optional<qint64> webBestellung{};
 
     /// 1 to 10. Changes what the catalogue offers from then on; lines in the order keep their prices.
     int PreisGruppe = 1;

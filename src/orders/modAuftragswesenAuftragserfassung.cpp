@@ -2,6 +2,7 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "orders/OrderStorage.h"
+#include "orders/WebOrderMemory.h"
 #include "orders/modBestellNummern.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -139,6 +140,7 @@ void DeleteBestellung(qint64 trxNr, const QString& kennung) {
     ConnMain.Execute(
         QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ") +
         number);
+    orders::ForgetWebOrder({trxNr, false});
     orders::MarkFinished(kennung);
     transaction.commit();
 }

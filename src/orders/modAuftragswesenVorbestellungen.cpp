@@ -5,6 +5,7 @@
 #include "desks/PreOrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderStorage.h"
+#include "orders/WebOrderMemory.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -48,6 +49,7 @@ void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
 
 void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
     LoadVorbestellung(order, trxNr);
+    order.webBestellung = orders::WebOrderOf({trxNr, true});
     order.SetBestellzeit(common::clock::now());
     order.TellReadFromStore();
 }

@@ -22,6 +22,7 @@ class OrderDraftTest : public test::OrderTest {
     /// What a user does, each time the same.
     void key() {
         callAnna();
+        order.webBestellung = 4711;
         order.PreisGruppe = 2;
         order.PickProdukt(TestFirm::kHawaii, u"10"_s, 3);
         order.PickExtra(TestFirm::kKaesesauce, u"Käsesauce"_s, 1);
@@ -39,7 +40,8 @@ class OrderDraftTest : public test::OrderTest {
                 for (int column = 0; column < table->columnCount(); ++column)
                     texts << table->text(row, column);
         return texts << shown.KundenAdresse() << QString::number(shown.lng_KundenID)
-                     << QString::number(shown.lng_KurierID) << QString::number(shown.PreisGruppe);
+                     << QString::number(shown.lng_KurierID) << QString::number(shown.PreisGruppe)
+                     << QString::number(shown.webBestellung.value_or(-1));
     }
 
     const QString file = OrderDraft::defaultFile();

@@ -11,7 +11,7 @@ packages=(
 )
 # Only for tests, benchmarks and the run without a display.
 packages+=(libgtest-dev libbenchmark-dev cups cups-client cups-filters poppler-utils xvfb openbox sip-tester unzip
-           python3-pyftpdlib pure-ftpd openssl curl clang-format)
+           python3-pyftpdlib python3-openssl openssl curl clang-format)
 
 missing=()
 for package in "${packages[@]}"; do

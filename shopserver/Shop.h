@@ -1,0 +1,26 @@
+#pragma once
+#include "shopserver/CatalogueInForce.h"
+#include "shopserver/OrderStore.h"
+#include <QString>
+
+namespace shop {
+
+/// Where a shop keeps what.
+struct Places {
+    QString root;   ///< root of the FTP server
+    QString folder; ///< the shop's folder in it, relative, "" for the root itself
+    QString data;   ///< folder of the shop's own files, which FTP does not reach
+
+    QString file(const QString& name) const;
+};
+
+/// A shop's data.
+struct Shop {
+    explicit Shop(const Places& where);
+
+    Places places;
+    CatalogueInForce catalogue;
+    OrderStore orders;
+};
+
+} // namespace shop

@@ -1,0 +1,94 @@
+#include "shop/modInternetBestellungen.h"
+#include "common/Convert.h"
+#include "common/RunTimeError.h"
+#include "shop/TaggedText.h"
+#include "store/StoreGlobals.h"
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace modInternetBestellungen {
+namespace {
+
+struct Feld {
+    const char16_t* tag;
+    const char16_t* column;
+};
+
+/// In the order in which they are read; the first is the key, the last a number, the others texts.
+constexpr Feld kFelder[] = {
+    {u"ID", u"lng_ID"},
+    {u"FIRMA", u"txt_Firma"},
+    {u"NAME", u"txt_Name"},
+    {u"VORNAME", u"txt_Vorname"},
+    {u"STRASSE", u"txt_Strasse"},
+    {u"ETAGE", u"txt_Etage"},
+    {u"PLZORT", u"txt_PLZOrt"},
+    {u"TELEFON", u"txt_Telefon"},
+    {u"EMAIL", u"txt_EMail"},
+    {u"VERSANDART", u"txt_Versandart"},
+    {u"VERSANDZEIT", u"txt_Versandzeit"},
+    {u"ANMERKUNG", u"txt_Anmerkungen"},
+    {u"TOTAL", u"dbl_Total"},
+};
+constexpr int kTotal = int(std::size(kFelder)) - 1;
+
+std::vector<QString> tagsOfOrders() {
+    std::vector<QString> tags;
+    for (const Feld& feld : kFelder)
+        tags.push_back(QString::fromUtf16(feld.tag));
+    return tags;
+}
+
+void putOrder(store::Recordset& rows, shop::TaggedText& answer, QSet<qint64>& seen) {
+    const qint64 id = answer.wholeNumber(0);
+    if (seen.contains(id))
+        throw common::RunTimeError(common::kDuplicateKey,
+                                   u"Der Webshop nennt die Bestellung %1 zweimal."_s.arg(id));
+    seen.insert(id);
+    rows.Fields(kFelder[0].column) = id;
+    for (int i = 1; i < kTotal; ++i)
+        rows.Fields(kFelder[i].column) = answer.value(i);
+    rows.Fields(kFelder[kTotal].column) = answer.number(kTotal);
+}
+
+} // namespace
+
+qint64 ParseWebShopBestellungen(const QString& text) {
+    shop::TaggedText answer(text, tagsOfOrders());
+    QSet<qint64> seen;
+    store::Transaction transaction(ConnMain);
+    ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Master"_s);
+    if (answer.enterFrame()) {
+        store::WriteRecordset rows(RsMain, u"SELECT * FROM tbl_WebShop_Bestellungen_Master WHERE 1 = 1"_s,
+                                   ConnMain);
+        for (; answer.nextRecord(); answer.leaveRecord()) {
+            rows->AddNew();
+            putOrder(*rows, answer, seen);
+            rows->Update();
+        }
+    }
+    transaction.commit();
+    return seen.size();
+}
+
+std::vector<desks::WebLine> ParseWebShopBestellungDetails(const QString& text) {
+    enum { IsProdukt, ProduktID, Anzahl, Bezeichnung };
+
+    shop::TaggedText answer(text, {u"ISPRODUKT"_s, u"PRODUKTID"_s, u"ANZAHL"_s, u"BEZEICHNUNG"_s});
+    std::vector<desks::WebLine> lines;
+    if (!answer.enterFrame())
+        return lines;
+    for (; answer.nextRecord(); answer.leaveRecord()) {
+        desks::WebLine line;
+        line.isProdukt = common::parseNumber(answer.value(IsProdukt)) == 1.0;
+        line.id = answer.wholeNumber(ProduktID);
+        if (!line.isProdukt)
+            line.bezeichnung = answer.value(Bezeichnung);
+        line.anzahl = answer.value(Anzahl);
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+} // namespace modInternetBestellungen

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStorageInfo>
+#include <filesystem>
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
@@ -15,15 +16,18 @@ namespace {
 
 using Permissions = std::optional<QFileDevice::Permissions>;
 
-/// Whether the disk took everything. QSaveFile by itself puts a file into place whose last bytes did not fit.
-bool isOnDisk(QSaveFile& file, qint64 size) {
-    if (!file.flush() || file.size() != size)
-        return false;
+bool isSynced(const QFileDevice& file) {
 #ifdef Q_OS_UNIX
     return ::fsync(file.handle()) == 0;
 #else
+    Q_UNUSED(file);
     return true;
 #endif
+}
+
+/// Whether the disk took everything. QSaveFile by itself puts a file into place whose last bytes did not fit.
+bool isOnDisk(QSaveFile& file, qint64 size) {
+    return file.flush() && file.size() == size && isSynced(file);
 }
 
 /// Why it failed; empty when it did not.
@@ -50,6 +54,16 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, Permissio
                        u"Die Datei \"%1\" lässt sich nicht schreiben%2."_s.arg(
                            file.fileName(), full ? u": Der Datenträger ist voll"_s : QString()),
                        QDir::toNativeSeparators(path) + u": "_s + reason);
+}
+
+std::error_code replaceFile(const QString& path, const QString& with) {
+    QFile file(with);
+    if (!file.open(QIODevice::ReadOnly) || !isSynced(file))
+        return std::make_error_code(std::errc::io_error);
+    file.close();
+    std::error_code error;
+    std::filesystem::rename(with.toStdU16String(), path.toStdU16String(), error);
+    return error;
 }
 
 } // namespace common

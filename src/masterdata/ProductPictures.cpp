@@ -1,10 +1,10 @@
 #include "masterdata/ProductPictures.h"
+#include "common/AtomicFile.h"
 #include "common/RunTimeError.h"
 #include "store/StoreGlobals.h"
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -35,11 +35,8 @@ QString copyBeside(const QString& from, const QString& place) {
     return copy;
 }
 
-/// One step: whoever looks finds the old file or the new one.
 void putInPlace(const QString& copy, const QString& place) {
-    std::error_code error;
-    std::filesystem::rename(copy.toStdU16String(), place.toStdU16String(), error);
-    if (error)
+    if (const std::error_code error = common::replaceFile(place, copy))
         fail(copy, place, QString::fromStdString(error.message()));
 }
 

@@ -1,0 +1,263 @@
+#include "shop/modOnlineShopDB.h"
+#include "common/AtomicFile.h"
+#include "common/RunTimeError.h"
+#include "masterdata/modProdukteExtras.h"
+#include "platform/Dialogs.h"
+#include "platform/report/PrintTable.h"
+#include "shop/TransferView.h"
+#include "store/ConnectionString.h"
+#include "store/CreateDatabase.h"
+#include "store/StoreGlobals.h"
+#include <QFile>
+
+using store::OpenRecordset;
+using namespace Qt::StringLiterals;
+
+namespace modOnlineShopDB {
+namespace {
+
+void showStep(shop::TransferView& view, const char16_t* text, int value) {
+    view.setStatus(QString::fromUtf16(text));
+    view.setProgress(value);
+}
+
+/// Values of a row as literals, each column under its name.
+class Row {
+  public:
+    explicit Row(store::Recordset& rows) : m_rows(rows) {}
+
+    QString text(QStringView column) const { return store::sqlText(m_rows.Fields(column).text()); }
+
+    /// A null leaves a hole, which no statement bears.
+    QString number(QStringView column) const {
+        const common::Value value = m_rows.Fields(column).Value();
+        if (value.isInteger())
+            return value.toText();
+        return value.isNull() ? QString() : platform::sqlNumber(value);
+    }
+
+    qint64 key(QStringView column) const { return m_rows.Fields(column).toLong(); }
+
+    bool isTrue(QStringView column) const { return m_rows.Fields(column).Value().isTrue(); }
+
+  private:
+    store::Recordset& m_rows;
+};
+
+void emptyTables(store::Connection& shop) {
+    for (const char16_t* table : {u"tblAbholung", u"tblArtikel", u"tblBestellzeiten", u"tblCorpprateIdentity",
+                                  u"tblDokumente", u"tblGruppe", u"tblLastOrder", u"tblLieferbedingungen",
+                                  u"tblShopStatus", u"tblZusatz", u"tblZusatzGruppe"})
+        shop.Execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u';');
+}
+
+void insert(store::Connection& shop, const QString& into, const QStringList& values) {
+    shop.Execute(u"INSERT INTO "_s + into + u" VALUES ("_s + values.join(u',') + u')');
+}
+
+/// Adds a row for each of the query; nothing for one without values.
+void fill(store::Connection& shop, const QString& into, const QString& query,
+          const std::function<QStringList(const Row& row)>& values) {
+    OpenRecordset rows(RsMain, query, ConnMain);
+    for (const Row row(*rows); !rows->Eof(); rows->MoveNext())
+        if (const QStringList literals = values(row); !literals.isEmpty())
+            insert(shop, into, literals);
+}
+
+void fillLieferzeiten(store::Connection& shop) {
+    OpenRecordset rows(RsMain, u"SELECT * FROM tbl_OnlineShop_Lieferzeiten"_s, ConnMain);
+    if (rows->Eof())
+        return;
+    const Row row(*rows);
+    insert(shop, u"tblAbholung (lngLieferzeit)"_s, {row.number(u"lng_Abholzeit")});
+    insert(shop, u"tblLastOrder (lngLieferzeit)"_s, {row.number(u"lng_LastOrder")});
+    insert(shop, u"tblShopStatus (lngShopStatus, txtEMailAdresse)"_s,
+           {row.number(u"lng_ShopStatus"), row.text(u"txt_EMailAdresse")});
+}
+
+void fillArtikel(store::Connection& shop) {
+    fill(shop,
+         u"tblArtikel (ID, strArtikelName, lngArtikelGruppe, dblPreis, lngOrder, strKurzBeschreibung, "
+         u"strBeschreibung, strPics, strPicsLarge)"_s,
+         u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True"_s,
+         [](const Row& row) {
+             const bool withPictures = row.isTrue(u"flag_InternetBilder");
+             const auto picture = [&](QStringView column) {
+                 return withPictures ? row.text(column) : store::sqlText({});
+             };
+             const QString description = row.text(u"txt_Beschreibung");
+             return QStringList{row.number(u"lng_ID"),
+                                row.text(u"txt_Produkt"),
+                                row.number(u"lng_ProduktGruppe"),
+                                row.number(u"dbl_Preis"),
+                                row.number(u"lng_Reihenfolge"),
+                                description,
+                                description,
+                                picture(u"txt_BildKlein"),
+                                picture(u"txt_BildGross")};
+         });
+}
+
+void fillBestellzeiten(store::Connection& shop) {
+    const QStringList columns{u"lngWochentag"_s,        u"lngMittagGeschlossen"_s, u"lngMittagVonStunden"_s,
+                              u"lngMittagVonMinuten"_s, u"lngMittagBisStunden"_s,  u"lngMittagBisMinuten"_s,
+                              u"lngAbendGeschlossen"_s, u"lngAbendVonStunden"_s,   u"lngAbendVonMinuten"_s,
+                              u"lngAbendBisStunden"_s,  u"lngAbendBisMinuten"_s};
+    fill(shop, u"tblBestellzeiten ("_s + columns.join(u", ") + u')',
+         u"SELECT * FROM tbl_OnlineShop_Bestellzeiten ORDER BY lngWochentag ASC"_s, [&](const Row& row) {
+             QStringList values;
+             for (const QString& column : columns)
+                 values << row.number(column);
+             return values;
+         });
+}
+
+void fillCorporateIdentity(store::Connection& shop) {
+    fill(
+        shop,
+        u"tblCorpprateIdentity (lng_ID, strBalkenfarbe, strSchriftfarbe, strHintergrundbild, strShopTitel)"_s,
+        u"SELECT * FROM tbl_OnlineShop_CorporateIdentity ORDER BY lng_ID ASC"_s, [](const Row& row) {
+            return QStringList{row.number(u"lng_ID"), row.text(u"txt_BalkenfarbeHEX"),
+                               row.text(u"txt_SchriftfarbeHEX"), row.text(u"txt_Hintergrundbild"),
+                               row.text(u"txt_ShopTitel")};
+        });
+}
+
+void fillDokumente(store::Connection& shop) {
+    fill(shop,
+         u"tblDokumente (ID, strAGB, strKontakt, strFAQ, strWiderspruchsrecht, strDatenschutz, strNews, "
+         u"strBestellungDanke)"_s,
+         u"SELECT * FROM tbl_OnlineShop_Dokumente WHERE lng_ID = 1;"_s, [](const Row& row) {
+             return QStringList{row.number(u"lng_ID"),
+                                row.text(u"txt_DokumenteAGB"),
+                                row.text(u"txt_DokumenteKontakt"),
+                                row.text(u"txt_DokumenteFAQ"),
+                                row.text(u"txt_DokumenteWiderspruch"),
+                                row.text(u"txt_DokumenteDatenschutz"),
+                                row.text(u"txt_News"),
+                                row.text(u"txt_BestellungDanke")};
+         });
+}
+
+void fillGruppe(store::Connection& shop) {
+    fill(shop, u"tblGruppe (ID, strArtikelGruppe, lngOrder)"_s,
+         u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE flag_Internet = True"_s, [](const Row& row) {
+             return QStringList{row.number(u"lng_ID"), row.text(u"txt_ProduktGruppe"),
+                                row.number(u"lng_Reihenfolge")};
+         });
+}
+
+void fillLieferbedingungen(store::Connection& shop) {
+    fill(shop, u"tblLieferbedingungen (lngPLZ, strOrt, dblMindestbestellmenge, dblLieferzeit)"_s,
+         u"SELECT * FROM tbl_PLZ_Verzeichnis WHERE bool_Liefergebiet = True"_s, [](const Row& row) {
+             return QStringList{row.number(u"lng_PLZ"), row.text(u"txt_Ort"),
+                                row.number(u"dbl_Mindestbestellmenge"), row.number(u"lng_Lieferzeiten")};
+         });
+}
+
+void fillZusatz(store::Connection& shop) {
+    fill(shop, u"tblZusatz (ID, strZusatzName, dblPreis, lngOrder)"_s,
+         u"SELECT * FROM view_Verwaltung_ProdukteExtras WHERE lng_Gruppe = 1 AND flag_Status <> True"_s,
+         [](const Row& row) {
+             return QStringList{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
+                                row.number(u"lng_Reihenfolge")};
+         });
+}
+
+void fillZusatzGruppe(store::Connection& shop) {
+    // Many products share few extras.
+    QHash<qint64, bool> known;
+    const auto isForInternet = [&](qint64 extra) {
+        auto found = known.constFind(extra);
+        if (found == known.constEnd())
+            found = known.insert(extra, modProdukteExtras::IsExtraInternet(extra));
+        return *found;
+    };
+    fill(shop, u"tblZusatzGruppe (ID, lngArtikel, lngZusatz)"_s,
+         u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
+             return isForInternet(row.key(u"lng_ProduktExtraID"))
+                        ? QStringList{row.number(u"lng_ID"), row.number(u"lng_ProduktID"),
+                                      row.number(u"lng_ProduktExtraID")}
+                        : QStringList();
+         });
+}
+
+struct Step {
+    const char16_t* status;
+    int progress;
+    void (*fill)(store::Connection& shop);
+};
+
+constexpr Step kSteps[] = {
+    {u"Datenbank: Lieferzeiten....", 5, fillLieferzeiten},
+    {u"Datenbank: Produkte....", 10, fillArtikel},
+    {u"Datenbank: Bestellzeiten....", 40, fillBestellzeiten},
+    {u"Datenbank: Corporate Identity....", 45, fillCorporateIdentity},
+    {u"Datenbank: Dokumente....", 50, fillDokumente},
+    {u"Datenbank: Gruppen....", 55, fillGruppe},
+    {u"Datenbank: Lieferbedingungen....", 70, fillLieferbedingungen},
+    {u"Datenbank: Extras....", 75, fillZusatz},
+    {u"Datenbank: Produkte Extras....", 85, fillZusatzGruppe},
+};
+
+/// In one transaction: thousands of statements wait for the disk once, and whatever fails or cuts them off
+/// leaves the former catalogue.
+void fillDatabase(shop::TransferView& view) {
+    showStep(view, u"Datenbank initialisieren....", 0);
+    store::Connection shop;
+    shop.Open(store::onlineShopConnectionString());
+    store::Transaction together(shop);
+    emptyTables(shop);
+    for (const Step& step : kSteps) {
+        showStep(view, step.status, step.progress);
+        step.fill(shop);
+    }
+    together.commit();
+    shop.Close();
+}
+
+[[noreturn]] void fail(const QString& file, const QString& why) {
+    throw common::RunTimeError(common::kPlatformFailure,
+                               u"Die Datei \"%1\" lässt sich nicht ersetzen."_s.arg(file), why);
+}
+
+void compactDatabase() {
+    const QString source = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + store::appPath();
+    const QString target = source + u"\\Data\\DBOnlineShop_CLEAN.mdb;Jet OLEDB:Engine Type=5;"_s;
+    const QString file = DatabaseFile();
+    const QString clean = store::ConnectionString::parse(target).path;
+    if (QFile::exists(clean) && !QFile::remove(clean))
+        fail(clean, u"left over"_s);
+    store::CompactDatabase(source + u"\\Data\\DBOnlineShop.mdb;"_s, target);
+    // Whoever else has it open keeps a log of it, which fits no other file.
+    if (QFile::exists(file + u"-wal"_s))
+        fail(file, u"open elsewhere"_s);
+    if (const std::error_code error = common::replaceFile(file, clean))
+        fail(file, QString::fromStdString(error.message()));
+}
+
+} // namespace
+
+QString DatabaseFile() {
+    return store::ConnectionString::parse(store::onlineShopConnectionString()).path;
+}
+
+void CreateOnlineShopDB(shop::TransferView& view, platform::Dialogs& dialogs) {
+    fillDatabase(view);
+    showStep(view, u"Datenbank komprimieren....", 90);
+    try {
+        compactDatabase();
+    } catch (const std::exception& failure) {
+        qWarning("The shop's database is not compacted: %s", failure.what());
+        dialogs.MsgBox(
+            u"Sie müssen die Anwendung als Administrator ausführen, damit Sie diese Funktion ausnützen "
+            u"können. "
+            "Drücken Sie mit der rechten Maustaste auf das Icon der Anwendung und starten Sie die Programm "
+            "'Als Administrator ausführen'"_s,
+            platform::kInformation, u"Keine Administratorenrechte"_s);
+        return;
+    }
+    showStep(view, u"Datenbank komprimiert....", 95);
+}
+
+} // namespace modOnlineShopDB

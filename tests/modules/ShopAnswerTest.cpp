@@ -36,11 +36,11 @@ qint64 parsed(const QString& text) {
     }
 }
 
-struct WebOrders : testing::Test {
+struct ShopAnswers : testing::Test {
     TestFirm firm;
 };
 
-TEST_F(WebOrders, tagsAreSearchedFromTheRecordsBeginningOn) {
+TEST_F(ShopAnswers, tagsAreSearchedFromTheRecordsBeginningOn) {
     struct Case {
         QString text;
         QStringList rows;
@@ -71,7 +71,7 @@ TEST_F(WebOrders, tagsAreSearchedFromTheRecordsBeginningOn) {
     EXPECT_EQ(stored(u"txt_Name"_s).value(0), answer(noName).section(u"</NAME>"_s, 0, 0).mid(5));
 }
 
-TEST_F(WebOrders, whatCannotBeReadLeavesTheOrdersAsTheyWere) {
+TEST_F(ShopAnswers, whatCannotBeReadLeavesTheOrdersAsTheyWere) {
     ASSERT_EQ(parsed(answer(order(1))), 1);
     QStringList broken{QString(order(2)).remove(u"</RECORD>"_s), QString(order(2)).remove(u"</EMAIL>"_s),
                        QString(order(2)).replace(u"<NAME>N2</NAME>"_s, u"</NAME>N2<NAME>"_s)};
@@ -99,7 +99,7 @@ TEST_F(WebOrders, whatCannotBeReadLeavesTheOrdersAsTheyWere) {
     }
 }
 
-TEST_F(WebOrders, timeGrowsWithTheTextAlone) {
+TEST_F(ShopAnswers, timeGrowsWithTheTextAlone) {
     QString records, bare;
     for (int i = 1; i <= 20'000; ++i) {
         records += order(i, {});
@@ -117,7 +117,7 @@ TEST_F(WebOrders, timeGrowsWithTheTextAlone) {
     EXPECT_EQ(stored(u"txt_Etage"_s), QStringList{note});
 }
 
-TEST_F(WebOrders, linesOfAnOrder) {
+TEST_F(ShopAnswers, linesOfAnOrder) {
     const auto line = [](const QString& isProdukt, const QString& id, const QString& rest) {
         return u"<Record><IsProdukt>%1</IsProdukt><ProduktID>%2</ProduktID>%3</Record>"_s.arg(isProdukt, id,
                                                                                               rest);

@@ -9,6 +9,7 @@ import sys
 
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import DTPHandler, FTPHandler, TLS_DTPHandler, TLS_FTPHandler, logger
+from pyftpdlib.ioloop import RetryError
 from pyftpdlib.servers import FTPServer
 
 folder, port, user, password = sys.argv[1:5]
@@ -21,13 +22,18 @@ def used():
 
 
 class Data(TLS_DTPHandler if certificate else DTPHandler):
-    def handle_read(self):
-        super().handle_read()
-        if quota and self.receive and not self._closed and self.tot_bytes_received > quota:
+    # The client shakes hands before it says what it wants to send; the library takes that for an end.
+    def readable(self):
+        waits = not self.receive and not self._initialized
+        return getattr(self, "_ssl_accepting", False) or (not waits and super().readable())
+
+    def recv(self, size):
+        chunk = super().recv(size)
+        if quota and self.tot_bytes_received + len(chunk) > quota:
             self._resp = ("552 Quota exceeded.", logger.info)
             self.close()
-
-    handle_read_event = (TLS_DTPHandler.handle_read_event if certificate else handle_read)
+            raise RetryError
+        return chunk
 
 
 class Handler(TLS_FTPHandler if certificate else FTPHandler):

@@ -81,6 +81,13 @@ void ScreenRoads::keyedCode(const QString& code) {
     m_screen.order().BestellungGrid.endEdit(m_line++ % kLines, Col::Kurzzeichen, code);
 }
 
+void ScreenRoads::takeOver(const QString& number, const desks::WebOrder& web) {
+    m_screen.searchNumber(number);
+    m_screen.keyWebOrder(web);
+    if (m_screen.order().LastFilledRow() + 1 != int(web.lines.size()))
+        qFatal("The web order is not whole.");
+}
+
 void ScreenRoads::paintOnly() {
     QCoreApplication::sendPostedEvents();
 }

@@ -58,6 +58,9 @@ class ScreenRoads {
 
     void load(qint64 trxNr) { m_screen.loadBooking(trxNr); }
 
+    /// Finds the customer and keys all lines; ends the program when one is missing afterwards.
+    void takeOver(const QString& number, const desks::WebOrder& web);
+
     /// Until everything that has changed is painted, and what is done behind the painting.
     void paint();
     /// Until everything that has changed is painted.

@@ -125,6 +125,10 @@ std::vector<Road> Roads::painted() {
          5,
          painting([this](size_t i) { m_screen.keyedCode(code(i).keyed); }),
          {}},
+        {"Painted: web order of 40 lines taken over",
+         1,
+         painting([this](size_t i) { m_screen.takeOver(caller(i).number, m_work.webOrder); }),
+         {}},
         {"Painted: order loaded", 1, painting([this](size_t i) { m_screen.load(order(i)); }), {}},
     };
 }

@@ -5,6 +5,7 @@ namespace bench {
 namespace {
 
 constexpr int kDrawn = 4000;
+constexpr int kWebProducts = 20;
 constexpr int kSeed = 7;
 
 qint64 numberOf(RawStore& store, const char* sql) {
@@ -48,6 +49,21 @@ Workload drawWorkload(RawStore& store) {
         product.reset();
         work.orders.push_back(
             draw("SELECT max(lng_TrxNr) - 1 FROM tbl_Auftragswesen_Bestellungen_Master", firstOrder));
+    }
+    const auto keyFrom = [&](const char* sql, qint64 from) {
+        RawStatement article(store, sql);
+        article.bind(1, from);
+        article.step();
+        return article.integer(0);
+    };
+    for (int i = 0; i < kWebProducts; ++i) {
+        const qint64 produkt = keyFrom("SELECT lng_ID FROM tbl_Verwaltung_Produkte WHERE lng_ID >= ? LIMIT 1",
+                                       draw("SELECT max(lng_ID) FROM tbl_Verwaltung_Produkte"));
+        const qint64 extra =
+            keyFrom("SELECT lng_ID FROM tbl_Verwaltung_ProdukteExtras WHERE lng_ID >= ? LIMIT 1",
+                    draw("SELECT max(lng_ID) FROM tbl_Verwaltung_ProdukteExtras"));
+        work.webOrder.lines.push_back({true, produkt, QString::number(1 + i % 3), {}});
+        work.webOrder.lines.push_back({false, extra, QStringLiteral("1"), QStringLiteral("Extra")});
     }
     return work;
 }

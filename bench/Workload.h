@@ -1,5 +1,6 @@
 #pragma once
 #include "RawStore.h"
+#include "desks/WebOrder.h"
 #include <QByteArray>
 #include <QString>
 #include <vector>
@@ -23,6 +24,8 @@ struct Workload {
     std::vector<Code> codes;
     /// Booked numbers, none of them the last one.
     std::vector<qint64> orders;
+    /// Forty lines: products with an extra each.
+    desks::WebOrder webOrder;
 };
 
 Workload drawWorkload(RawStore& store);

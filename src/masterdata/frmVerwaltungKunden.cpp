@@ -9,6 +9,7 @@
 #include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmVerwaltungKunden.h"
+#include <QMdiSubWindow>
 
 using namespace modVerwaltungKunden;
 using namespace Qt::StringLiterals;
@@ -33,6 +34,14 @@ constexpr Order kOrders[] = {{QT_TRANSLATE_NOOP("frmVerwaltungKunden", "Kunden-I
                              {QT_TRANSLATE_NOOP("frmVerwaltungKunden", "Telefon"), u"txt_Telefon ASC"},
                              {QT_TRANSLATE_NOOP("frmVerwaltungKunden", "Natel"), u"txt_Natel ASC"},
                              {QT_TRANSLATE_NOOP("frmVerwaltungKunden", "Erfasst"), u"date_Erfasst ASC"}};
+
+/// A field would keep a line end that nobody can type, and store it.
+QString onOneLine(QString text) {
+    for (QChar& c : text)
+        if (c.category() == QChar::Other_Control)
+            c = u' ';
+    return text;
+}
 
 } // namespace
 
@@ -137,9 +146,10 @@ void frmVerwaltungKunden::captureCustomer(const desks::WebCustomer& customer) {
         {m_ui->txt_PLZ, customer.plz},         {m_ui->txt_Ort, customer.ort},
         {m_ui->txt_Telefon, customer.telefon}, {m_ui->txt_EMail, customer.email}};
     for (const auto& [field, text] : fields)
-        field->setText(text);
+        field->setText(onOneLine(text));
     m_ui->combo_Etage->setCurrentIndex(std::max(0, m_ui->combo_Etage->findText(customer.etage)));
-    parentWidget() ? parentWidget()->showMaximized() : showMaximized();
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    (frame ? frame : static_cast<QWidget*>(this))->showMaximized();
 }
 
 void frmVerwaltungKunden::moveTo(int row) {

@@ -134,6 +134,10 @@ class WorkingOrder : public QObject {
     /// The same into a row, whatever stands there. An extra needs a line above.
     void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen, double anzahl);
     void PutExtra(int row, qint64 extraId, const QString& extra, double anzahl);
+    /// In the quantity of a package.
+    void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen);
+    /// An extra that is looked up by its key and not by its name; the product is told as well.
+    void PutExtraByKey(int row, qint64 produktId, qint64 extraId, const QString& extra);
     /// Puts what FindAngebote found into the row in place of the text that is keyed there.
     void PutAngebot(int row, const Artikel& angebot);
     /// Removes the line; a product takes the extras that follow it along. Closes the gap, keeps 100 rows.
@@ -189,9 +193,9 @@ class WorkingOrder : public QObject {
     void RederiveLine(int row);
     /// Whether an extra finds a line above to hang under.
     bool MayHoldExtra(int row) const;
-    void PutProdukt(int row, qint64 produktId, const QString& kurzzeichen);
     void PutExtra(int row, qint64 extraId, const QString& extra);
     void SetProduktKeys(int row, qint64 produktId);
+    void SetExtraKeys(int row, qint64 produktId, qint64 extraId);
     bool FindProduktLine(int row, int col);
     void HangUnderLineAbove(int row, qint64 extraId);
     void FindExtraLine(int row, const Lookup& lookup);

@@ -81,6 +81,13 @@ void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra) {
     BestellungGrid_Change(row, Col::Bezeichnung);
 }
 
+void WorkingOrder::PutExtraByKey(int row, qint64 produktId, qint64 extraId, const QString& extra) {
+    suche = SucheModus::Extra;
+    SetExtraKeys(row, produktId, extraId);
+    BestellungGrid.setCell(row, Col::Bezeichnung, extra);
+    BestellungGrid_Change(row, Col::ProduktID);
+}
+
 void WorkingOrder::PutAngebot(int row, const Artikel& angebot) {
     if (angebot.isProdukt)
         PutProdukt(row, angebot.lng_ID, angebot.kurzzeichen);
@@ -89,7 +96,11 @@ void WorkingOrder::PutAngebot(int row, const Artikel& angebot) {
 }
 
 void WorkingOrder::HangUnderLineAbove(int row, qint64 extraId) {
-    BestellungGrid.setCell(row, Col::ProduktID, BestellungGrid.cell(row - 1, Col::ProduktID));
+    SetExtraKeys(row, BestellungGrid.cell(row - 1, Col::ProduktID).toLong(), extraId);
+}
+
+void WorkingOrder::SetExtraKeys(int row, qint64 produktId, qint64 extraId) {
+    BestellungGrid.setCell(row, Col::ProduktID, produktId);
     BestellungGrid.setCell(row, Col::IsProdukt, 0);
     BestellungGrid.setCell(row, Col::ExtraID, extraId);
     BestellungGrid.setCell(row, Col::Kurzzeichen, QString());

@@ -5,6 +5,7 @@
 #include "masterdata/Artikel.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "menus/frmPopUpMenu.h"
+#include "orders/WebOrderMemory.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
@@ -418,6 +419,11 @@ void frmAuftragswesenAuftragserfassung::showRestored() {
     m_ui->txt_SucheTelefonNummer->clear();
     m_ui->combo_PreisGruppe->setCurrentIndex(m_order.PreisGruppe - 1);
     goOn();
+    // Taken over a second time meanwhile.
+    const auto booked = m_order.webBestellung ? orders::BookedWebOrder(*m_order.webBestellung) : std::nullopt;
+    if (booked && !booked->isPreOrder)
+        tell(tr("Diese Internet Bestellung wurde bereits als Auftrag %1 verbucht.").arg(booked->trxNr),
+             tr("Internet Bestellung"), platform::kInformation);
 }
 
 /// Behind the last line, whose product's extras are offered.

@@ -1,5 +1,6 @@
 #pragma once
 #include "desks/OrderDesk.h"
+#include "orders/Ausgelassen.h"
 #include "orders/OrderDraft.h"
 #include "orders/WorkingOrder.h"
 #include "orders/modAuftragswesenAuftragserfassung.h"
@@ -99,6 +100,7 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void cmdSimulationISDNCall_Click();
     void cmdWieLetztesMal_Click();
     void wieLetztesMal(qint64 trxNr);
+    void tellLeftOut(const orders::Ausgelassen& leftOut, const QString& title);
 
     // Catalogue
     void combo_PreisGruppe_Click();

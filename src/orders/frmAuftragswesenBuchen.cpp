@@ -6,6 +6,7 @@
 #include "orders/modAuftragswesenBestellschein.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
+#include "orders/modWebBestellung.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
@@ -95,14 +96,12 @@ void frmAuftragswesenAuftragserfassung::storePreOrder() {
 }
 
 void frmAuftragswesenAuftragserfassung::keyWebOrder(const desks::WebOrder& order) {
-    const Settling settling(*this);
-    for (const desks::WebLine& line : order.lines) {
-        if (line.isProdukt)
-            m_order.PickProdukt(line.id, {}, line.anzahl.toDouble());
-        else
-            m_order.PickExtra(line.id, line.bezeichnung, line.anzahl.toDouble());
-    }
+    finishEdits();
+    // An edit that was refused must not come back over a line.
+    m_order.BestellungGrid.dropEdits();
+    const orders::Ausgelassen leftOut = modWebBestellung::UebernehmeWebBestellung(m_order, order);
     goOn();
+    tellLeftOut(leftOut, tr("Internet Bestellung"));
 }
 
 void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {

@@ -107,13 +107,26 @@ void frmAuftragswesenAuftragserfassung::cmdWieLetztesMal_Click() {
 }
 
 void frmAuftragswesenAuftragserfassung::wieLetztesMal(qint64 trxNr) {
-    const auto leftOut = modLetzteBestellungen::UebernehmeBestellung(m_order, trxNr);
+    const orders::Ausgelassen leftOut = modLetzteBestellungen::UebernehmeBestellung(m_order, trxNr);
     goOn();
+    tellLeftOut(leftOut, tr("Wie letztes Mal"));
+}
+
+void frmAuftragswesenAuftragserfassung::tellLeftOut(const orders::Ausgelassen& leftOut,
+                                                    const QString& title) {
+    const std::pair<QString, const QStringList&> kinds[] = {
+        {tr("Nicht mehr im Angebot:"), leftOut.nichtImAngebot},
+        {tr("Kein Platz mehr im Auftrag:"), leftOut.keinPlatz},
+        {tr("Extras, die zu keiner Position gehören:"), leftOut.ohnePosition},
+        {tr("Menge ungültig, bitte im Auftrag prüfen:"), leftOut.mengeAbgelehnt}};
     QStringList told;
-    if (!leftOut.nichtImAngebot.isEmpty())
-        told << tr("Nicht mehr im Angebot:") + u'\n' + leftOut.nichtImAngebot.join(u'\n');
-    if (!leftOut.keinPlatz.isEmpty())
-        told << tr("Kein Platz mehr im Auftrag:") + u'\n' + leftOut.keinPlatz.join(u'\n');
+    for (const auto& [kind, lines] : kinds) {
+        if (lines.isEmpty())
+            continue;
+        told << kind + u'\n' + lines.mid(0, orders::kNamedAusgelassen).join(u'\n');
+        if (const qsizetype others = lines.size() - orders::kNamedAusgelassen; others > 0)
+            told.last() += u'\n' + tr("und %1 weitere").arg(others);
+    }
     if (!told.isEmpty())
-        tell(told.join(u"\n\n"_s), tr("Wie letztes Mal"), platform::kInformation);
+        tell(told.join(u"\n\n"_s), title, platform::kInformation);
 }

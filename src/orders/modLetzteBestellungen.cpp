@@ -6,6 +6,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using orders::Ausgelassen;
 using orders::Col;
 using orders::WorkingOrder;
 using platform::CellTable;

@@ -1,4 +1,5 @@
 #pragma once
+#include "orders/Ausgelassen.h"
 #include "orders/WorkingOrder.h"
 #include <QStringList>
 #include <optional>
@@ -19,15 +20,9 @@ struct LetzteBestellung {
 /// The customer's last booked orders, the newest first. A deleted order belongs to nobody any more.
 std::vector<LetzteBestellung> LoadLetzteBestellungen(qint64 kundenId, int most);
 
-/// Lines that an order kept for itself, each as "2x Pizza Margherita".
-struct Ausgelassen {
-    QStringList nichtImAngebot; ///< product or extra gone, inactive or without a price in the order's group
-    QStringList keinPlatz;      ///< the order was full
-};
-
 /// Puts the lines of a booked order behind those of `order`, as if each were picked today: at the price of
 /// the order's price group, in the quantity of then, without discount, extras under their product. An extra
 /// does not come without its product.
-Ausgelassen UebernehmeBestellung(orders::WorkingOrder& order, qint64 trxNr);
+orders::Ausgelassen UebernehmeBestellung(orders::WorkingOrder& order, qint64 trxNr);
 
 } // namespace modLetzteBestellungen

@@ -5,6 +5,7 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "masterdata/modVerwaltungKuriere.h"
 #include "modules/OrderFixture.h"
+#include "orders/WebOrderMemory.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "orders/modBestellNummern.h"
 #include "orders/modLetzteBestellungen.h"
@@ -35,7 +36,10 @@ void list(const QString& sql, store::Connection& connection = ConnMain) {
 
 class Plans : public test::OrderTest {
   protected:
-    Plans() { takeOrder(); }
+    Plans() {
+        takeOrder();
+        order.webBestellung = 7;
+    }
 
     /// Goes the road and gives the steps in the plans of what it ran that walk a whole table to find rows by
     /// a condition.
@@ -92,6 +96,10 @@ TEST_F(Plans, EveryLookupHasItsIndex) {
          }},
         {"last orders", [] { modLetzteBestellungen::LoadLetzteBestellungen(TestFirm::kAnna, 5); }},
         {"an order once more", [&] { modLetzteBestellungen::UebernehmeBestellung(order, 1000); }},
+        {"web order",
+         [] {
+             orders::BookedWebOrder(*orders::WebOrderOf({1000, false}));
+         }},
         {"deletion", [&] { DeleteBestellung(1000, order.Kennung()); }},
         {"pre-order", [&] { OpenVorbestellung(order, SaveVorbestellung(order)); }},
         {"pre-orders of a day", [] { list(ListeAmTag(46000)); }},

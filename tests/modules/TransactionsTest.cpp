@@ -25,6 +25,7 @@ class Transactions : public test::OrderTest {
     void key() {
         order.ClearBestellungMaske();
         takeOrder();
+        order.webBestellung = 7;
     }
 
     /// Every value of the tables that a road may write.
@@ -33,8 +34,8 @@ class Transactions : public test::OrderTest {
         for (const char16_t* table :
              {u"Auftragswesen_Bestellungen_Master", u"Auftragswesen_Bestellungen_Details",
               u"Auftragswesen_Vorbestellungen_Master", u"Auftragswesen_Vorbestellungen_Details",
-              u"Auftragswesen_Erledigt", u"Verwaltung_Produkte", u"Verwaltung_Produkte_Preise",
-              u"Verwaltung_Produkte_Extras", u"Verwaltung_ProdukteExtras",
+              u"Auftragswesen_Erledigt", u"WebShop_Bestellungen_Verbucht", u"Verwaltung_Produkte",
+              u"Verwaltung_Produkte_Preise", u"Verwaltung_Produkte_Extras", u"Verwaltung_ProdukteExtras",
               u"Verwaltung_ProdukteExtras_Preise"}) {
             store::Recordset rows;
             rows.Open(u"SELECT * FROM tbl_"_s + QString::fromUtf16(table), ConnMain);
@@ -59,6 +60,10 @@ TEST_F(Transactions, AFailureOnTheWayLeavesAllAsItWas) {
     const Case cases[] = {
         {"booking", u"INSERT ON tbl_Auftragswesen_Bestellungen_Details",
          [&] { SaveBestellung(order, dialogs, navigation); }},
+        {"booking of a web order", u"INSERT ON tbl_WebShop_Bestellungen_Verbucht",
+         [&] { SaveBestellung(order, dialogs, navigation); }},
+        {"deletion of its booking", u"DELETE ON tbl_WebShop_Bestellungen_Verbucht",
+         [&] { DeleteBestellung(1000, order.Kennung()); }},
         {"change of an order", u"INSERT ON tbl_Auftragswesen_Bestellungen_Details",
          [&] { UpdateBestellung(order, 1000); }},
         {"deletion of an order", u"DELETE ON tbl_Auftragswesen_Bestellungen_Details",

@@ -10,6 +10,7 @@
 #include "support/TestFirm.h"
 #include "support/TestFirmServices.h"
 #include <QCryptographicHash>
+#include <QRandomGenerator>
 #include <QUuid>
 #include <cstdio>
 
@@ -44,6 +45,7 @@ struct Desk {
     void fill(int lines) {
         order.SucheTelefonNummer(u"0791234567"_s);
         order.ChooseKonditionen(QUuid::createUuid().toString(QUuid::Id128));
+        order.webBestellung = QRandomGenerator::global()->generate();
         keep();
         for (int line = 0; line < lines; ++line)
             pick(1 + line % 4, 1 + line % 3);
@@ -84,8 +86,11 @@ QString fingerprint(const orders::WorkingOrder& order) {
         for (int row = 0; row < table->rows(); ++row)
             for (int column = 0; column < table->columnCount(); ++column)
                 hash.addData(table->text(row, column).toUtf8() + '\n');
-    hash.addData(
-        u"%1 %2 %3"_s.arg(order.lng_KundenID).arg(order.lng_KurierID).arg(order.KundenAdresse()).toUtf8());
+    hash.addData(u"%1 %2 %3 %4"_s.arg(order.lng_KundenID)
+                     .arg(order.lng_KurierID)
+                     .arg(order.KundenAdresse())
+                     .arg(order.webBestellung.value_or(-1))
+                     .toUtf8());
     return QString::fromLatin1(hash.result().toHex());
 }
 

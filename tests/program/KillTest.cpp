@@ -82,7 +82,8 @@ void bookAndKill(const QString& installation, int milliseconds, Acknowledged& ac
         acknowledged.take(line);
 }
 
-/// Every stored head agrees with its lines. `kind` is the part of the tables' names that tells them apart.
+/// Every stored head agrees with its lines, and is remembered as the web order that it was. `kind` is the
+/// part of the tables' names that tells them apart.
 void expectWholeOrders(const QString& kind) {
     const auto value = [&](const QString& sql) {
         return TestFirm::value(QString(sql).replace(u"{kind}"_s, kind));
@@ -96,6 +97,12 @@ void expectWholeOrders(const QString& kind) {
               u"(SELECT coalesce(sum(d.dbl_PreisMitMWSt - d.dbl_Rabatt), -(m.lng_KundenID > 0)) FROM "
               u"tbl_Auftragswesen_{kind}_Details AS d WHERE d.lng_TrxNrMaster = m.lng_TrxNr)) > 0.001"_s),
         u"0"_s);
+    const QString remembered =
+        u"SELECT Count(*) AS N FROM (SELECT lng_TrxNr FROM tbl_Auftragswesen_{kind}_Master WHERE "
+        u"lng_KundenID > 0) AS m FULL JOIN (SELECT lng_TrxNr AS lng_Nr FROM "
+        u"tbl_WebShop_Bestellungen_Verbucht WHERE flag_Vorbestellung = %1) AS v ON v.lng_Nr = m.lng_TrxNr "
+        u"WHERE m.lng_TrxNr IS NULL OR v.lng_Nr IS NULL"_s.arg(kind == kPreOrders ? 1 : 0);
+    EXPECT_EQ(value(remembered), u"0"_s);
 }
 
 int storedLines(const QString& kind, qint64 number) {

@@ -3,23 +3,32 @@
 #include "platform/net/Endpoints.h"
 #include <QEventLoop>
 #include <QFile>
-#include <QHostInfo>
+#include <QScopedValueRollback>
+#include <QTimer>
 #include <QUrl>
 #include <atomic>
 #include <curl/curl.h>
+#include <mutex>
+#include <netdb.h>
+#include <poll.h>
+#include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
 
 namespace platform {
 namespace {
 
-constexpr long kSecondsToConnect = 30;
-/// A line that carries nothing for so long is dead.
-constexpr long kSecondsOfSilence = 30;
 constexpr long kUploadBuffer = 512 * 1024;
+constexpr int kMillisecondsToListen = 500;
+constexpr long kSecondsToStayConnected = 24L * 3600;
+
+bool isRefusal(const QByteArray& response) {
+    return response.startsWith('4') || response.startsWith('5');
+}
 
 /// In the words of the operating system's error numbers. `lastCommand` tells a refused user from a refused
 /// password.
-int numberOf(CURLcode code, const QByteArray& lastCommand) {
+int numberOf(CURLcode code, const QByteArray& lastCommand, const QByteArray& lastResponse) {
     switch (code) {
     case CURLE_OK:
         return 0;
@@ -50,7 +59,7 @@ int numberOf(CURLcode code, const QByteArray& lastCommand) {
     case CURLE_GOT_NOTHING:
         return Ftp::kConnectionReset;
     case CURLE_PARTIAL_FILE:
-        return Ftp::kConnectionAborted;
+        return isRefusal(lastResponse) ? Ftp::kExtendedError : Ftp::kConnectionAborted;
     case CURLE_OUT_OF_MEMORY:
     case CURLE_FAILED_INIT:
     case CURLE_READ_ERROR:
@@ -73,7 +82,8 @@ QByteArray address(const Endpoints& server, const QString& remotePath) {
 
 } // namespace
 
-/// All that libcurl's thread touches. While it runs, the owner's thread touches only what is atomic.
+/// All that libcurl's thread touches. While it runs, the owner's thread touches only what is atomic or
+/// locked.
 struct CurlFtp::Session : QObject {
     CURL* curl = nullptr;
     Endpoints server;
@@ -82,8 +92,16 @@ struct CurlFtp::Session : QObject {
     QByteArray lastResponse, lastCommand;
     curl_off_t sent = 0;
     bool connected = false;
+    /// Whether libcurl may open the line to the server, which it would do anew by itself when that one broke.
+    bool mayLogIn = false;
+    bool wasKeptFromLogIn = false;
     std::atomic<bool> givenUp = false;
     std::function<void(const FtpStatus&)> onStatus;
+    std::mutex lineMutex;
+    curl_socket_t line = CURL_SOCKET_BAD;
+    bool isSending = false;
+    /// Whether the server said why it would not take the rest of a file.
+    bool hasRefused = false;
 
     /// Told in the owner's thread, which this object belongs to.
     void tell(const FtpStatus& status) {
@@ -105,8 +123,10 @@ struct CurlFtp::Session : QObject {
         return bytes < 0 ? CURL_READFUNC_ABORT : size_t(bytes);
     }
 
-    static size_t header(char* line, size_t size, size_t count, void* data) {
-        of(data).lastResponse = QByteArray(line, qsizetype(size * count)).trimmed();
+    static size_t header(char* text, size_t size, size_t count, void* data) {
+        Session& session = of(data);
+        session.lastResponse = session.withoutPassword(QByteArray(text, qsizetype(size * count)).trimmed());
+        session.tell({FtpStatus::ResponseReceived, {}, qint64(size * count)});
         return size * count;
     }
 
@@ -125,16 +145,28 @@ struct CurlFtp::Session : QObject {
         return session.givenUp ? 1 : 0;
     }
 
-    void open();
+    static curl_socket_t openSocket(void* data, curlsocktype, curl_sockaddr* address);
+    static int closeSocket(void* data, curl_socket_t socket);
+
+    QByteArray withoutPassword(QByteArray text) const {
+        const QByteArray password = server.strFTPPassword.toUtf8();
+        return password.isEmpty() ? text : text.replace(password, "***");
+    }
+
+    void open(const Limits& limits);
     int logIn();
     int transfer();
+    void hearLastWords();
+    void hangUp();
 };
 
-void CurlFtp::Session::open() {
+void CurlFtp::Session::open(const Limits& limits) {
     curl = curl_easy_init();
     const auto set = [this](CURLoption option, auto value) { curl_easy_setopt(curl, option, value); };
     set(CURLOPT_ERRORBUFFER, error);
     set(CURLOPT_NOSIGNAL, 1L);
+    // A name server that does not answer is not waited for once it was given up.
+    set(CURLOPT_QUICK_EXIT, 1L);
     set(CURLOPT_NOPROXY, "*");
     set(CURLOPT_USERNAME, server.strFTPUser.toUtf8().constData());
     set(CURLOPT_PASSWORD, server.strFTPPassword.toUtf8().constData());
@@ -142,11 +174,17 @@ void CurlFtp::Session::open() {
     set(CURLOPT_USE_SSL, long(server.ftpTls ? CURLUSESSL_ALL : CURLUSESSL_NONE));
     if (!server.certificate.isEmpty())
         set(CURLOPT_CAINFO, QFile::encodeName(server.certificate).constData());
-    set(CURLOPT_CONNECTTIMEOUT, kSecondsToConnect);
-    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, kSecondsOfSilence);
+    set(CURLOPT_CONNECTTIMEOUT, limits.secondsToConnect);
+    set(CURLOPT_SERVER_RESPONSE_TIMEOUT, limits.secondsOfSilence);
     set(CURLOPT_LOW_SPEED_LIMIT, 1L);
-    set(CURLOPT_LOW_SPEED_TIME, kSecondsOfSilence);
+    set(CURLOPT_LOW_SPEED_TIME, limits.secondsOfSilence);
+    // One connection for all files, however long the pauses.
+    set(CURLOPT_MAXAGE_CONN, kSecondsToStayConnected);
     set(CURLOPT_UPLOAD_BUFFERSIZE, kUploadBuffer);
+    set(CURLOPT_OPENSOCKETFUNCTION, &Session::openSocket);
+    set(CURLOPT_OPENSOCKETDATA, static_cast<void*>(this));
+    set(CURLOPT_CLOSESOCKETFUNCTION, &Session::closeSocket);
+    set(CURLOPT_CLOSESOCKETDATA, static_cast<void*>(this));
     set(CURLOPT_READFUNCTION, &Session::read);
     set(CURLOPT_READDATA, static_cast<void*>(this));
     set(CURLOPT_HEADERFUNCTION, &Session::header);
@@ -159,64 +197,129 @@ void CurlFtp::Session::open() {
     set(CURLOPT_XFERINFODATA, static_cast<void*>(this));
 }
 
+/// For the line to the server and for each file's data, which have ports of their own.
+curl_socket_t CurlFtp::Session::openSocket(void* data, curlsocktype, curl_sockaddr* address) {
+    Session& session = of(data);
+    char host[NI_MAXHOST] = "", port[NI_MAXSERV] = "";
+    getnameinfo(&address->addr, address->addrlen, host, sizeof host, port, sizeof port,
+                NI_NUMERICHOST | NI_NUMERICSERV);
+    const bool isLine = QByteArray(port).toInt() == session.server.lngFTPPort;
+    if (isLine && !session.mayLogIn) {
+        session.wasKeptFromLogIn = true;
+        return CURL_SOCKET_BAD;
+    }
+    const curl_socket_t socket =
+        ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    if (isLine) {
+        const std::lock_guard lock(session.lineMutex);
+        session.line = socket;
+        session.tell({FtpStatus::ConnectingToServer, QString::fromLatin1(host)});
+    }
+    return socket;
+}
+
+int CurlFtp::Session::closeSocket(void* data, curl_socket_t socket) {
+    Session& session = of(data);
+    if (socket == session.line && session.isSending && !session.givenUp)
+        session.hearLastWords();
+    const std::lock_guard lock(session.lineMutex);
+    if (socket == session.line)
+        session.line = CURL_SOCKET_BAD;
+    return ::close(socket);
+}
+
+/// libcurl hangs up when a server takes no more of a file, without listening why. Words under TLS cannot be
+/// read, and still tell that the server lives.
+void CurlFtp::Session::hearLastWords() {
+    pollfd listening{line, POLLIN, 0};
+    char words[512];
+    if (poll(&listening, 1, kMillisecondsToListen) <= 0)
+        return;
+    const ssize_t size = recv(line, words, sizeof words, MSG_DONTWAIT);
+    hasRefused = size > 0;
+    if (hasRefused && !server.ftpTls)
+        header(words, 1, size_t(size), this);
+}
+
+/// Whoever waits for the server in libcurl's thread waits no longer.
+void CurlFtp::Session::hangUp() {
+    const std::lock_guard lock(lineMutex);
+    if (line != CURL_SOCKET_BAD)
+        shutdown(line, SHUT_RDWR);
+}
+
 /// In libcurl's thread.
 int CurlFtp::Session::logIn() {
     tell({FtpStatus::ResolvingName, server.strFTPServer});
-    const QHostInfo host = QHostInfo::fromName(server.strFTPServer);
-    if (host.addresses().isEmpty()) {
-        qstrncpy(error, "host not found", sizeof error);
-        return kNameNotResolved;
-    }
-    tell({FtpStatus::ConnectingToServer, host.addresses().constFirst().toString()});
+    mayLogIn = true;
     curl_easy_setopt(curl, CURLOPT_URL, address(server, {}).constData());
     curl_easy_setopt(curl, CURLOPT_NOBODY, 1L);
     const CURLcode code = curl_easy_perform(curl);
     curl_easy_setopt(curl, CURLOPT_NOBODY, 0L);
+    mayLogIn = false;
     const char* ip = nullptr;
     curl_easy_getinfo(curl, CURLINFO_PRIMARY_IP, &ip);
     if (code != CURLE_COULDNT_CONNECT && ip && *ip)
         tell({FtpStatus::ConnectedToServer, QString::fromLatin1(ip)});
-    return numberOf(code, lastCommand);
+    return numberOf(code, lastCommand, lastResponse);
 }
 
 /// In libcurl's thread.
 int CurlFtp::Session::transfer() {
     sent = 0;
+    wasKeptFromLogIn = hasRefused = false;
+    isSending = true;
     const CURLcode code = curl_easy_perform(curl);
-    return numberOf(code, lastCommand);
+    isSending = false;
+    if (wasKeptFromLogIn) {
+        qstrncpy(error, "the connection is gone", sizeof error);
+        return kConnectionAborted;
+    }
+    // A file that the server would not take is no reason not to send the next one.
+    mayLogIn = code == CURLE_SEND_ERROR && hasRefused;
+    return mayLogIn && isRefusal(lastResponse) ? int(kExtendedError)
+                                               : numberOf(code, lastCommand, lastResponse);
 }
 
-CurlFtp::CurlFtp() : m_session(std::make_unique<Session>()) {
+CurlFtp::CurlFtp(const Limits& limits) : m_limits(limits), m_session(std::make_unique<Session>()) {
     static const CURLcode once = curl_global_init(CURL_GLOBAL_DEFAULT);
     Q_UNUSED(once);
 }
 
 CurlFtp::~CurlFtp() {
-    if (m_session->curl)
-        curl_easy_cleanup(m_session->curl);
+    if (!m_session->curl)
+        return;
+    m_session->hangUp();
+    curl_easy_cleanup(m_session->curl);
 }
 
 /// Runs the work in a thread of its own, and the event loop meanwhile.
 int CurlFtp::beside(const std::function<int()>& work) {
+    const QScopedValueRollback busy(m_busy, true);
     const common::NestedEventLoop nested;
     QEventLoop loop;
     int result = 0;
+    std::atomic<bool> isDone = false;
     std::thread thread([&] {
         result = work();
+        isDone = true;
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
     });
     loop.exec();
+    // The program ends: nobody waits for the server any more.
+    if (!isDone)
+        m_session->givenUp = true;
     thread.join();
     return result;
 }
 
 int CurlFtp::Connect(const Endpoints& server) {
-    if (m_session->curl)
+    if (m_session->curl || m_busy)
         return kIncorrectState;
     m_session->givenUp = false;
     m_session->onStatus = onStatus;
     m_session->server = server;
-    m_session->open();
+    m_session->open(m_limits);
     const int result = beside([this] { return m_session->logIn(); });
     m_session->connected = result == 0;
     return result;
@@ -227,7 +330,7 @@ bool CurlFtp::IsConnected() const {
 }
 
 int CurlFtp::PutFile(const QString& localPath, const QString& remotePath) {
-    if (!m_session->connected)
+    if (!m_session->connected || m_busy)
         return kIncorrectState;
     if (m_session->givenUp)
         return kCancelled;
@@ -246,12 +349,20 @@ int CurlFtp::PutFile(const QString& localPath, const QString& remotePath) {
 }
 
 void CurlFtp::Close() {
+    if (m_busy)
+        return giveUp();
     if (!m_session->curl)
         return;
     const bool wasOpen = std::exchange(m_session->connected, false);
     if (wasOpen)
         m_session->tell({FtpStatus::ClosingConnection});
-    // A server that does not answer any more is not waited for in this thread.
+    if (m_session->givenUp)
+        m_session->hangUp();
+    // libcurl takes leave of the server, and would wait two minutes for its answer.
+    QTimer patience;
+    patience.setSingleShot(true);
+    QObject::connect(&patience, &QTimer::timeout, m_session.get(), [this] { m_session->hangUp(); });
+    patience.start(m_limits.millisecondsToQuit);
     beside([this] {
         curl_easy_cleanup(m_session->curl);
         return 0;
@@ -270,7 +381,7 @@ QString CurlFtp::LastResponse() const {
 }
 
 QString CurlFtp::Detail() const {
-    return QString::fromUtf8(m_session->error);
+    return QString::fromUtf8(m_session->withoutPassword(m_session->error));
 }
 
 } // namespace platform

@@ -7,7 +7,17 @@ namespace platform {
 /// By libcurl, plain or with explicit TLS and the server's certificate checked.
 class CurlFtp : public Ftp {
   public:
-    CurlFtp();
+    struct Limits {
+        long secondsToConnect = 30;
+        /// A line that carries nothing for so long is dead.
+        long secondsOfSilence = 30;
+        /// A server that does not take its leave is left without.
+        int millisecondsToQuit = 2000;
+    };
+
+    CurlFtp() : CurlFtp(Limits()) {}
+
+    explicit CurlFtp(const Limits& limits);
     ~CurlFtp() override;
 
     int Connect(const Endpoints& server) override;
@@ -22,6 +32,8 @@ class CurlFtp : public Ftp {
     struct Session;
     int beside(const std::function<int()>& work);
 
+    const Limits m_limits;
+    bool m_busy = false;
     std::unique_ptr<Session> m_session;
 };
 

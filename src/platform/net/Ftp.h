@@ -53,8 +53,10 @@ class Ftp {
 
     virtual int Connect(const Endpoints& server) = 0;
     virtual bool IsConnected() const = 0;
-    /// `remotePath` is relative to the folder of the log-in. Its folders have to be there.
+    /// `remotePath` is relative to the folder of the log-in. Its folders have to be there. Once the
+    /// connection is lost each further file fails: nobody logs in anew.
     virtual int PutFile(const QString& localPath, const QString& remotePath) = 0;
+    /// While something goes on: gives it up, no more.
     virtual void Close() = 0;
     /// What goes on ends soon with kCancelled, and so does all that follows until the next Connect.
     virtual void giveUp() = 0;

@@ -1,4 +1,5 @@
 #include "platform/net/QtInet.h"
+#include <QIODevice>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSslCertificate>
@@ -45,6 +46,7 @@ QString sentenceOf(QNetworkReply::NetworkError error) {
     case QNetworkReply::ConnectionRefusedError:
         return tr("Der Server nimmt keine Verbindung an.");
     case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::ContentReSendError:
         return tr("Der Server hat die Verbindung mitten in der Antwort beendet.");
     case QNetworkReply::SslHandshakeFailedError:
         return tr("Dem Zertifikat des Servers kann nicht vertraut werden.");
@@ -60,8 +62,25 @@ QString sentenceOf(QNetworkReply::NetworkError error) {
 bool isAnswered(const QNetworkReply& reply) {
     const auto error = int(reply.error());
     const bool errorPage = (error >= 200 && error < 300) || (error >= 400 && error < 500);
-    return error == QNetworkReply::NoError || errorPage;
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return error == QNetworkReply::NoError || (errorPage && status >= 400);
 }
+
+/// An empty body that is sent once. Without one Qt repeats a request up to three times when the server hangs
+/// up, which may have done by then what it was asked for.
+class SentOnce : public QIODevice {
+  public:
+    explicit SentOnce() { open(ReadOnly); }
+
+    qint64 size() const override { return 0; }
+
+    bool reset() override { return false; }
+
+  protected:
+    qint64 readData(char*, qint64) override { return -1; }
+
+    qint64 writeData(const char*, qint64) override { return -1; }
+};
 
 } // namespace
 
@@ -76,9 +95,10 @@ QString decodedAnswer(const QByteArray& bytes, const QString& contentType) {
     return told.hasError() ? fromWindows1252(bytes) : text;
 }
 
-QtInet::QtInet(QString certificate) : m_certificate(std::move(certificate)) {
+QtInet::QtInet(QString certificate, const Limits& limits) :
+    m_certificate(std::move(certificate)), m_limits(limits) {
     m_deadline.setSingleShot(true);
-    m_deadline.setInterval(kMostMilliseconds);
+    m_deadline.setInterval(m_limits.milliseconds);
     connect(&m_deadline, &QTimer::timeout, this,
             [this] { end(tr("Der Server hat nicht rechtzeitig geantwortet.")); });
 }
@@ -105,12 +125,17 @@ void QtInet::Execute(const QString& address) {
     QNetworkRequest request(url);
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
     request.setMaximumRedirectsAllowed(kMostRedirects);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     if (!m_certificate.isEmpty()) {
         QSslConfiguration tls = request.sslConfiguration();
         tls.addCaCertificates(QSslCertificate::fromPath(m_certificate));
         request.setSslConfiguration(tls);
     }
-    m_reply = m_network->post(request, QByteArray());
+    // A connection that lasted may be about to end.
+    m_network->clearConnectionCache();
+    auto* const body = new SentOnce;
+    m_reply = m_network->post(request, body);
+    body->setParent(m_reply);
     connect(m_reply, &QNetworkReply::readyRead, this, &QtInet::take);
     connect(m_reply, &QNetworkReply::finished, this, &QtInet::finished);
     m_deadline.start();
@@ -123,7 +148,7 @@ void QtInet::Cancel() {
 
 void QtInet::take() {
     m_bytes += m_reply->readAll();
-    if (m_bytes.size() > kMostBytes)
+    if (m_bytes.size() > m_limits.bytes)
         end(tr("Die Antwort des Servers ist zu gross."));
 }
 

@@ -14,8 +14,15 @@ namespace platform {
 class QtInet : public Inet {
     Q_OBJECT
   public:
+    struct Limits {
+        qint64 bytes = 16 * 1024 * 1024;
+        int milliseconds = 30'000;
+    };
+
     /// `certificate`: file of a certificate to trust beside the system's own, "" for none.
-    explicit QtInet(QString certificate);
+    explicit QtInet(QString certificate) : QtInet(std::move(certificate), Limits()) {}
+
+    QtInet(QString certificate, const Limits& limits);
     ~QtInet() override;
 
     void Execute(const QString& url) override;
@@ -28,15 +35,13 @@ class QtInet : public Inet {
 
     QString Problem() const override { return m_problem; }
 
-    static constexpr qint64 kMostBytes = 16 * 1024 * 1024;
-    static constexpr int kMostMilliseconds = 30'000;
-
   private:
     void take();
     void finished();
     void end(const QString& problem);
 
     QString m_certificate;
+    const Limits m_limits;
     std::unique_ptr<QNetworkAccessManager> m_network;
     QNetworkReply* m_reply = nullptr;
     QTimer m_deadline;

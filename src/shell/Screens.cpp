@@ -22,6 +22,8 @@
 #include "shell/frmEinstellungenSystem.h"
 #include "shell/frmMDI.h"
 #include "shell/frmSystemAnmelden.h"
+#include "shop/frmInternetBestellungen.h"
+#include "shop/frmInternetEMailConfo.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -64,6 +66,10 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                      return new frmVerwaltungKunden(services, phoneBook, parent);
                  }});
     registry.add(QStringLiteral("frmVerwaltungKuriere"), {creator<frmVerwaltungKuriere>(services)});
+    registry.add(desks::WebOrderList::kScreen,
+                 {.create = creator<frmInternetBestellungen>(services), .maximised = true});
+    registry.add(QStringLiteral("frmInternetEMailConfo"),
+                 {.create = creator<frmInternetEMailConfo>(services), .modal = true});
     registry.add(QStringLiteral("frmAuswertungenBuchungsjournal"),
                  {creator<frmAuswertungenBuchungsjournal>(services)});
     registry.add(QStringLiteral("frmAuswertungenUmsatz"), {creator<frmAuswertungenUmsatz>(services)});

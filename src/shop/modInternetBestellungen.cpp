@@ -1,7 +1,10 @@
 #include "shop/modInternetBestellungen.h"
 #include "common/Convert.h"
 #include "common/RunTimeError.h"
+#include "masterdata/modVerwaltungKunden.h"
+#include "orders/OrderStorage.h"
 #include "shop/TaggedText.h"
+#include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include <QSet>
 
@@ -39,6 +42,10 @@ std::vector<QString> tagsOfOrders() {
         tags.push_back(QString::fromUtf16(feld.tag));
     return tags;
 }
+
+const QString kListe = u"SELECT lng_ID, txt_Versandzeit, txt_Versandart, dbl_Total, txt_Telefon, txt_Firma, "
+                       u"txt_Name, txt_Vorname, txt_Strasse, txt_Etage, txt_PLZOrt, txt_EMail, "
+                       u"txt_Anmerkungen FROM tbl_WebShop_Bestellungen_Master"_s;
 
 void putOrder(store::Recordset& rows, shop::TaggedText& answer, QSet<qint64>& seen) {
     const qint64 id = answer.wholeNumber(0);
@@ -89,6 +96,37 @@ std::vector<desks::WebLine> ParseWebShopBestellungDetails(const QString& text) {
         lines.push_back(std::move(line));
     }
     return lines;
+}
+
+QString ListeAlle() {
+    return kListe + u';';
+}
+
+QString ListeAmTag(double datum) {
+    return kListe + u" WHERE txt_Versandzeit LIKE "_s +
+           store::sqlText(u'%' + common::formatDate(datum, u"D. MMMM YYYY") + u'%') + u" ;"_s;
+}
+
+std::optional<Vorbestellung> GleicheVorbestellung(qint64 id) {
+    const auto head = orders::ReadHead(orders::PreOrders(), id);
+    if (!head)
+        return std::nullopt;
+    return Vorbestellung{modVerwaltungKunden::GetKundeName(head->lng_KundenID), head->txt_LieferDatum};
+}
+
+void DeleteBestellung(qint64 id) {
+    store::Transaction transaction(ConnMain);
+    store::deleteRow(u"tbl_WebShop_Bestellungen_Master"_s, id);
+    orders::RemoveOrder(orders::PreOrders(), id);
+    transaction.commit();
+}
+
+std::optional<EMailConfo> LoadEMailConfo() {
+    store::OpenRecordset row(RsMain, store::rowQuery(u"tbl_OnlineShop_Dokumente"_s, 1), ConnMain);
+    if (row->Eof())
+        return std::nullopt;
+    return EMailConfo{row->Fields(u"txt_EMailConfoBetreff").text(),
+                      row->Fields(u"txt_EMailConfoBody").text()};
 }
 
 } // namespace modInternetBestellungen

@@ -3,6 +3,7 @@
 #include "desks/MainDesks.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "desks/WebOrderDesk.h"
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
 #include "platform/net/QtInternet.h"
@@ -20,6 +21,7 @@ class TestDesks : public QObject,
                   public desks::CustomerDesk,
                   public desks::PreOrderList,
                   public desks::PreOrderAlarm,
+                  public desks::WebOrderList,
                   public desks::StatusBox,
                   public desks::CallDesk {
   public:
@@ -46,6 +48,8 @@ class TestDesks : public QObject,
         alarmKunde = kunde;
     }
 
+    QString EMail() const override { return webEMail; }
+
     void showAuftragsNummer(const QString& number) override { nextTrxNr = number; }
 
     void showVorbestellungCount(qint64 count) override { vorbestellungCount = count; }
@@ -61,7 +65,7 @@ class TestDesks : public QObject,
     QString openedNumber, nextTrxNr;
     qint64 vorbestellungCount = -1, openedVorbestellung = -1, openedBestellung = -1;
     QList<qint64> alarms;
-    QString alarmKunde;
+    QString alarmKunde, webEMail;
     QStringList messages; ///< what the status line said
 };
 

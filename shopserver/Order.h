@@ -18,7 +18,7 @@ struct Order {
     QString company, surname, firstName, street, floor, town, phone, email, dispatch, wanted, remarks;
     double total = 0;
     QList<OrderLine> lines;
-    /// What the order page was given, so that the same page sent twice is one order; "" for none.
+    /// Tells a page that was sent twice, so that it is one order; "" for none.
     QString receipt;
 };
 

@@ -43,7 +43,6 @@ OrderForm::OrderForm(const QByteArray& body) {
 
 Order OrderForm::order(const Catalogue& catalogue, const QDateTime& now, QStringList& problems) const {
     Order order;
-    order.receipt = value(u"beleg"_s).left(kMostLetters);
     if (catalogue.closed)
         problems << u"Der Online Shop ist zurzeit geschlossen."_s;
     readLines(catalogue, order, problems);

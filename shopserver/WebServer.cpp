@@ -2,6 +2,7 @@
 #include "shopserver/DeskAnswer.h"
 #include "shopserver/OrderPage.h"
 #include "shopserver/Shop.h"
+#include <QCryptographicHash>
 #include <QFile>
 #include <QHash>
 #include <QRandomGenerator>
@@ -123,12 +124,17 @@ void WebServer::takeOrder(const QByteArray& body, httplib::Response& response) {
     const OrderForm form(body);
     QStringList problems;
     Order order = form.order(*catalogue, now, problems);
-    if (order.receipt.isEmpty())
-        order.receipt = newReceipt();
+    const QString receipt = form.value(u"beleg"_s);
+    // Sent twice is one order; gone back to and changed it is another.
+    if (!receipt.isEmpty())
+        order.receipt =
+            QString::fromLatin1(QCryptographicHash::hash(body, QCryptographicHash::Sha256).toHex());
     if (m_shop.orders.count() >= kMostOpenOrders)
         problems << u"Im Moment können wir keine weiteren Bestellungen annehmen. Bitte rufen Sie uns an."_s;
     if (!problems.isEmpty())
-        return answer(response, orderPage(*catalogue, form, problems, now, order.receipt), kHtml, 422);
+        return answer(response,
+                      orderPage(*catalogue, form, problems, now, receipt.isEmpty() ? newReceipt() : receipt),
+                      kHtml, 422);
     answer(response, thanksPage(*catalogue, m_shop.orders.add(order)));
 }
 

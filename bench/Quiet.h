@@ -3,6 +3,7 @@
 #include "platform/Navigation.h"
 #include "platform/RegistryStore.h"
 #include "platform/Services.h"
+#include "platform/net/QtInternet.h"
 #include "platform/report/Reports.h"
 #include "telephony/PhoneBook.h"
 
@@ -16,6 +17,8 @@ class QuietDialogs : public platform::Dialogs {
     QString InputBox(const QString&, const QString&, const QString&) override { return {}; }
 
     QString OpenFile(const QString&, const QString&) override { return {}; }
+
+    bool WaitForServer(const std::function<bool()>&) override { return false; }
 
     /// Watched work goes beside the user interface, as in the program; nobody gives it up.
     platform::Progress ShowProgress(const QString&) override {
@@ -73,8 +76,9 @@ struct QuietServices {
     QuietRegistry registry;
     QuietReports reports;
     QuietPrinters printers;
+    platform::QtInternet internet{{}};
 
-    platform::Services services() { return {dialogs, navigation, registry, reports, printers}; }
+    platform::Services services() { return {dialogs, navigation, registry, reports, printers, internet}; }
 };
 
 } // namespace bench

@@ -27,7 +27,7 @@ End ask(const QString& url, const QString& certificate = {}, const QtInet::Limit
     QElapsedTimer taken;
     taken.start();
     inet.Execute(url);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !inet.StillExecuting(); }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !inet.StillExecuting(); }, 25'000));
     QTest::qWait(20);
     end.milliseconds = taken.elapsed();
     end.answer = inet.Answer();

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <netdb.h>
 #include <poll.h>
+#include <set>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -97,8 +98,9 @@ struct CurlFtp::Session : QObject {
     bool wasKeptFromLogIn = false;
     std::atomic<bool> givenUp = false;
     std::function<void(const FtpStatus&)> onStatus;
-    std::mutex lineMutex;
-    curl_socket_t line = CURL_SOCKET_BAD;
+    /// Several while libcurl tries the addresses of a server. Only its own thread changes them.
+    std::set<curl_socket_t> lines;
+    std::mutex linesMutex;
     bool isSending = false;
     /// Whether the server said why it would not take the rest of a file.
     bool hasRefused = false;
@@ -156,7 +158,7 @@ struct CurlFtp::Session : QObject {
     void open(const Limits& limits);
     int logIn();
     int transfer();
-    void hearLastWords();
+    void hearLastWords(curl_socket_t line);
     void hangUp();
 };
 
@@ -211,8 +213,8 @@ curl_socket_t CurlFtp::Session::openSocket(void* data, curlsocktype, curl_sockad
     const curl_socket_t socket =
         ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
     if (isLine) {
-        const std::lock_guard lock(session.lineMutex);
-        session.line = socket;
+        const std::lock_guard lock(session.linesMutex);
+        session.lines.insert(socket);
         session.tell({FtpStatus::ConnectingToServer, QString::fromLatin1(host)});
     }
     return socket;
@@ -220,17 +222,16 @@ curl_socket_t CurlFtp::Session::openSocket(void* data, curlsocktype, curl_sockad
 
 int CurlFtp::Session::closeSocket(void* data, curl_socket_t socket) {
     Session& session = of(data);
-    if (socket == session.line && session.isSending && !session.givenUp)
-        session.hearLastWords();
-    const std::lock_guard lock(session.lineMutex);
-    if (socket == session.line)
-        session.line = CURL_SOCKET_BAD;
+    if (session.isSending && !session.givenUp && session.lines.contains(socket))
+        session.hearLastWords(socket);
+    const std::lock_guard lock(session.linesMutex);
+    session.lines.erase(socket);
     return ::close(socket);
 }
 
 /// libcurl hangs up when a server takes no more of a file, without listening why. Words under TLS cannot be
 /// read, and still tell that the server lives.
-void CurlFtp::Session::hearLastWords() {
+void CurlFtp::Session::hearLastWords(curl_socket_t line) {
     pollfd listening{line, POLLIN, 0};
     char words[512];
     if (poll(&listening, 1, kMillisecondsToListen) <= 0)
@@ -243,8 +244,8 @@ void CurlFtp::Session::hearLastWords() {
 
 /// Whoever waits for the server in libcurl's thread waits no longer.
 void CurlFtp::Session::hangUp() {
-    const std::lock_guard lock(lineMutex);
-    if (line != CURL_SOCKET_BAD)
+    const std::lock_guard lock(linesMutex);
+    for (const curl_socket_t line : lines)
         shutdown(line, SHUT_RDWR);
 }
 
@@ -358,7 +359,7 @@ void CurlFtp::Close() {
         m_session->tell({FtpStatus::ClosingConnection});
     if (m_session->givenUp)
         m_session->hangUp();
-    // libcurl takes leave of the server, and would wait two minutes for its answer.
+    // libcurl takes leave of the server, and would wait half a minute for its answer.
     QTimer patience;
     patience.setSingleShot(true);
     QObject::connect(&patience, &QTimer::timeout, m_session.get(), [this] { m_session->hangUp(); });

@@ -39,9 +39,8 @@ QString missing(std::initializer_list<std::pair<const char16_t*, bool>> keys) {
             names << QString::fromUtf16(name);
     if (names.isEmpty())
         return {};
-    return u"In der Datei \"tavolino.ini\" fehlt im Abschnitt [Internet]: %1.\nTragen Sie die Angaben ein "
-           u"und "
-           "starten Sie Tavolino neu."_s.arg(names.join(u", "_s));
+    return u"In der Datei \"tavolino.ini\" fehlt im Abschnitt [Internet]: %1.\n"
+           "Tragen Sie die Angaben ein und starten Sie Tavolino neu."_s.arg(names.join(u", "_s));
 }
 
 } // namespace

@@ -9,8 +9,8 @@ namespace platform {
 ///     FtpServer=ftp.example.ch      host of the shop's FTP server
 ///     FtpPort=21
 ///     FtpBenutzer=pizzeria
-///     FtpPasswort="..."             in double quotes if it holds one of , ; = " \ (the last two as \" and
-///     \\) FtpTls=ja                     nein: user, password and data go over the line as they stand
+///     FtpPasswort="..."             in double quotes if it holds one of , ; = \ "
+///     FtpTls=ja                     nein: user, password and data go over the line as they stand
 ///     ShopAdresse=https://shop.example.ch   from "http" up to the host
 ///     ShopOrdner=kunden/pizzeria/   folder of the shop on both servers
 ///     SystemAdresse=https://www.example.ch  server of the confirmation mails

@@ -4,6 +4,7 @@
 #include "platform/form/FieldHelpers.h"
 #include "platform/form/MasterDataForm.h"
 #include "shell/Screens.h"
+#include "shop/modInternetBestellungen.h"
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -73,6 +74,18 @@ std::function<void(size_t)> click(const QWidget& screen, const QString& button) 
     };
 }
 
+/// What the shop answers while so many orders are open.
+QString webAnswer(int orders) {
+    QString answer = u"<BESTELLUNGEN>"_s;
+    for (int id = 1; id <= orders; ++id)
+        answer += u"<RECORD><ID>%1</ID><FIRMA>Muster AG</FIRMA><NAME>Meier %1</NAME><VORNAME>Anna</VORNAME>"
+                  u"<STRASSE>Seestrasse %1</STRASSE><ETAGE>2. Stock</ETAGE><PLZORT>8001 Zürich</PLZORT>"
+                  u"<TELEFON>079 123 45 67</TELEFON><EMAIL>anna.meier@muster.ch</EMAIL>"
+                  u"<VERSANDART>Lieferung</VERSANDART><VERSANDZEIT>15. Mai 2026, 19:30</VERSANDZEIT>"
+                  u"<ANMERKUNG>Bitte zweimal klingeln.</ANMERKUNG><TOTAL>38.50</TOTAL></RECORD>"_s.arg(id);
+    return answer + u"</BESTELLUNGEN>"_s;
+}
+
 } // namespace
 
 ListRoads::ListRoads(RawStore& store, const Workload& work) :
@@ -100,7 +113,8 @@ Road ListRoads::replayed(const std::string& name, int runs, std::function<void(s
 
 std::vector<Road> ListRoads::roads() {
     std::vector<Road> all;
-    for (const auto& more : {openings(), lists(), customers(), preOrders(), draft(), statistics()})
+    for (const auto& more :
+         {openings(), lists(), customers(), preOrders(), webOrders(), draft(), statistics()})
         all.insert(all.end(), more.begin(), more.end());
     return all;
 }
@@ -181,6 +195,16 @@ std::vector<Road> ListRoads::preOrders() {
                 kVariants),
             replayed("Pre-orders: all listed", 1, click(list, u"cmdShowAll"_s)),
             replayed("Alarm check", 1, [this](size_t) { CheckVorbestellungAlarm(m_services.navigation); })};
+}
+
+std::vector<Road> ListRoads::webOrders() {
+    const auto parsing = [this](const std::string& name, int orders) {
+        return replayed(name, 1, [text = webAnswer(orders)](size_t) {
+            modInternetBestellungen::ParseWebShopBestellungen(text);
+        });
+    };
+    return {parsing("Web shop's answer of 1,000 orders", 1000),
+            parsing("Web shop's answer of 10,000 orders", 10'000)};
 }
 
 std::vector<Road> ListRoads::draft() {

@@ -8,8 +8,8 @@
 namespace bench {
 
 /// The roads through the screens around the order: opening each, the lists of master data, saving a product,
-/// pre-orders and their alarm, callers, the draft of the order, and the statistics. What is measured beside
-/// them are the same statements, replayed.
+/// pre-orders and their alarm, web orders, callers, the draft of the order, and the statistics. What is
+/// measured beside them are the same statements, replayed.
 class ListRoads {
   public:
     /// The installation is open; `store` is a file with the same content, `work` outlives the roads.
@@ -25,6 +25,7 @@ class ListRoads {
     std::vector<Road> lists();
     std::vector<Road> customers();
     std::vector<Road> preOrders();
+    std::vector<Road> webOrders();
     std::vector<Road> draft();
     std::vector<Road> statistics();
 

@@ -1,6 +1,8 @@
 #include "shop/TaggedText.h"
 #include "common/Convert.h"
 #include "common/RunTimeError.h"
+#include <QHash>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -13,47 +15,69 @@ namespace {
 /// the text itself is no shop's answer.
 constexpr qsizetype kOverlap = 16 * 1024 * 1024;
 
-QString opening(const QString& name) {
-    return u'<' + name + u'>';
-}
-
-QString closing(const QString& name) {
-    return u"</"_s + name + u'>';
+QChar capital(QChar c) {
+    return c >= u'a' && c <= u'z' ? QChar(char16_t(c.unicode() - u'a' + u'A')) : c;
 }
 
 } // namespace
 
-qsizetype TaggedText::Tag::from(QStringView text, qsizetype position) {
-    const bool known = m_searchedFrom >= 0 && (m_place < 0 || m_place >= position);
-    if (!known) {
-        m_searchedFrom = position;
-        m_place = m_matcher.indexIn(text, position);
+TaggedText::TaggedText(QStringView text, const std::vector<QString>& names) :
+    m_text(text), m_tags{u"<BESTELLUNGEN>"_s, u"<RECORD>"_s, u"</RECORD>"_s} {
+    for (const QString& name : names) {
+        m_tags.push_back(u'<' + name + u'>');
+        m_tags.push_back(u"</"_s + name + u'>');
     }
-    return m_place;
+    m_places.resize(m_tags.size());
+    findTags();
 }
 
-TaggedText::TaggedText(QStringView text, const std::vector<QString>& names) :
-    m_text(text), m_frame(u"<BESTELLUNGEN>"_s), m_record{Tag(u"<RECORD>"_s), Tag(u"</RECORD>"_s)} {
-    for (const QString& name : names)
-        m_values.push_back({Tag(opening(name)), Tag(closing(name))});
+/// One walk for all tags: each begins with the one "<" that it holds.
+void TaggedText::findTags() {
+    QHash<QStringView, int> known;
+    qsizetype longest = 0;
+    for (size_t tag = 0; tag < m_tags.size(); ++tag) {
+        known.insert(m_tags[tag], int(tag));
+        longest = std::max(longest, m_tags[tag].size());
+    }
+    std::vector<QChar> written;
+    for (qsizetype at = m_text.indexOf(u'<'); at >= 0; at = m_text.indexOf(u'<', at + 1)) {
+        written.assign(1, u'<');
+        for (const QChar c : m_text.sliced(at + 1).left(longest - 1)) {
+            if (c == u'<')
+                break;
+            written.push_back(capital(c));
+            if (c == u'>')
+                break;
+        }
+        const auto tag = known.constFind(QStringView(written.data(), qsizetype(written.size())));
+        if (tag != known.constEnd())
+            m_places[size_t(*tag)].all.push_back(at);
+    }
+}
+
+qsizetype TaggedText::placeOf(int tag) {
+    Places& places = m_places[size_t(tag)];
+    while (places.next < places.all.size() && places.all[places.next] < m_position)
+        ++places.next;
+    return places.next < places.all.size() ? places.all[places.next] : -1;
 }
 
 bool TaggedText::enterFrame() {
-    m_position = m_frame.from(m_text, 0);
+    m_position = placeOf(kFrame);
     return m_position >= 0;
 }
 
 bool TaggedText::nextRecord() {
-    const bool there = m_record.opening.from(m_text, m_position) >= 0;
+    const bool there = placeOf(kRecord) >= 0;
     m_recordNumber += there ? 1 : 0;
     return there;
 }
 
 QString TaggedText::value(int name) {
-    Pair& tags = m_values[size_t(name)];
+    const int opening = kFirstValue + 2 * name;
     // Without the opening tag this counts from the place before the text, as the shop's rule does.
-    const qsizetype start = tags.opening.from(m_text, m_position) + tags.opening.length();
-    const qsizetype length = tags.closing.from(m_text, m_position) - start;
+    const qsizetype start = placeOf(opening) + m_tags[size_t(opening)].size();
+    const qsizetype length = placeOf(opening + 1) - start;
     if (length < 0)
         fail(u"no end of value %1"_s.arg(name));
     m_taken += length;
@@ -78,7 +102,7 @@ double TaggedText::number(int name) {
 }
 
 void TaggedText::leaveRecord() {
-    const qsizetype end = m_record.closing.from(m_text, m_position);
+    const qsizetype end = placeOf(kRecordEnd);
     if (end < 0)
         fail(u"no end"_s);
     m_position = end + 1;

@@ -1,6 +1,5 @@
 #pragma once
 #include <QString>
-#include <QStringMatcher>
 #include <QStringView>
 #include <vector>
 
@@ -31,31 +30,25 @@ class TaggedText {
     void leaveRecord();
 
   private:
-    class Tag {
-      public:
-        explicit Tag(const QString& written) : m_matcher(written, Qt::CaseInsensitive) {}
-
-        qsizetype length() const { return m_matcher.pattern().size(); }
-
-        /// Its first place from `position` on, -1 for none; positions only grow.
-        qsizetype from(QStringView text, qsizetype position);
-
-      private:
-        QStringMatcher m_matcher;
-        qsizetype m_searchedFrom = -1;
-        qsizetype m_place = -1;
+    /// Where a tag stands, in order; `next` is the first one that may be asked for yet, since whoever
+    /// searches only goes on.
+    struct Places {
+        std::vector<qsizetype> all{};
+        size_t next = 0;
     };
 
-    struct Pair {
-        Tag opening, closing;
-    };
+    /// The tags of a pair stand side by side, the closing one behind.
+    enum Tag : int { kFrame = 0, kRecord = 1, kRecordEnd = 2, kFirstValue = 3 };
 
+    void findTags();
+    /// The tag's first place from the present position on, -1 for none.
+    qsizetype placeOf(int tag);
     [[noreturn]] void fail(const QString& what) const;
 
     QStringView m_text;
-    Tag m_frame;
-    Pair m_record;
-    std::vector<Pair> m_values;
+    /// As written, in capitals.
+    std::vector<QString> m_tags;
+    std::vector<Places> m_places;
     qsizetype m_position = 0;
     /// Counted from 1, for the log.
     qint64 m_recordNumber = 0;

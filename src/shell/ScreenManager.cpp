@@ -79,10 +79,9 @@ void ScreenManager::closeAll() {
     // Forgotten at once, deleted later: a window may be the one whose key led here.
     const auto windows = std::exchange(m_open, {});
     for (const QPointer<QMdiSubWindow>& window : windows)
-        if (window) {
-            window->close();
+        // A screen that has something to bring to its end closes by itself.
+        if (window && window->close())
             window->deleteLater();
-        }
     for (const QPointer<QWidget>& floating : std::as_const(m_floating))
         if (floating)
             floating->close();
@@ -147,7 +146,14 @@ bool ScreenManager::eventFilter(QObject* watched, QEvent* event) {
     auto* screen = qobject_cast<QWidget*>(watched);
     if (screen && event->type() == QEvent::Close && event->isAccepted())
         if (auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget()))
-            QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                window,
+                [window, screen = QPointer<QWidget>(screen)] {
+                    // It may have refused.
+                    if (!screen || screen->isHidden())
+                        window->close();
+                },
+                Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
 

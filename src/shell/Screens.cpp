@@ -24,6 +24,7 @@
 #include "shell/frmSystemAnmelden.h"
 #include "shop/frmInternetBestellungen.h"
 #include "shop/frmInternetEMailConfo.h"
+#include "shop/frmOnlineShopTransfer.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -81,6 +82,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {creator<frmAuswertungenBuchungsjournalPerKunde>(services)});
     registry.add(QStringLiteral("frmAuswertungenUmsatzProduktePerKunde"),
                  {creator<frmAuswertungenUmsatzProduktePerKunde>(services)});
+    registry.add(QStringLiteral("frmOnlineShopTransfer"), {creator<frmOnlineShopTransfer>(services)});
 }
 
 } // namespace shell

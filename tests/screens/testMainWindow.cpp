@@ -365,7 +365,7 @@ TEST_F(ShellTest, NoEntryIsADeadClick) {
     }
     EXPECT_TRUE(find<QToolButton>("ToolBarBestellung")->isEnabled());
     EXPECT_TRUE(find<QToolButton>("ToolBarExit")->isEnabled());
-    EXPECT_FALSE(find<QToolButton>("ToolBarInternetTransfer")->isEnabled());
+    EXPECT_TRUE(find<QToolButton>("ToolBarInternetTransfer")->isEnabled());
     EXPECT_FALSE(find<QPushButton>("ShowInternetListeCommand")->isEnabled());
 }
 

@@ -25,6 +25,7 @@
 #include "shop/frmInternetBestellungen.h"
 #include "shop/frmInternetEMailConfo.h"
 #include "shop/frmOnlineShopTransfer.h"
+#include "shop/frmOnlineShopSettingsBestellzeiten.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -83,6 +84,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
     registry.add(QStringLiteral("frmAuswertungenUmsatzProduktePerKunde"),
                  {creator<frmAuswertungenUmsatzProduktePerKunde>(services)});
     registry.add(QStringLiteral("frmOnlineShopTransfer"), {creator<frmOnlineShopTransfer>(services)});
+    registry.add(QStringLiteral("frmOnlineShopSettingsBestellzeiten"),
+                 {creator<frmOnlineShopSettingsBestellzeiten>(services)});
 }
 
 } // namespace shell

@@ -26,6 +26,7 @@
 #include "shop/frmInternetEMailConfo.h"
 #include "shop/frmOnlineShopTransfer.h"
 #include "shop/frmOnlineShopSettingsBestellzeiten.h"
+#include "shop/frmOnlineShopSettingsLiefergebiete.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {
@@ -86,6 +87,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
     registry.add(QStringLiteral("frmOnlineShopTransfer"), {creator<frmOnlineShopTransfer>(services)});
     registry.add(QStringLiteral("frmOnlineShopSettingsBestellzeiten"),
                  {creator<frmOnlineShopSettingsBestellzeiten>(services)});
+    registry.add(QStringLiteral("frmOnlineShopSettingsLiefergebiete"),
+                 {creator<frmOnlineShopSettingsLiefergebiete>(services)});
 }
 
 } // namespace shell

@@ -25,11 +25,11 @@ MasterDataForm::MasterDataForm(const Services& services, store::Connection& conn
 
 void MasterDataForm::setUpForm(QList<QWidget*> chain, QSize twips, QWidget* last) {
     m_grid = findChild<DataGrid*>();
-    m_delete = findChild<QAbstractButton*>(QStringLiteral("cmdDelete"));
+    m_delete = findChild<QAbstractButton*>(buttonName(QStringLiteral("cmdDelete")));
     m_firstField = chain.first();
     chain << (last ? last : findChild<QWidget*>(QStringLiteral("cmdSave")));
     m_grid->setDataControl(m_rows);
-    m_grid->setOverMask(true);
+    m_grid->setOverMask(browses());
     m_delete->setEnabled(false);
     setUpActs();
     offerSheetExport(*m_grid, m_services.dialogs, windowTitle().section(QStringLiteral(": "), -1));
@@ -46,7 +46,8 @@ void MasterDataForm::setUpForm(QList<QWidget*> chain, QSize twips, QWidget* last
 void MasterDataForm::setUpActs() {
     using common::connectGuarded;
     using common::Origin;
-    connectGuarded(Origin::User, m_grid, &DataGrid::rowChosen, this, [this](int row) { browseTo(row); });
+    if (browses())
+        connectGuarded(Origin::User, m_grid, &DataGrid::rowChosen, this, [this](int row) { browseTo(row); });
     connectGuarded(Origin::User, m_grid, &DataGrid::rowClicked, this, [this](int) {
         if (m_entry)
             m_entry->setFocus();
@@ -56,7 +57,7 @@ void MasterDataForm::setUpActs() {
         (m_entry ? m_entry.data() : m_firstField)->setFocus();
     });
     const auto onClick = [this](const char16_t* name, auto act) {
-        connectGuarded(Origin::User, findChild<QAbstractButton*>(QString::fromUtf16(name)),
+        connectGuarded(Origin::User, findChild<QAbstractButton*>(buttonName(QString::fromUtf16(name))),
                        &QAbstractButton::clicked, this, act);
     };
     onClick(u"cmdClean", [this] { CleanMask(); });
@@ -99,7 +100,8 @@ void MasterDataForm::printRows(const ReportJob& list,
 void MasterDataForm::CleanMask() {
     m_key = kNewRecord;
     m_delete->setEnabled(false);
-    m_grid->clearSelection();
+    if (browses())
+        m_grid->clearSelection();
 }
 
 void MasterDataForm::chooseRow(int row) {

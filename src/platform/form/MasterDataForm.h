@@ -81,6 +81,12 @@ class MasterDataForm : public QWidget {
 
     virtual void chooseRow(int row);
 
+    /// Where false, only Enter and a double click bring a row into the mask; going to it marks it, no more.
+    virtual bool browses() const { return true; }
+
+    /// Name of the button of that act, where it bears another one.
+    virtual QString buttonName(const QString& act) const { return act; }
+
     virtual void showSaved() { showFresh(); }
 
     virtual void showDeleted() { showFresh(); }

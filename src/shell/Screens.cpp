@@ -26,6 +26,7 @@
 #include "shop/frmInternetEMailConfo.h"
 #include "shop/frmOnlineShopTransfer.h"
 #include "shop/frmOnlineShopSettingsBestellzeiten.h"
+#include "shop/frmOnlineShopSettingsFonts.h"
 #include "shop/frmOnlineShopSettingsLiefergebiete.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
@@ -89,6 +90,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {creator<frmOnlineShopSettingsBestellzeiten>(services)});
     registry.add(QStringLiteral("frmOnlineShopSettingsLiefergebiete"),
                  {creator<frmOnlineShopSettingsLiefergebiete>(services)});
+    registry.add(QStringLiteral("frmOnlineShopSettingsFonts"),
+                 {creator<frmOnlineShopSettingsFonts>(services)});
 }
 
 } // namespace shell

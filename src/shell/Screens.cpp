@@ -26,6 +26,7 @@
 #include "shop/frmInternetEMailConfo.h"
 #include "shop/frmOnlineShopTransfer.h"
 #include "shop/frmOnlineShopSettingsBestellzeiten.h"
+#include "shop/frmOnlineShopSettingsDokumente.h"
 #include "shop/frmOnlineShopSettingsFonts.h"
 #include "shop/frmOnlineShopSettingsLiefergebiete.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
@@ -92,6 +93,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {creator<frmOnlineShopSettingsLiefergebiete>(services)});
     registry.add(QStringLiteral("frmOnlineShopSettingsFonts"),
                  {creator<frmOnlineShopSettingsFonts>(services)});
+    registry.add(QStringLiteral("frmOnlineShopSettingsDokumente"),
+                 {creator<frmOnlineShopSettingsDokumente>(services)});
 }
 
 } // namespace shell

@@ -24,11 +24,11 @@
 #include "shell/frmSystemAnmelden.h"
 #include "shop/frmInternetBestellungen.h"
 #include "shop/frmInternetEMailConfo.h"
-#include "shop/frmOnlineShopTransfer.h"
 #include "shop/frmOnlineShopSettingsBestellzeiten.h"
 #include "shop/frmOnlineShopSettingsDokumente.h"
 #include "shop/frmOnlineShopSettingsFonts.h"
 #include "shop/frmOnlineShopSettingsLiefergebiete.h"
+#include "shop/frmOnlineShopTransfer.h"
 #include "telephony/frmVerwaltungAnruferListe.h"
 
 namespace shell {

@@ -15,8 +15,9 @@ TEST_F(ShellTest, EachMasterDataScreenHasOneWindowThatFitsAndCloses) {
          {u"INSERT INTO tbl_Verwaltung_ProdukteKategorien(txt_ProduktGruppe) VALUES('%1')"_s,
           u"INSERT INTO tbl_Verwaltung_ProdukteExtras(txt_Extra) VALUES('%1')"_s})
         ConnMain.Execute(sql.arg(QString(5000, u'x')));
-    for (const char* entry : {"mnVerwaltungProduktGruppe", "mnVerwaltungProdukte",
-                              "mnVerwaltungProdukteExtras", "mnVerwaltungKurier"}) {
+    for (const char* entry :
+         {"mnVerwaltungProduktGruppe", "mnVerwaltungProdukte", "mnVerwaltungProdukteExtras",
+          "mnVerwaltungKurier", "mnOnlineShopEinstellungenLiefergebiete"}) {
         for (int twice = 0; twice < 2; ++twice)
             window.menuAction(QLatin1String(entry))->trigger();
         auto* room = window.findChild<QMdiArea*>();

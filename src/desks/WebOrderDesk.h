@@ -12,6 +12,8 @@ class WebOrderList {
     virtual ~WebOrderList() = default;
     /// E-mail address of the present order's customer, as he typed it; "" without one.
     virtual QString EMail() const = 0;
+    /// Shows what was fetched since, and stays on the same order.
+    virtual void Refresh() = 0;
 };
 
 } // namespace desks

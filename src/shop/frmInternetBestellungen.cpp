@@ -130,7 +130,7 @@ void frmInternetBestellungen::changeEvent(QEvent* event) {
         // front must find the row that it was made on.
         const bool comes = frame->mdiArea() && frame->mdiArea()->currentSubWindow() != frame;
         if (comes && QGuiApplication::mouseButtons() == Qt::NoButton)
-            refresh();
+            Refresh();
     });
 }
 
@@ -172,7 +172,7 @@ void frmInternetBestellungen::showRows(const QString& query) {
     showDetails();
 }
 
-void frmInternetBestellungen::refresh() {
+void frmInternetBestellungen::Refresh() {
     platform::DataGrid& grid = *m_ui->BestellungGrid;
     const auto before = chosen();
     readRows();

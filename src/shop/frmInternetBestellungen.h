@@ -25,6 +25,7 @@ class frmInternetBestellungen : public QWidget, public desks::WebOrderList {
 
     QString EMail() const override { return m_EMail; }
 
+    void Refresh() override;
     void FormatGrid();
 
   protected:
@@ -38,8 +39,6 @@ class frmInternetBestellungen : public QWidget, public desks::WebOrderList {
     void setUpControls();
     void readRows();
     void showRows(const QString& query);
-    /// Reads the rows again and stays on the same order.
-    void refresh();
     void showDetails();
     void cmdLoad_Click();
     void cmdShowAll_Click();

@@ -50,6 +50,8 @@ class TestDesks : public QObject,
 
     QString EMail() const override { return webEMail; }
 
+    void Refresh() override {}
+
     void showAuftragsNummer(const QString& number) override { nextTrxNr = number; }
 
     void showVorbestellungCount(qint64 count) override { vorbestellungCount = count; }

@@ -46,6 +46,11 @@ class RawStatement {
         sqlite3_bind_text(m_statement, position, text.constData(), int(text.size()), SQLITE_STATIC);
     }
 
+    /// The value of a column of another statement's row.
+    void bind(int position, const RawStatement& from, int column) {
+        sqlite3_bind_value(m_statement, position, sqlite3_column_value(from.m_statement, column));
+    }
+
     bool step();
 
     void reset() { sqlite3_reset(m_statement); }

@@ -16,7 +16,7 @@ constexpr double kBookingAim = 1.3;
 
 Roads::Roads(const QString& folder, const QString& copy) :
     m_installation(folder), m_store(copy), m_raw(m_store), m_work(drawWorkload(m_store)),
-    m_lists(m_store, m_work), m_lastBefore(modBestellNummern::GetLastTrxNr()) {
+    m_lists(m_store, m_work), m_shop(folder, m_store), m_lastBefore(modBestellNummern::GetLastTrxNr()) {
     m_order.prepare(m_work);
     m_order.book();
     m_raw.bookLike(OpenInstallation::handle(), m_lastBefore + 1);
@@ -38,7 +38,7 @@ std::vector<std::vector<Road>> Roads::groups() {
     std::vector<Road> order = compared();
     const std::vector<Road> paintedToo = painted();
     order.insert(order.end(), paintedToo.begin(), paintedToo.end());
-    return {order, m_lists.roads()};
+    return {order, m_lists.roads(), m_shop.roads()};
 }
 
 std::vector<Road> Roads::compared() {

@@ -3,6 +3,7 @@
 #include "Measure.h"
 #include "OurRoads.h"
 #include "RawRoads.h"
+#include "ShopRoads.h"
 
 namespace bench {
 
@@ -14,7 +15,8 @@ class Roads {
     ~Roads();
 
     /// Those of the order, then all others, which would push the order's pages out of the caches. Those that
-    /// are painted only have no other side: painting belongs to no statement.
+    /// are painted only have no other side: painting belongs to no statement. The shop's come last, which add
+    /// to the catalogue.
     std::vector<std::vector<Road>> groups();
     /// The roads whose statements differ between the two sides, with the difference; empty when the
     /// comparison is fair.
@@ -42,6 +44,7 @@ class Roads {
     OrderRoads m_order;
     ScreenRoads m_screen;
     ListRoads m_lists;
+    ShopRoads m_shop;
     qint64 m_lastBefore;
     qint64 m_ourStep = 0;
     qint64 m_rawStep = 0;

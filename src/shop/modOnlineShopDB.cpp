@@ -3,7 +3,6 @@
 #include "common/RunTimeError.h"
 #include "masterdata/modProdukteExtras.h"
 #include "platform/Dialogs.h"
-#include "platform/report/PrintTable.h"
 #include "shop/TransferView.h"
 #include "store/ConnectionString.h"
 #include "store/CreateDatabase.h"
@@ -21,22 +20,25 @@ void showStep(shop::TransferView& view, const char16_t* text, int value) {
     view.setProgress(value);
 }
 
-/// Values of a row as literals, each column under its name.
+using Values = std::vector<common::Value>;
+
+/// Values of a row, each column under its name.
 class Row {
   public:
     explicit Row(store::Recordset& rows) : m_rows(rows) {}
 
-    QString text(QStringView column) const { return store::sqlText(m_rows.Fields(column).text()); }
+    /// A null is the empty text.
+    common::Value text(QStringView column) const { return m_rows.Fields(column).text(); }
 
-    /// A null leaves a hole, which no statement bears.
-    QString number(QStringView column) const {
+    common::Value number(QStringView column) const {
         const common::Value value = m_rows.Fields(column).Value();
-        if (value.isInteger())
-            return value.toText();
-        return value.isNull() ? QString() : platform::sqlNumber(value);
+        if (value.isNull())
+            throw common::RunTimeError(
+                common::kSqlFailure,
+                u"Der Katalog des Online Shops kann nicht erstellt werden: In der Spalte \"%1\" fehlt eine Zahl."_s
+                    .arg(column));
+        return value;
     }
-
-    qint64 key(QStringView column) const { return m_rows.Fields(column).toLong(); }
 
     bool isTrue(QStringView column) const { return m_rows.Fields(column).Value().isTrue(); }
 
@@ -51,17 +53,31 @@ void emptyTables(store::Connection& shop) {
         shop.Execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u';');
 }
 
-void insert(store::Connection& shop, const QString& into, const QStringList& values) {
-    shop.Execute(u"INSERT INTO "_s + into + u" VALUES ("_s + values.join(u',') + u')');
-}
+/// A table of the shop, whose rows are given whole, in the order of its columns.
+class Table {
+  public:
+    Table(store::Connection& shop, const QString& name) :
+        m_engine(shop.engine()), m_name(name), m_columns(m_engine.columnsOf(name)) {}
+
+    void insert(const Values& values) {
+        Q_ASSERT(m_columns.size() == values.size());
+        m_engine.insert(m_name, m_columns, values);
+    }
+
+  private:
+    store::Engine& m_engine;
+    QString m_name;
+    std::vector<store::Column> m_columns;
+};
 
 /// Adds a row for each of the query; nothing for one without values.
 void fill(store::Connection& shop, const QString& into, const QString& query,
-          const std::function<QStringList(const Row& row)>& values) {
+          const std::function<Values(const Row& row)>& values) {
+    Table table(shop, into);
     OpenRecordset rows(RsMain, query, ConnMain);
     for (const Row row(*rows); !rows->Eof(); rows->MoveNext())
-        if (const QStringList literals = values(row); !literals.isEmpty())
-            insert(shop, into, literals);
+        if (const Values found = values(row); !found.empty())
+            table.insert(found);
 }
 
 void fillLieferzeiten(store::Connection& shop) {
@@ -69,32 +85,29 @@ void fillLieferzeiten(store::Connection& shop) {
     if (rows->Eof())
         return;
     const Row row(*rows);
-    insert(shop, u"tblAbholung (lngLieferzeit)"_s, {row.number(u"lng_Abholzeit")});
-    insert(shop, u"tblLastOrder (lngLieferzeit)"_s, {row.number(u"lng_LastOrder")});
-    insert(shop, u"tblShopStatus (lngShopStatus, txtEMailAdresse)"_s,
-           {row.number(u"lng_ShopStatus"), row.text(u"txt_EMailAdresse")});
+    Table(shop, u"tblAbholung"_s).insert({row.number(u"lng_Abholzeit")});
+    Table(shop, u"tblLastOrder"_s).insert({row.number(u"lng_LastOrder")});
+    Table(shop, u"tblShopStatus"_s).insert({row.number(u"lng_ShopStatus"), row.text(u"txt_EMailAdresse")});
 }
 
 void fillArtikel(store::Connection& shop) {
-    fill(shop,
-         u"tblArtikel (ID, strArtikelName, lngArtikelGruppe, dblPreis, lngOrder, strKurzBeschreibung, "
-         u"strBeschreibung, strPics, strPicsLarge)"_s,
+    fill(shop, u"tblArtikel"_s,
          u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True"_s,
          [](const Row& row) {
              const bool withPictures = row.isTrue(u"flag_InternetBilder");
              const auto picture = [&](QStringView column) {
-                 return withPictures ? row.text(column) : store::sqlText({});
+                 return withPictures ? row.text(column) : common::Value(QString());
              };
-             const QString description = row.text(u"txt_Beschreibung");
-             return QStringList{row.number(u"lng_ID"),
-                                row.text(u"txt_Produkt"),
-                                row.number(u"lng_ProduktGruppe"),
-                                row.number(u"dbl_Preis"),
-                                row.number(u"lng_Reihenfolge"),
-                                description,
-                                description,
-                                picture(u"txt_BildKlein"),
-                                picture(u"txt_BildGross")};
+             const common::Value description = row.text(u"txt_Beschreibung");
+             return Values{row.number(u"lng_ID"),
+                           row.text(u"txt_Produkt"),
+                           row.number(u"lng_ProduktGruppe"),
+                           row.number(u"dbl_Preis"),
+                           row.number(u"lng_Reihenfolge"),
+                           description,
+                           description,
+                           picture(u"txt_BildKlein"),
+                           picture(u"txt_BildGross")};
          });
 }
 
@@ -103,64 +116,60 @@ void fillBestellzeiten(store::Connection& shop) {
                               u"lngMittagVonMinuten"_s, u"lngMittagBisStunden"_s,  u"lngMittagBisMinuten"_s,
                               u"lngAbendGeschlossen"_s, u"lngAbendVonStunden"_s,   u"lngAbendVonMinuten"_s,
                               u"lngAbendBisStunden"_s,  u"lngAbendBisMinuten"_s};
-    fill(shop, u"tblBestellzeiten ("_s + columns.join(u", ") + u')',
+    fill(shop, u"tblBestellzeiten"_s,
          u"SELECT * FROM tbl_OnlineShop_Bestellzeiten ORDER BY lngWochentag ASC"_s, [&](const Row& row) {
-             QStringList values;
+             Values values;
              for (const QString& column : columns)
-                 values << row.number(column);
+                 values.push_back(row.number(column));
              return values;
          });
 }
 
 void fillCorporateIdentity(store::Connection& shop) {
-    fill(
-        shop,
-        u"tblCorpprateIdentity (lng_ID, strBalkenfarbe, strSchriftfarbe, strHintergrundbild, strShopTitel)"_s,
-        u"SELECT * FROM tbl_OnlineShop_CorporateIdentity ORDER BY lng_ID ASC"_s, [](const Row& row) {
-            return QStringList{row.number(u"lng_ID"), row.text(u"txt_BalkenfarbeHEX"),
-                               row.text(u"txt_SchriftfarbeHEX"), row.text(u"txt_Hintergrundbild"),
-                               row.text(u"txt_ShopTitel")};
-        });
+    fill(shop, u"tblCorpprateIdentity"_s,
+         u"SELECT * FROM tbl_OnlineShop_CorporateIdentity ORDER BY lng_ID ASC"_s, [](const Row& row) {
+             return Values{row.number(u"lng_ID"), row.text(u"txt_BalkenfarbeHEX"),
+                           row.text(u"txt_SchriftfarbeHEX"), row.text(u"txt_Hintergrundbild"),
+                           row.text(u"txt_ShopTitel")};
+         });
 }
 
 void fillDokumente(store::Connection& shop) {
-    fill(shop,
-         u"tblDokumente (ID, strAGB, strKontakt, strFAQ, strWiderspruchsrecht, strDatenschutz, strNews, "
-         u"strBestellungDanke)"_s,
-         u"SELECT * FROM tbl_OnlineShop_Dokumente WHERE lng_ID = 1;"_s, [](const Row& row) {
-             return QStringList{row.number(u"lng_ID"),
-                                row.text(u"txt_DokumenteAGB"),
-                                row.text(u"txt_DokumenteKontakt"),
-                                row.text(u"txt_DokumenteFAQ"),
-                                row.text(u"txt_DokumenteWiderspruch"),
-                                row.text(u"txt_DokumenteDatenschutz"),
-                                row.text(u"txt_News"),
-                                row.text(u"txt_BestellungDanke")};
+    fill(shop, u"tblDokumente"_s, u"SELECT * FROM tbl_OnlineShop_Dokumente WHERE lng_ID = 1;"_s,
+         [](const Row& row) {
+             return Values{row.number(u"lng_ID"),
+                           row.text(u"txt_DokumenteAGB"),
+                           row.text(u"txt_DokumenteKontakt"),
+                           row.text(u"txt_DokumenteFAQ"),
+                           row.text(u"txt_DokumenteWiderspruch"),
+                           row.text(u"txt_DokumenteDatenschutz"),
+                           row.text(u"txt_News"),
+                           row.text(u"txt_BestellungDanke")};
          });
 }
 
 void fillGruppe(store::Connection& shop) {
-    fill(shop, u"tblGruppe (ID, strArtikelGruppe, lngOrder)"_s,
+    fill(shop, u"tblGruppe"_s,
          u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE flag_Internet = True"_s, [](const Row& row) {
-             return QStringList{row.number(u"lng_ID"), row.text(u"txt_ProduktGruppe"),
-                                row.number(u"lng_Reihenfolge")};
+             return Values{row.number(u"lng_ID"), row.text(u"txt_ProduktGruppe"),
+                           row.number(u"lng_Reihenfolge")};
          });
 }
 
 void fillLieferbedingungen(store::Connection& shop) {
-    fill(shop, u"tblLieferbedingungen (lngPLZ, strOrt, dblMindestbestellmenge, dblLieferzeit)"_s,
+    fill(shop, u"tblLieferbedingungen"_s,
          u"SELECT * FROM tbl_PLZ_Verzeichnis WHERE bool_Liefergebiet = True"_s, [](const Row& row) {
-             return QStringList{row.number(u"lng_PLZ"), row.text(u"txt_Ort"),
-                                row.number(u"dbl_Mindestbestellmenge"), row.number(u"lng_Lieferzeiten")};
+             return Values{row.number(u"lng_PLZ"), row.text(u"txt_Ort"),
+                           row.number(u"dbl_Mindestbestellmenge"), row.number(u"lng_Lieferzeiten")};
          });
 }
 
 void fillZusatz(store::Connection& shop) {
-    fill(shop, u"tblZusatz (ID, strZusatzName, dblPreis, lngOrder)"_s,
+    fill(shop, u"tblZusatz"_s,
          u"SELECT * FROM view_Verwaltung_ProdukteExtras WHERE lng_Gruppe = 1 AND flag_Status <> True"_s,
          [](const Row& row) {
-             return QStringList{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
-                                row.number(u"lng_Reihenfolge")};
+             return Values{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
+                           row.number(u"lng_Reihenfolge")};
          });
 }
 
@@ -173,13 +182,12 @@ void fillZusatzGruppe(store::Connection& shop) {
             found = known.insert(extra, modProdukteExtras::IsExtraInternet(extra));
         return *found;
     };
-    fill(shop, u"tblZusatzGruppe (ID, lngArtikel, lngZusatz)"_s,
-         u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
-             return isForInternet(row.key(u"lng_ProduktExtraID"))
-                        ? QStringList{row.number(u"lng_ID"), row.number(u"lng_ProduktID"),
-                                      row.number(u"lng_ProduktExtraID")}
-                        : QStringList();
-         });
+    fill(shop, u"tblZusatzGruppe"_s, u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
+        const common::Value extra = row.number(u"lng_ProduktExtraID");
+        return isForInternet(extra.toLong())
+                   ? Values{row.number(u"lng_ID"), row.number(u"lng_ProduktID"), extra}
+                   : Values();
+    });
 }
 
 struct Step {

@@ -107,6 +107,8 @@ TEST_F(OnlineShopDB, EveryTableHasItsRows) {
         {u"tblZusatzGruppe", {u"2|2|2"_s, u"4|2|4"_s, u"5|5|4711"_s}}};
     for (const auto& [table, rows] : tables)
         EXPECT_EQ(exported(QString::fromUtf16(table)), rows) << QString::fromUtf16(table).toStdString();
+    EXPECT_EQ(exported(u"tblArtikel WHERE strPics IS NULL OR strKurzBeschreibung IS NULL"_s), QStringList())
+        << "a missing text is an empty one";
     EXPECT_EQ(exported(u"tblBestellzeiten"_s).mid(4, 2),
               (QStringList{u"5|0|11|0|14|0|0|17|0|23|30"_s, u"6|1|11|0|14|0|0|17|0|23|30"_s}));
     EXPECT_EQ(exported(u"tblCorpprateIdentity"_s),

@@ -4,6 +4,7 @@
 #include "platform/net/QtInternet.h"
 #include "platform/report/CupsPrinters.h"
 #include "platform/report/QtReports.h"
+#include "platform/sound/Bell.h"
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     platform::IniRegistryStore registry;
     platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
+    platform::Bell bell;
     const QString folder = QCoreApplication::applicationDirPath();
     const QString iniFile = folder + QStringLiteral("/tavolino.ini");
     const auto telephone = platform::LineSettings::read(iniFile);
@@ -33,8 +35,9 @@ int main(int argc, char** argv) {
          .telephony = {line.get(), telephone.keptCalls, telephone.problem},
          // At once means at once: nothing is unwound, everything that counts is closed.
          .exitProcess = [](int code) { std::_Exit(code); },
-         .procedures = {.openDocument = [](const QString& file) {
-             return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
-         }}});
+         .procedures = {
+             .beep = [&bell] { bell.ring(); },
+             .openDocument =
+                 [](const QString& file) { return QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }}});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;
 }

@@ -8,6 +8,7 @@
 #include "desks/PreOrderDesk.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/net/Inet.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmMDI.h"

@@ -13,7 +13,8 @@ class frmMDI;
 
 namespace platform {
 class BasicCAPI32;
-}
+class Inet;
+} // namespace platform
 
 namespace shell {
 class MenuTree;
@@ -31,10 +32,6 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// What the panels lead to beyond screens. A panel or entry without its procedure stays disabled or does
     /// nothing.
     struct Procedures {
-        /// Starts the poll of the web shop; the answer comes later.
-        std::function<void()> pollWebShop{};
-        /// Fetches the waiting web orders now, before their list is shown.
-        std::function<void()> fetchWebShop{};
         /// True when a newer version of the program is known.
         std::function<bool()> CheckSoftwareUpdate{};
         std::function<void()> showSoftwareUpdate{};
@@ -82,7 +79,12 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
 
     // Web shop
     void startWebShop();
+    /// Asks the shop for its open orders; the answer comes later. Skipped while an earlier one is awaited,
+    /// and without a shop.
     void InternetLinkTimer_Timer();
+    /// 12 is an answer, which replaces what the list of web orders shows; a failed poll changes nothing.
+    void Inet1_StateChanged(int state);
+    /// Asks now, and shows the list.
     void ShowInternetListeCommand_Click();
     /// 0 none, 3 new orders wait: then the program beeps every second until they are looked at.
     void setInternetAttention(int state);
@@ -126,6 +128,9 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void setUpCallPanel();
     void setUpKeys();
     void beep();
+    void ordersWait(qint64 count);
+    void fetchWebOrders();
+    void tellAboutShop(const QString& text);
     void showUpdatePanels(bool free);
     bool mayReach(const QString& screen) const;
     bool isMenuShortcut(const class QKeyEvent& key) const;
@@ -136,7 +141,10 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     shell::ScreenManager* m_screens = nullptr;
     shell::MenuTree* m_menu = nullptr;
     shell::WaitingCall* m_call = nullptr;
+    std::unique_ptr<platform::Inet> Inet1;
+    QString m_pollProblem;
     int m_internetAttention = 0;
+    bool m_panelIsBright = false;
     int m_keptCalls = 0;
     bool m_userLoggedIn = false;
     QTimer TimerBeep{this};

@@ -1,4 +1,4 @@
-// Calls, web shop and pre-order alarm of the main window.
+// Calls and the pre-order alarm of the main window.
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
@@ -136,39 +136,6 @@ void frmMDI::openAnruferListe() {
         return;
     m_screens->show(desks::CallerList::kScreen);
     showMissedCalls();
-}
-
-void frmMDI::startWebShop() {
-    m_ui->ShowInternetListeCommand->show();
-    InternetLinkTimer.start();
-    InternetLinkTimer_Timer();
-}
-
-void frmMDI::InternetLinkTimer_Timer() {
-    // The web shop is not part of the program yet; without it there is nothing to poll.
-    if (m_procedures.pollWebShop)
-        m_procedures.pollWebShop();
-}
-
-void frmMDI::ShowInternetListeCommand_Click() {
-    if (m_procedures.fetchWebShop)
-        m_procedures.fetchWebShop();
-    m_screens->show(u"frmInternetBestellungen"_s);
-    setInternetAttention(0);
-}
-
-void frmMDI::setInternetAttention(int state) {
-    m_internetAttention = state;
-    m_ui->ShowInternetListeCommand->setStyleSheet(
-        state == 0
-            ? QString()
-            : u"QPushButton { background: #2e9e44; color: white; font-weight: bold; border-radius: 6px; "
-              "padding: 0 10px; }"_s);
-}
-
-void frmMDI::TimerBeep_Timer() {
-    if (m_internetAttention == 3)
-        beep();
 }
 
 void frmMDI::beep() {

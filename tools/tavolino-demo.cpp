@@ -1,10 +1,11 @@
 // Takes a demo order by itself through the real screens: a call on the line, a click, the customer, three
-// products, an extra, a discount, booking and the printed slip. It plays the router's call monitor on
-// loopback and prints through a print service of its own. Leaves the slip's PDF and screenshots in
-// <installation>/Demo.
+// products, an extra, a discount, booking and the printed slip; then the catalogue goes up to a web shop, and
+// an order from there is taken over and booked. It plays the router's call monitor on loopback, runs a shop
+// and an FTP server there and prints through a print service of its own. Leaves the slips' PDFs and
+// screenshots in <installation>/Demo.
 //
-// Usage: tavolino-demo <installation> [--screens]. Ends with 0 when the slip was printed. With --screens it
-// also takes a screenshot of each screen, for the manual.
+// Usage: tavolino-demo <installation> [--screens]. Ends with 0 when both slips were printed. With --screens
+// it also takes a screenshot of each screen, for the manual.
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/IniRegistryStore.h"
 #include "platform/QtDialogs.h"
@@ -18,8 +19,11 @@
 #include "store/StoreGlobals.h"
 #include "tests/support/CupsServer.h"
 #include "tests/support/Keys.h"
+#include "tests/support/Servers.h"
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -108,6 +112,68 @@ class Demo {
         press(Qt::Key_F12);
         delete unexpected;
         shoot(u"verbucht"_s);
+    }
+
+    /// What the printer has got, and the number of the booking.
+    void keepSlip(test::CupsServer& printing, const QString& name) {
+        const QString pdf = printing.waitForPdf(u"Bestellungen"_s, ++m_slips);
+        if (pdf.isEmpty())
+            giveUp(u"the slip did not print"_s);
+        const QString kept = m_folder + u'/' + name + u".pdf"_s;
+        QFile::remove(kept);
+        if (!QFile::rename(pdf, kept))
+            giveUp(u"no slip "_s + kept);
+        QTextStream(stdout) << "Booked: order "
+                            << value(u"SELECT TOP 1 lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master "
+                                     u"ORDER BY lng_TrxNr DESC"_s)
+                            << Qt::endl
+                            << "Slip: " << kept << Qt::endl;
+    }
+
+    void uploadCatalogue() {
+        shell::ScreenManager& screens = m_application.mainWindow().screens();
+        QWidget* transfer = screens.show(u"frmOnlineShopTransfer"_s);
+        if (!transfer)
+            giveUp(u"the transfer screen did not open"_s);
+        transfer->findChild<QCheckBox*>(u"check_Agreement"_s)->setChecked(true);
+        auto* update = transfer->findChild<QPushButton*>(u"cmdUpdate"_s);
+        QTest::mouseClick(update, Qt::LeftButton);
+        const auto* done = transfer->findChild<QLabel*>(u"lblDateiTyp"_s);
+        waitFor([&] { return update->isEnabled() && done->text() == u"Upload beendet."_s; },
+                u"the catalogue did not go up"_s);
+        shoot(u"upload"_s);
+        transfer->close();
+    }
+
+    /// The caller orders in the shop as well.
+    void takeWebOrder(test::WebShop& shop) {
+        const QString phone =
+            value(u"SELECT TOP 1 txt_Telefon FROM tbl_Verwaltung_Kunden WHERE txt_Telefon <> '' "
+                  u"ORDER BY lng_ID"_s);
+        const QString product = value(
+            u"SELECT TOP 1 lng_ID FROM tbl_Verwaltung_Produkte WHERE flag_Status = 0 ORDER BY lng_ID"_s);
+        const QString json =
+            u"{\"NAME\": \"Demo\", \"PLZORT\": \"8000 Zürich\", \"TELEFON\": \"%1\", \"TOTAL\": 1, "
+            u"\"ZEILEN\": [{\"ISPRODUKT\": 1, \"PRODUKTID\": %2, \"ANZAHL\": 2}]}"_s.arg(phone, product);
+        if (shop.addOrder(json.toUtf8()) == 0)
+            giveUp(u"the shop refused the order"_s);
+        m_application.mainWindow().InternetLinkTimer_Timer();
+        waitFor([this] { return m_application.mainWindow().internetAttention() == 3; },
+                u"the web order did not come in"_s);
+        shoot(u"webshop"_s);
+        press(Qt::Key_F11);
+        QWidget* screen = m_application.mainWindow().screens().open(u"frmInternetBestellungen"_s);
+        auto* list = screen ? screen->findChild<platform::DataGrid*>() : nullptr;
+        if (!list || list->rowCount() == 0)
+            giveUp(u"the list of web orders is empty"_s);
+        shoot(u"internet-bestellungen"_s);
+        list->setFocus();
+        list->selectRow(0);
+        answerNext([this] { shoot(u"webshop-kunde"_s); });
+        QTest::keyClick(list, Qt::Key_Return);
+        waitFor([this] { return order() && order()->order().LastFilledRow() == 0; },
+                u"the web order was not taken over"_s);
+        shoot(u"webshop-auftrag"_s);
     }
 
     /// Every other screen, each by itself.
@@ -200,6 +266,7 @@ class Demo {
         QTextStream(stdout) << "Screenshot: " << file << Qt::endl;
     }
 
+    int m_slips = 0;
     shell::Application& m_application;
     QString m_folder;
 };
@@ -228,7 +295,8 @@ int main(int argc, char** argv) {
     platform::IniRegistryStore registry(folder + u"/einstellungen.ini"_s);
     platform::QtReports reports(dialogs);
     platform::CupsPrinters printers;
-    platform::QtInternet internet({});
+    test::ShopServers shop;
+    platform::QtInternet internet(shop.endpoints());
     shell::Application application(
         {installation, dialogs, registry, reports, printers, internet, {line.get()}, [](int code) {
              std::_Exit(code == 0 ? 1 : code);
@@ -245,18 +313,10 @@ int main(int argc, char** argv) {
     demo.book();
     if (qt.arguments().contains(u"--screens"_s))
         demo.shootScreens();
-    const QString pdf = printing.waitForPdf(u"Bestellungen"_s);
-    if (pdf.isEmpty())
-        giveUp(u"the slip did not print"_s);
-    const QString kept = folder + u"/bestellschein.pdf"_s;
-    QFile::remove(kept);
-    if (!QFile::copy(pdf, kept))
-        giveUp(u"no slip "_s + kept);
-    QTextStream(stdout) << "Booked: order "
-                        << demo.value(
-                               u"SELECT TOP 1 lng_TrxNr FROM tbl_Auftragswesen_Bestellungen_Master ORDER BY "
-                               u"lng_TrxNr DESC"_s)
-                        << Qt::endl
-                        << "Slip: " << kept << Qt::endl;
+    demo.keepSlip(printing, u"bestellschein"_s);
+    demo.uploadCatalogue();
+    demo.takeWebOrder(shop.web);
+    demo.book();
+    demo.keepSlip(printing, u"bestellschein-webshop"_s);
     return 0;
 }

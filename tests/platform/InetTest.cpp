@@ -1,5 +1,5 @@
 #include "platform/net/QtInet.h"
-#include "support/AnswerServer.h"
+#include "support/AnsweringServer.h"
 #include "support/LineSupport.h"
 #include "support/Servers.h"
 #include <QTest>
@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 using platform::QtInet;
-using test::AnswerServer;
+using test::AnsweringServer;
 
 namespace {
 
@@ -39,8 +39,7 @@ End ask(const QString& url, const QString& certificate = {}, const QtInet::Limit
 }
 
 QByteArray page(const QByteArray& body, const QByteArray& more = {}, const QByteArray& status = "200 OK") {
-    return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" + more +
-           "\r\n" + body;
+    return AnsweringServer::page(body, status, more);
 }
 
 } // namespace
@@ -99,7 +98,7 @@ TEST(Inet, TellsAnAnswerFromNone) {
     };
 
     for (const auto& [what, bytes, answer, problem] : cases) {
-        const AnswerServer server(bytes);
+        const AnsweringServer server(bytes);
         const End end = ask(server.url(), {}, {.bytes = 2000});
         EXPECT_EQ(end.answer, answer) << what;
         EXPECT_TRUE(*problem ? end.problem.contains(QString::fromUtf8(problem)) : end.problem.isEmpty())
@@ -109,7 +108,7 @@ TEST(Inet, TellsAnAnswerFromNone) {
 }
 
 TEST(Inet, PostsWithAnEmptyBody) {
-    const AnswerServer server(page("OK"));
+    const AnsweringServer server(page("OK"));
     EXPECT_EQ(ask(server.url() + u"?ID=7&id2=%2521%20Gr%C3%BCezi"_s).answer, u"OK");
     EXPECT_TRUE(server.asked.startsWith("POST /a.asp?ID=7&id2=%2521%20Gr%C3%BCezi HTTP/1.1\r\n"))
         << server.asked.toStdString();
@@ -118,18 +117,18 @@ TEST(Inet, PostsWithAnEmptyBody) {
 }
 
 TEST(Inet, FollowsAFewRedirects) {
-    const AnswerServer last(page("OK"));
-    const AnswerServer first(page("", "Location: " + last.url().toUtf8() + "\r\n", "302 Found"));
+    const AnsweringServer last(page("OK"));
+    const AnsweringServer first(page("", "Location: " + last.url().toUtf8() + "\r\n", "302 Found"));
     EXPECT_EQ(ask(first.url()).answer, u"OK");
-    AnswerServer circle({});
+    AnsweringServer circle;
     circle.answer = page("", "Location: " + circle.url().toUtf8() + "\r\n", "302 Found");
     EXPECT_TRUE(ask(circle.url()).problem.contains(u"andere Adresse"_s));
 }
 
 TEST(Inet, EndsInTime) {
-    const AnswerServer silent({}, AnswerServer::After::Stay);
-    const AnswerServer slow(page("abc").chopped(1), AnswerServer::After::Stay);
-    for (const AnswerServer* server : {&silent, &slow}) {
+    const AnsweringServer silent(QByteArray(), AnsweringServer::After::Stay);
+    const AnsweringServer slow(page("abc").chopped(1), AnsweringServer::After::Stay);
+    for (const AnsweringServer* server : {&silent, &slow}) {
         const End end = ask(server->url(), {}, {.milliseconds = 300});
         EXPECT_TRUE(end.problem.contains(u"nicht rechtzeitig"_s)) << end.problem.toStdString();
         EXPECT_EQ(end.answer, QString());
@@ -141,7 +140,7 @@ TEST(Inet, EndsInTime) {
     inet.Cancel();
     EXPECT_FALSE(inet.StillExecuting());
     EXPECT_TRUE(inet.Problem().contains(u"abgebrochen"_s));
-    const AnswerServer next(page("OK"));
+    const AnsweringServer next(page("OK"));
     inet.Execute(next.url());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !inet.StillExecuting(); }));
     EXPECT_EQ(inet.Answer(), u"OK") << "one control, one request after the other";
@@ -164,7 +163,7 @@ TEST(Inet, TrustsTheCertificateThatIsNamed) {
     EXPECT_TRUE(ask(url, test::Certificate().certificate()).problem.contains(u"Zertifikat"_s));
     // Plain where TLS is spoken, and the other way round.
     EXPECT_FALSE(ask(QString(url).replace(u"https"_s, u"http"_s)).problem.isEmpty());
-    const AnswerServer plain(page("OK"));
+    const AnsweringServer plain(page("OK"));
     EXPECT_FALSE(ask(plain.url().replace(u"http:"_s, u"https:"_s), ends.certificate, {.milliseconds = 300})
                      .problem.isEmpty());
 }

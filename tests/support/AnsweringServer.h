@@ -11,7 +11,10 @@ namespace test {
 /// for answers that no well-made server gives.
 class AnsweringServer : public QTcpServer {
   public:
-    AnsweringServer() {
+    enum class After { Close, Stay };
+
+    explicit AnsweringServer(QByteArray bytes = {}, After after = After::Close) :
+        answer(std::move(bytes)), m_after(after) {
         listen(QHostAddress::LocalHost);
         connect(this, &QTcpServer::newConnection, this, [this] {
             while (QTcpSocket* socket = nextPendingConnection())
@@ -20,6 +23,8 @@ class AnsweringServer : public QTcpServer {
     }
 
     QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(serverPort()); }
+
+    QString url() const { return address() + QStringLiteral("/a.asp"); }
 
     /// An answer with its length, as servers send it.
     static QByteArray page(const QByteArray& body, const QByteArray& status = "200 OK",
@@ -32,11 +37,15 @@ class AnsweringServer : public QTcpServer {
     QByteArray answer;
     /// First lines of the requests, such as "POST /a.asp HTTP/1.1".
     QStringList requests;
+    /// All that was asked, head and body.
+    QByteArray asked;
 
   private:
     void answerTo(QTcpSocket& socket) {
         QByteArray& request = m_requests[&socket];
-        request += socket.readAll();
+        const QByteArray bytes = socket.readAll();
+        asked += bytes;
+        request += bytes;
         if (!request.contains("\r\n\r\n"))
             return;
         requests << QString::fromLatin1(request.left(request.indexOf("\r\n")));
@@ -44,9 +53,11 @@ class AnsweringServer : public QTcpServer {
         if (answer.isEmpty())
             return;
         socket.write(answer);
-        socket.disconnectFromHost();
+        if (m_after == After::Close)
+            socket.disconnectFromHost();
     }
 
+    After m_after;
     QHash<QTcpSocket*, QByteArray> m_requests;
 };
 

@@ -11,6 +11,13 @@ struct Depth {
     Depth() { ++depth; }
 
     ~Depth() { --depth; }
+
+    /// Nothing stands around what happens meanwhile.
+    struct Apart {
+        ~Apart() { depth = m_outer; }
+
+        const int m_outer = std::exchange(depth, 0);
+    };
 };
 } // namespace
 
@@ -59,10 +66,8 @@ bool guarded(Origin origin, const std::function<void()>& action) {
 }
 
 bool guardedApart(Origin origin, const std::function<void()>& action) {
-    const int outer = std::exchange(depth, 0);
-    const bool done = guarded(origin, action);
-    depth = outer;
-    return done;
+    const Depth::Apart apart;
+    return guarded(origin, action);
 }
 
 } // namespace common

@@ -28,6 +28,8 @@ using shell::MenuKind;
 
 namespace {
 
+constexpr Qt::Key kWebOrdersKey = Qt::Key_F11;
+
 /// A screen reader tells caption and value.
 void showValue(QLabel& value, const QLabel& caption, const QString& text) {
     value.setText(text);
@@ -108,7 +110,7 @@ void frmMDI::setUpHints() {
         panel->setToolTip(u"%1 (%2)"_s.arg(panel->toolTip(), key.toString(QKeySequence::NativeText)));
     };
     withKey(m_ui->ShowTelefonListeCommand, menuAction(u"mnAuftragswesenISDNListe"_s)->shortcut());
-    withKey(m_ui->ShowInternetListeCommand, m_ui->ShowInternetListeCommand->shortcut());
+    withKey(m_ui->ShowInternetListeCommand, kWebOrdersKey);
 }
 
 QAction* frmMDI::menuAction(const QString& name) const {
@@ -167,6 +169,7 @@ void frmMDI::setUpKeys() {
     };
     key(Qt::Key_F9, &frmMDI::takeWaitingCall);
     key(Qt::Key_F1, &frmMDI::showManual);
+    key(kWebOrdersKey, &frmMDI::openWebOrders);
 }
 
 void frmMDI::showManual() {

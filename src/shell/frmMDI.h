@@ -129,6 +129,8 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void setUpKeys();
     void beep();
     void ordersWait(qint64 count);
+    /// What the key does: the panel's click, while there is one to click.
+    void openWebOrders();
     void fetchWebOrders();
     void tellAboutShop(const QString& text);
     void showUpdatePanels(bool free);

@@ -1,5 +1,6 @@
 // The web shop's orders in the main window: the poll, the panel and its bell.
 #include "common/Guard.h"
+#include "desks/WebOrderDesk.h"
 #include "platform/Dialogs.h"
 #include "platform/net/Internet.h"
 #include "platform/net/PostURL.h"
@@ -61,8 +62,15 @@ void frmMDI::ordersWait(qint64 count) {
 
 void frmMDI::ShowInternetListeCommand_Click() {
     fetchWebOrders();
-    m_screens->show(u"frmInternetBestellungen"_s);
+    // It may stand there with the rows of before.
+    if (auto* list = dynamic_cast<desks::WebOrderList*>(m_screens->show(desks::WebOrderList::kScreen)))
+        list->Refresh();
     setInternetAttention(0);
+}
+
+void frmMDI::openWebOrders() {
+    if (m_ui->ShowInternetListeCommand->isVisible() && m_ui->ShowInternetListeCommand->isEnabled())
+        ShowInternetListeCommand_Click();
 }
 
 void frmMDI::tellAboutShop(const QString& text) {

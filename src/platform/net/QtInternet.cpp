@@ -5,7 +5,7 @@
 namespace platform {
 
 std::unique_ptr<Inet> QtInternet::inet() {
-    return std::make_unique<QtInet>(m_endpoints.certificate);
+    return std::make_unique<QtInet>(endpoints().certificate);
 }
 
 std::unique_ptr<Ftp> QtInternet::ftp() {

@@ -1,6 +1,6 @@
-#include "tests/screens/ShellFixture.h"
 #include "platform/net/Internet.h"
 #include "support/AnsweringServer.h"
+#include "tests/screens/ShellFixture.h"
 
 using namespace Qt::StringLiterals;
 using test::AnsweringServer;
@@ -93,10 +93,12 @@ TEST_F(WebShopPollTest, FailuresChangeNothingAndABrokenAnswerIsToldOnce) {
     poll(orders(record(7)));
     window().setInternetAttention(0);
     const QByteArray whole = orders(record(8));
+
     struct Case {
         QByteArray answer;
         int boxes;
     };
+
     for (const Case& c : {Case{whole.left(whole.size() - 40), 0}, Case{orders(record(8, "abc")), 1},
                           Case{orders(record(9, "abc")), 0}}) {
         poll(c.answer);

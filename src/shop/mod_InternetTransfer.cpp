@@ -85,6 +85,13 @@ QString loginProblem(int code) {
     }
 }
 
+QString stateLine(qint64 state) {
+    constexpr qint64 kDisconnected = 2, kDisconnectedByUser = 16;
+    if (state == kDisconnected)
+        return u"Disconnected from network."_s;
+    return state == kDisconnectedByUser ? u"Disconnected by user request."_s : QString();
+}
+
 /// A folder of this program.
 QString localFolder(const QString& name) {
     return QualifyPath(store::appPath() + name);
@@ -178,6 +185,10 @@ QString StatusLine(const FtpStatus& status) {
         return u"Closing connection"_s;
     case FtpStatus::ConnectionClosed:
         return u"Connection closed"_s;
+    case FtpStatus::DetectingProxy:
+        return u"Detecting proxy"_s;
+    case FtpStatus::StateChange:
+        return stateLine(status.bytes);
     default:
         return {};
     }

@@ -31,8 +31,13 @@ TEST(InternetTransfer, ErrorsAndStatusHaveTheFirmsTexts) {
                                      {31, QString()},
                                      {50, u"Closing connection"_s},
                                      {51, u"Connection closed"_s},
+                                     {80, u"Detecting proxy"_s},
                                      {99, QString()}})
         EXPECT_EQ(StatusLine({code, u"x"_s}), line) << code;
+    for (const auto& [state, line] : {std::pair{2, u"Disconnected from network."_s},
+                                      {16, u"Disconnected by user request."_s},
+                                      {256, QString()}})
+        EXPECT_EQ(StatusLine({200, {}, state}), line) << state;
     EXPECT_EQ(QualifyPath(u"a"_s) + QualifyPath(u"b\\"_s), u"a\\b\\");
     EXPECT_EQ(TrimNull(QString(u"ab\0cd"_s)) + TrimNull(u"ef"_s), u"abef");
 }

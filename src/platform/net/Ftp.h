@@ -16,11 +16,14 @@ struct FtpStatus {
         ResponseReceived = 41,
         ClosingConnection = 50,
         ConnectionClosed = 51,
+        DetectingProxy = 80,
+        StateChange = 200,
     };
 
     int code = 0;
     /// Host or address.
     QString text{};
+    /// With StateChange the state.
     qint64 bytes = 0;
 };
 

@@ -62,9 +62,12 @@ void frmMDI::ordersWait(qint64 count) {
 
 void frmMDI::ShowInternetListeCommand_Click() {
     fetchWebOrders();
-    // It may stand there with the rows of before.
-    if (auto* list = dynamic_cast<desks::WebOrderList*>(m_screens->show(desks::WebOrderList::kScreen)))
+    QWidget* const screen = m_screens->show(desks::WebOrderList::kScreen);
+    // It may stand there already, with the rows of before and of any size.
+    if (auto* list = dynamic_cast<desks::WebOrderList*>(screen)) {
         list->Refresh();
+        screen->parentWidget()->showMaximized();
+    }
     setInternetAttention(0);
 }
 

@@ -46,11 +46,11 @@ int IniSection::number(const QString& key, int fallback, int least, int most) {
 
 bool IniSection::yes(const QString& key, bool fallback) {
     const QString value = text(key).toLower();
-    if (value.isEmpty())
-        return fallback;
-    if (value != u"ja" && value != u"nein")
+    if (value == u"ja" || value == u"nein")
+        return value == u"ja";
+    if (!value.isEmpty())
         misunderstood(key);
-    return value == u"ja";
+    return fallback;
 }
 
 int IniSection::portOf(const QString& text) {

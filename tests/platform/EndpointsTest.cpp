@@ -55,5 +55,6 @@ TEST(Endpoints, SayWhatIsMissingOrWrong) {
         EXPECT_TRUE(ends.problem.contains(key)) << line << ": " << ends.problem.toStdString();
         EXPECT_FALSE(ends.problem.contains(u"geheim"_s)) << line;
         EXPECT_FALSE(ends.hasShop()) << line;
+        EXPECT_TRUE(ends.ftpTls) << "what is misread never gives the password away";
     }
 }

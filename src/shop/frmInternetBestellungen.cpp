@@ -92,6 +92,7 @@ frmInternetBestellungen::frmInternetBestellungen(const platform::Services& servi
     fillDates();
     setUpControls();
     cmdShowAll_Click();
+    m_ui->BestellungGrid->setFocus();
 }
 
 frmInternetBestellungen::~frmInternetBestellungen() = default;

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/Navigation.h"
 #include <QString>
 
 /// What the rest of the program asks of the main window.
@@ -16,6 +17,12 @@ class StatusBox {
     /// and is told to a screen reader.
     virtual void showMessage(const QString& message) = 0;
 };
+
+/// StatusBox::showMessage, where there is one.
+inline void showMessage(const platform::Navigation& navigation, const QString& message) {
+    if (auto* box = platform::mainDesk<StatusBox>(navigation))
+        box->showMessage(message);
+}
 
 /// Reaches a user who looks elsewhere.
 class Attention {

@@ -5,11 +5,11 @@
 #include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "platform/Navigation.h"
+#include "platform/QtDialogs.h"
 #include "platform/form/FieldHelpers.h"
 #include "platform/report/PrintTable.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmVerwaltungKunden.h"
-#include <QMdiSubWindow>
 
 using namespace modVerwaltungKunden;
 using namespace Qt::StringLiterals;
@@ -148,8 +148,7 @@ void frmVerwaltungKunden::captureCustomer(const desks::WebCustomer& customer) {
     for (const auto& [field, text] : fields)
         field->setText(onOneLine(text));
     m_ui->combo_Etage->setCurrentIndex(std::max(0, m_ui->combo_Etage->findText(customer.etage)));
-    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-    (frame ? frame : static_cast<QWidget*>(this))->showMaximized();
+    platform::maximiseScreen(*this);
 }
 
 void frmVerwaltungKunden::moveTo(int row) {

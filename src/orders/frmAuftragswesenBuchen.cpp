@@ -30,8 +30,7 @@ void frmAuftragswesenAuftragserfassung::tell(const QString& text, const QString&
 }
 
 void frmAuftragswesenAuftragserfassung::note(const QString& message) {
-    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
-        box->showMessage(message);
+    desks::showMessage(m_services.navigation, message);
 }
 
 void frmAuftragswesenAuftragserfassung::finished(const QString& what, qint64 number) {

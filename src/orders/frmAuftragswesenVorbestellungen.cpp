@@ -121,8 +121,7 @@ void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
                                             tr("Vorbestellung Löschen")) != platform::kAnswerYes)
         return;
     DeleteVorbestellung(*trxNr);
-    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
-        box->showMessage(tr("Vorbestellung %1 gelöscht").arg(*trxNr));
+    desks::showMessage(m_services.navigation, tr("Vorbestellung %1 gelöscht").arg(*trxNr));
     DataControl.Refresh();
     FormatGrid();
     showKunde();

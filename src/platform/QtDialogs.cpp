@@ -329,6 +329,10 @@ void centreOnScreen(QWidget& window) {
     window.move(window.screen()->availableGeometry().center() - window.rect().center());
 }
 
+void maximiseScreen(QWidget& screen) {
+    (screen.parentWidget() ? screen.parentWidget() : &screen)->showMaximized();
+}
+
 int execModal(QDialog& dialog) {
     const common::NestedEventLoop loop;
     const ShortcutGate gate;

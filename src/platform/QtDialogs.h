@@ -20,6 +20,9 @@ class QtDialogs : public Dialogs {
 /// Puts the window into the middle of the screen.
 void centreOnScreen(QWidget& window);
 
+/// A screen in its frame, or by itself.
+void maximiseScreen(QWidget& screen);
+
 /// Runs a modal dialog; what its event loop starts is guarded by itself.
 int execModal(QDialog& dialog);
 

@@ -2,6 +2,7 @@
 #include "common/Guard.h"
 #include "desks/WebOrderDesk.h"
 #include "platform/Dialogs.h"
+#include "platform/QtDialogs.h"
 #include "platform/net/Internet.h"
 #include "platform/net/PostURL.h"
 #include "shell/frmMDI.h"
@@ -42,11 +43,14 @@ void frmMDI::InternetLinkTimer_Timer() {
 }
 
 void frmMDI::Inet1_StateChanged(int state) {
-    if (state == Inet::icError && Inet1->Problem() != std::exchange(m_pollProblem, Inet1->Problem()))
-        qWarning("Online Shop: %s", qUtf8Printable(m_pollProblem));
-    if (state != Inet::icResponseCompleted)
+    if (state != Inet::icResponseCompleted && state != Inet::icError)
         return;
-    m_pollProblem.clear();
+    // Once, and not every minute.
+    const QString problem = Inet1->Problem() + Inet1->Refusal();
+    if (problem != std::exchange(m_pollProblem, problem) && !problem.isEmpty())
+        qWarning("Online Shop: %s", qUtf8Printable(problem));
+    if (state == Inet::icError)
+        return;
     const qint64 orders = modInternetBestellungen::ParseWebShopBestellungen(Inet1->Answer());
     // None clears nothing: what called the user before calls until it was looked at.
     if (orders > 0)
@@ -66,7 +70,7 @@ void frmMDI::ShowInternetListeCommand_Click() {
     // It may stand there already, with the rows of before and of any size.
     if (auto* list = dynamic_cast<desks::WebOrderList*>(screen)) {
         list->Refresh();
-        screen->parentWidget()->showMaximized();
+        platform::maximiseScreen(*screen);
     }
     setInternetAttention(0);
 }
@@ -87,8 +91,10 @@ void frmMDI::fetchWebOrders() {
         return tellAboutShop(ends.missingForShop());
     QString problem;
     const QString answer = platform::PostURL(m_services, ends.script(kMaster), &problem);
-    if (!problem.isEmpty())
+    if (!problem.isEmpty() && answer.isEmpty())
         return tellAboutShop(problem + u'\n' + tr("Die Liste zeigt, was zuletzt bekannt war."));
+    if (!problem.isEmpty())
+        tellAboutShop(problem);
     // A server's answer: what is wrong with it is told and does not end the program.
     common::guardedApart(common::Origin::Answer,
                          [&] { modInternetBestellungen::ParseWebShopBestellungen(answer); });

@@ -111,7 +111,7 @@ void TaggedText::leaveRecord() {
 /// The values are a customer's and not for the log.
 void TaggedText::fail(const QString& what) const {
     throw common::RunTimeError(
-        common::kTypeMismatch, u"Die Antwort des Webshops ist unvollständig oder fehlerhaft."_s,
+        common::kTypeMismatch, u"Die Antwort des Online Shops ist unvollständig oder fehlerhaft."_s,
         u"record %1 of %2 characters: "_s.arg(m_recordNumber).arg(m_text.size()) + what);
 }
 

@@ -10,6 +10,7 @@
 #include "orders/WebOrderMemory.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/QtDialogs.h"
 #include "platform/WatchedQuery.h"
 #include "platform/net/Internet.h"
 #include "platform/net/PostURL.h"
@@ -311,7 +312,7 @@ void frmInternetBestellungen::takeOver(const Bestellung& bestellung, qint64 kund
     fetchLines(bestellung.id);
     auto* screen = dynamic_cast<QWidget*>(platform::showDesk<desks::OrderDesk>(m_services.navigation));
     if (screen)
-        (screen->parentWidget() ? screen->parentWidget() : screen)->showMaximized();
+        platform::maximiseScreen(*screen);
 }
 
 void frmInternetBestellungen::fetchLines(qint64 id) {
@@ -326,7 +327,8 @@ void frmInternetBestellungen::fetchLines(qint64 id) {
     const bool isRead =
         common::guardedApart(Origin::Answer, [&] { order.lines = ParseWebShopBestellungDetails(answer); });
     if (!isRead || order.lines.empty())
-        return tells(tr("Der Webshop liefert keine lesbaren Positionen zur Bestellung %1.").arg(id), title);
+        return tells(tr("Der Online Shop liefert keine lesbaren Positionen zur Bestellung %1.").arg(id),
+                     title);
     if (auto* orders = platform::showDesk<desks::OrderDesk>(m_services.navigation))
         orders->keyWebOrder(order);
 }
@@ -356,8 +358,7 @@ void frmInternetBestellungen::cmdDelete_Click() {
                              .arg(id) +
                          u"\r\n"_s + problem,
                      title);
-    if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
-        box->showMessage(tr("Internet Bestellung %1 gelöscht").arg(id));
+    desks::showMessage(m_services.navigation, tr("Internet Bestellung %1 gelöscht").arg(id));
 }
 
 void frmInternetBestellungen::cmdEMailConfo_Click() {

@@ -14,8 +14,7 @@ void setUpInternet(QAbstractButton& cmdInternet, const platform::Services& servi
 }
 
 void note(const platform::Services& services, const QString& message) {
-    if (auto* box = platform::mainDesk<desks::StatusBox>(services.navigation))
-        box->showMessage(message);
+    desks::showMessage(services.navigation, message);
 }
 
 } // namespace frmOnlineShopSettings

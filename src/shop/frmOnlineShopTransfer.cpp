@@ -118,8 +118,7 @@ void frmOnlineShopTransfer::cmdUpdate_Click() {
     if (!alive)
         return;
     enableUpdate();
-    if (auto* status = platform::mainDesk<desks::StatusBox>(m_services.navigation))
-        status->showMessage(outcome);
+    desks::showMessage(m_services.navigation, outcome);
     if (m_closing)
         close();
 }

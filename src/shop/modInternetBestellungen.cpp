@@ -51,7 +51,7 @@ void putOrder(store::Recordset& rows, shop::TaggedText& answer, QSet<qint64>& se
     const qint64 id = answer.wholeNumber(0);
     if (seen.contains(id))
         throw common::RunTimeError(common::kDuplicateKey,
-                                   u"Der Webshop nennt die Bestellung %1 zweimal."_s.arg(id));
+                                   u"Der Online Shop nennt die Bestellung %1 zweimal."_s.arg(id));
     seen.insert(id);
     rows.Fields(kFelder[0].column) = id;
     for (int i = 1; i < kTotal; ++i)

@@ -53,11 +53,23 @@ void emptyTables(store::Connection& shop) {
         shop.Execute(u"DELETE FROM "_s + QString::fromUtf16(table) + u';');
 }
 
-/// A table of the shop, whose rows are given whole, in the order of its columns.
+/// A table of the shop, whose rows are given in the order of these columns, "a b c".
 class Table {
   public:
-    Table(store::Connection& shop, const QString& name) :
-        m_engine(shop.engine()), m_name(name), m_columns(m_engine.columnsOf(name)) {}
+    Table(store::Connection& shop, const QString& name, const QString& columns) :
+        m_engine(shop.engine()), m_name(name) {
+        const std::vector<store::Column>& all = m_engine.columnsOf(name);
+        for (const QString& wanted : columns.split(u' ')) {
+            const auto found = std::find_if(all.begin(), all.end(),
+                                            [&](const auto& column) { return column.name == wanted; });
+            if (found == all.end())
+                throw common::RunTimeError(
+                    common::kSqlFailure,
+                    u"Der Katalog des Online Shops kann nicht erstellt werden: Der Tabelle \"%1\" fehlt die Spalte \"%2\"."_s
+                        .arg(name, wanted));
+            m_columns.push_back(*found);
+        }
+    }
 
     void insert(const Values& values) {
         Q_ASSERT(m_columns.size() == values.size());
@@ -71,9 +83,9 @@ class Table {
 };
 
 /// Adds a row for each of the query; nothing for one without values.
-void fill(store::Connection& shop, const QString& into, const QString& query,
+void fill(store::Connection& shop, const QString& into, const QString& columns, const QString& query,
           const std::function<Values(const Row& row)>& values) {
-    Table table(shop, into);
+    Table table(shop, into, columns);
     OpenRecordset rows(RsMain, query, ConnMain);
     for (const Row row(*rows); !rows->Eof(); rows->MoveNext())
         if (const Values found = values(row); !found.empty())
@@ -85,41 +97,44 @@ void fillLieferzeiten(store::Connection& shop) {
     if (rows->Eof())
         return;
     const Row row(*rows);
-    Table(shop, u"tblAbholung"_s).insert({row.number(u"lng_Abholzeit")});
-    Table(shop, u"tblLastOrder"_s).insert({row.number(u"lng_LastOrder")});
-    Table(shop, u"tblShopStatus"_s).insert({row.number(u"lng_ShopStatus"), row.text(u"txt_EMailAdresse")});
+    Table(shop, u"tblAbholung"_s, u"lngLieferzeit"_s).insert({row.number(u"lng_Abholzeit")});
+    Table(shop, u"tblLastOrder"_s, u"lngLieferzeit"_s).insert({row.number(u"lng_LastOrder")});
+    Table(shop, u"tblShopStatus"_s, u"lngShopStatus txtEMailAdresse"_s)
+        .insert({row.number(u"lng_ShopStatus"), row.text(u"txt_EMailAdresse")});
 }
 
 void fillArtikel(store::Connection& shop) {
-    fill(shop, u"tblArtikel"_s,
-         u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True"_s,
-         [](const Row& row) {
-             const bool withPictures = row.isTrue(u"flag_InternetBilder");
-             const auto picture = [&](QStringView column) {
-                 return withPictures ? row.text(column) : common::Value(QString());
-             };
-             const common::Value description = row.text(u"txt_Beschreibung");
-             return Values{row.number(u"lng_ID"),
-                           row.text(u"txt_Produkt"),
-                           row.number(u"lng_ProduktGruppe"),
-                           row.number(u"dbl_Preis"),
-                           row.number(u"lng_Reihenfolge"),
-                           description,
-                           description,
-                           picture(u"txt_BildKlein"),
-                           picture(u"txt_BildGross")};
-         });
+    fill(
+        shop, u"tblArtikel"_s,
+        u"ID strArtikelName lngArtikelGruppe dblPreis lngOrder strKurzBeschreibung strBeschreibung strPics strPicsLarge"_s,
+        u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True"_s,
+        [](const Row& row) {
+            const bool withPictures = row.isTrue(u"flag_InternetBilder");
+            const auto picture = [&](QStringView column) {
+                return withPictures ? row.text(column) : common::Value(QString());
+            };
+            const common::Value description = row.text(u"txt_Beschreibung");
+            return Values{row.number(u"lng_ID"),
+                          row.text(u"txt_Produkt"),
+                          row.number(u"lng_ProduktGruppe"),
+                          row.number(u"dbl_Preis"),
+                          row.number(u"lng_Reihenfolge"),
+                          description,
+                          description,
+                          picture(u"txt_BildKlein"),
+                          picture(u"txt_BildGross")};
+        });
 }
 
 void fillBestellzeiten(store::Connection& shop) {
-    const QStringList columns{u"lngWochentag"_s,        u"lngMittagGeschlossen"_s, u"lngMittagVonStunden"_s,
-                              u"lngMittagVonMinuten"_s, u"lngMittagBisStunden"_s,  u"lngMittagBisMinuten"_s,
-                              u"lngAbendGeschlossen"_s, u"lngAbendVonStunden"_s,   u"lngAbendVonMinuten"_s,
-                              u"lngAbendBisStunden"_s,  u"lngAbendBisMinuten"_s};
-    fill(shop, u"tblBestellzeiten"_s,
+    const QString columns = u"lngWochentag lngMittagGeschlossen lngMittagVonStunden lngMittagVonMinuten "
+                            "lngMittagBisStunden lngMittagBisMinuten lngAbendGeschlossen lngAbendVonStunden "
+                            "lngAbendVonMinuten lngAbendBisStunden lngAbendBisMinuten"_s;
+    // Both tables name them alike.
+    fill(shop, u"tblBestellzeiten"_s, columns,
          u"SELECT * FROM tbl_OnlineShop_Bestellzeiten ORDER BY lngWochentag ASC"_s, [&](const Row& row) {
              Values values;
-             for (const QString& column : columns)
+             for (const QString& column : columns.split(u' '))
                  values.push_back(row.number(column));
              return values;
          });
@@ -127,6 +142,7 @@ void fillBestellzeiten(store::Connection& shop) {
 
 void fillCorporateIdentity(store::Connection& shop) {
     fill(shop, u"tblCorpprateIdentity"_s,
+         u"lng_ID strBalkenfarbe strSchriftfarbe strHintergrundbild strShopTitel"_s,
          u"SELECT * FROM tbl_OnlineShop_CorporateIdentity ORDER BY lng_ID ASC"_s, [](const Row& row) {
              return Values{row.number(u"lng_ID"), row.text(u"txt_BalkenfarbeHEX"),
                            row.text(u"txt_SchriftfarbeHEX"), row.text(u"txt_Hintergrundbild"),
@@ -135,8 +151,9 @@ void fillCorporateIdentity(store::Connection& shop) {
 }
 
 void fillDokumente(store::Connection& shop) {
-    fill(shop, u"tblDokumente"_s, u"SELECT * FROM tbl_OnlineShop_Dokumente WHERE lng_ID = 1;"_s,
-         [](const Row& row) {
+    fill(shop, u"tblDokumente"_s,
+         u"ID strAGB strKontakt strFAQ strWiderspruchsrecht strDatenschutz strNews strBestellungDanke"_s,
+         u"SELECT * FROM tbl_OnlineShop_Dokumente WHERE lng_ID = 1;"_s, [](const Row& row) {
              return Values{row.number(u"lng_ID"),
                            row.text(u"txt_DokumenteAGB"),
                            row.text(u"txt_DokumenteKontakt"),
@@ -149,7 +166,7 @@ void fillDokumente(store::Connection& shop) {
 }
 
 void fillGruppe(store::Connection& shop) {
-    fill(shop, u"tblGruppe"_s,
+    fill(shop, u"tblGruppe"_s, u"ID strArtikelGruppe lngOrder"_s,
          u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE flag_Internet = True"_s, [](const Row& row) {
              return Values{row.number(u"lng_ID"), row.text(u"txt_ProduktGruppe"),
                            row.number(u"lng_Reihenfolge")};
@@ -157,7 +174,7 @@ void fillGruppe(store::Connection& shop) {
 }
 
 void fillLieferbedingungen(store::Connection& shop) {
-    fill(shop, u"tblLieferbedingungen"_s,
+    fill(shop, u"tblLieferbedingungen"_s, u"lngPLZ strOrt dblMindestbestellmenge dblLieferzeit"_s,
          u"SELECT * FROM tbl_PLZ_Verzeichnis WHERE bool_Liefergebiet = True"_s, [](const Row& row) {
              return Values{row.number(u"lng_PLZ"), row.text(u"txt_Ort"),
                            row.number(u"dbl_Mindestbestellmenge"), row.number(u"lng_Lieferzeiten")};
@@ -165,7 +182,7 @@ void fillLieferbedingungen(store::Connection& shop) {
 }
 
 void fillZusatz(store::Connection& shop) {
-    fill(shop, u"tblZusatz"_s,
+    fill(shop, u"tblZusatz"_s, u"ID strZusatzName dblPreis lngOrder"_s,
          u"SELECT * FROM view_Verwaltung_ProdukteExtras WHERE lng_Gruppe = 1 AND flag_Status <> True"_s,
          [](const Row& row) {
              return Values{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
@@ -182,12 +199,13 @@ void fillZusatzGruppe(store::Connection& shop) {
             found = known.insert(extra, modProdukteExtras::IsExtraInternet(extra));
         return *found;
     };
-    fill(shop, u"tblZusatzGruppe"_s, u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
-        const common::Value extra = row.number(u"lng_ProduktExtraID");
-        return isForInternet(extra.toLong())
-                   ? Values{row.number(u"lng_ID"), row.number(u"lng_ProduktID"), extra}
-                   : Values();
-    });
+    fill(shop, u"tblZusatzGruppe"_s, u"ID lngArtikel lngZusatz"_s,
+         u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
+             const common::Value extra = row.number(u"lng_ProduktExtraID");
+             return isForInternet(extra.toLong())
+                        ? Values{row.number(u"lng_ID"), row.number(u"lng_ProduktID"), extra}
+                        : Values();
+         });
 }
 
 struct Step {

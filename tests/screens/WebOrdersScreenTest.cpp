@@ -199,9 +199,12 @@ TEST_F(WebOrderListTest, WhatTheServerFailsInIsTold) {
         EXPECT_EQ(navigation.keyedOrder.id, 0);
         return said().last().text;
     };
-    const QString unreadable = u"Der Webshop liefert keine lesbaren Positionen zur Bestellung 7."_s;
-    server.answer = AnsweringServer::page("<html>Fehler</html>", "500 Error");
+    const QString unreadable = u"Der Online Shop liefert keine lesbaren Positionen zur Bestellung 7."_s;
+    server.answer = AnsweringServer::page("<html>Fehler</html>");
     EXPECT_EQ(takeOver(), unreadable);
+    server.answer = AnsweringServer::page("<html>Fehler</html>", "500 Error");
+    EXPECT_EQ(takeOver(),
+              u"Die Positionen der Bestellung 7 wurden nicht geholt.\r\nDer Server meldet den Fehler 500."_s);
     EXPECT_TRUE(errors.isEmpty());
     server.answer = AnsweringServer::page(QString(kLines).replace(u">3<"_s, u">drei<"_s).toUtf8());
     EXPECT_EQ(takeOver(), unreadable);

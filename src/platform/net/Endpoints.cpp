@@ -19,6 +19,7 @@ QString readAddress(IniSection& section, const QString& key) {
     const QString address = withoutSlashes(section.text(key));
     const QUrl url(address, QUrl::StrictMode);
     const bool isAddress = url.isValid() && !url.host().isEmpty() && url.userInfo().isEmpty() &&
+                           !url.hasQuery() && !url.hasFragment() &&
                            (url.scheme() == u"http" || url.scheme() == u"https");
     if (!address.isEmpty() && !isAddress)
         section.misunderstood(key);

@@ -25,6 +25,8 @@ class Inet : public QObject {
     virtual QString Answer() const = 0;
     /// Why the last request failed, a German sentence without address or password; "" when it did not.
     virtual QString Problem() const = 0;
+    /// What the last request's answer is where it is an error page, a sentence; "" where it is none.
+    virtual QString Refusal() const = 0;
 
   Q_SIGNALS:
     void StateChanged(int state);

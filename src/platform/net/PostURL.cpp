@@ -10,10 +10,11 @@ QString PostURL(const Services& services, const QString& url, QString* problem) 
     control->Execute(url);
     if (!services.dialogs.WaitForServer([&] { return control->StillExecuting(); }))
         control->Cancel();
-    if (!control->Problem().isEmpty())
-        qWarning("Server: %s", qUtf8Printable(control->Problem()));
+    const QString failure = control->Problem() + control->Refusal();
+    if (!failure.isEmpty())
+        qWarning("Server: %s", qUtf8Printable(failure));
     if (problem)
-        *problem = control->Problem();
+        *problem = failure;
     return control->Answer();
 }
 

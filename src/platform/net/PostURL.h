@@ -7,7 +7,7 @@ struct Services;
 
 /// Asks a server and waits for its answer behind a small dialog, which the user can close to give the request
 /// up; "" when it failed. Whoever wants to know why hands in `problem`, which tells it in a sentence, "" for
-/// nothing.
+/// nothing; also of an error page, which is an answer all the same.
 QString PostURL(const Services& services, const QString& url, QString* problem = nullptr);
 
 } // namespace platform

@@ -13,8 +13,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-constexpr int kMostRedirects = 5;
-
 QString tr(const char* text) {
     return QObject::tr(text);
 }
@@ -50,20 +48,20 @@ QString sentenceOf(QNetworkReply::NetworkError error) {
         return tr("Der Server hat die Verbindung mitten in der Antwort beendet.");
     case QNetworkReply::SslHandshakeFailedError:
         return tr("Dem Zertifikat des Servers kann nicht vertraut werden.");
-    case QNetworkReply::TooManyRedirectsError:
-    case QNetworkReply::InsecureRedirectError:
-        return tr("Der Server schickt die Anfrage an eine andere Adresse, der nicht gefolgt wird.");
     default:
         return tr("Es besteht keine Verbindung zum Server.");
     }
+}
+
+int statusOf(const QNetworkReply& reply) {
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 /// Whether the server answered, be it by an error page.
 bool isAnswered(const QNetworkReply& reply) {
     const auto error = int(reply.error());
     const bool errorPage = (error >= 200 && error < 300) || (error >= 400 && error < 500);
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return error == QNetworkReply::NoError || (errorPage && status >= 400);
+    return error == QNetworkReply::NoError || (errorPage && statusOf(reply) >= 400);
 }
 
 /// An empty body that is sent once. Without one Qt repeats a request up to three times when the server hangs
@@ -113,6 +111,7 @@ void QtInet::Execute(const QString& address) {
     m_executing = true;
     m_answer.clear();
     m_problem.clear();
+    m_refusal.clear();
     m_bytes.clear();
     Q_EMIT StateChanged(icRequesting);
     const QUrl url(address);
@@ -124,7 +123,8 @@ void QtInet::Execute(const QString& address) {
         m_network = std::make_unique<QNetworkAccessManager>();
     QNetworkRequest request(url);
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
-    request.setMaximumRedirectsAllowed(kMostRedirects);
+    // Followed, a request by POST would become one by GET, and mean something else to the server.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     if (!m_certificate.isEmpty()) {
         QSslConfiguration tls = request.sslConfiguration();
@@ -153,10 +153,15 @@ void QtInet::take() {
 }
 
 void QtInet::finished() {
+    const int status = statusOf(*m_reply);
+    if (status >= 300 && status < 400)
+        return end(tr("Der Server schickt die Anfrage an eine andere Adresse, der nicht gefolgt wird."));
     if (isAnswered(*m_reply)) {
         take();
         if (!m_reply)
             return;
+        if (status >= 400)
+            m_refusal = tr("Der Server meldet den Fehler %1.").arg(status);
         m_answer = decodedAnswer(m_bytes, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
         return end({});
     }

@@ -35,6 +35,8 @@ class QtInet : public Inet {
 
     QString Problem() const override { return m_problem; }
 
+    QString Refusal() const override { return m_refusal; }
+
   private:
     void take();
     void finished();
@@ -46,7 +48,7 @@ class QtInet : public Inet {
     QNetworkReply* m_reply = nullptr;
     QTimer m_deadline;
     QByteArray m_bytes;
-    QString m_answer, m_problem;
+    QString m_answer, m_problem, m_refusal;
     bool m_executing = false;
 };
 

@@ -33,7 +33,7 @@ class AnsweringServer : public QTcpServer {
                "Content-Length: " + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
     }
 
-    /// Sent to every request; nothing at all while empty, so that it is waited for.
+    /// Sent to every request; nothing at all while null, so that it is waited for.
     QByteArray answer;
     /// First lines of the requests, such as "POST /a.asp HTTP/1.1".
     QStringList requests;
@@ -50,7 +50,7 @@ class AnsweringServer : public QTcpServer {
             return;
         requests << QString::fromLatin1(request.left(request.indexOf("\r\n")));
         m_requests.remove(&socket);
-        if (answer.isEmpty())
+        if (answer.isNull())
             return;
         socket.write(answer);
         if (m_after == After::Close)

@@ -3,7 +3,9 @@
 #include "support/LineSupport.h"
 #include "support/Servers.h"
 #include <QTest>
+#include <future>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using platform::QtInet;
@@ -94,7 +96,9 @@ TEST(Inet, TellsAnAnswerFromNone) {
          "mitten in der Antwort"},
         {"nothing", "", {}, "mitten in der Antwort"},
         {"no HTTP", "220 ftp ready\r\n", {}, "mitten in der Antwort"},
-        {"too large", page(QByteArray(3000, 'x')), {}, "zu gross"},
+        {"as large as may be", page(QByteArray(2000, 'x')), QString(2000, u'x'), ""},
+        {"too large", page(QByteArray(2001, 'x')), {}, "zu gross"},
+        {"packed and cut", page("\x1f\x8b\x08", "Content-Encoding: gzip\r\n"), {}, "nicht gelesen"},
     };
 
     for (const auto& [what, bytes, answer, problem] : cases) {
@@ -114,6 +118,7 @@ TEST(Inet, PostsWithAnEmptyBody) {
         << server.asked.toStdString();
     EXPECT_TRUE(server.asked.contains("Content-Type: application/x-www-form-urlencoded\r\n"));
     EXPECT_TRUE(server.asked.contains("Content-Length: 0\r\n"));
+    EXPECT_TRUE(server.asked.contains("Accept-Encoding: identity\r\n"));
 }
 
 TEST(Inet, FollowsNoRedirect) {
@@ -123,6 +128,26 @@ TEST(Inet, FollowsNoRedirect) {
         EXPECT_TRUE(ask(first.url()).problem.contains(u"andere Adresse"_s)) << status;
     }
     EXPECT_TRUE(last.requests.isEmpty());
+}
+
+TEST(Inet, AnAnswerWithoutEndIsRefusedAtItsBound) {
+    std::promise<QString> address;
+    std::thread endless([&] {
+        AnsweringServer server;
+        server.disconnect();
+        address.set_value(server.url());
+        if (!server.waitForNewConnection(5000))
+            return;
+        QTcpSocket& socket = *server.nextPendingConnection();
+        socket.write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+        const QByteArray chunk = "1000\r\n" + QByteArray(0x1000, 'x') + "\r\n";
+        do
+            socket.write(chunk.repeated(64));
+        while (socket.waitForBytesWritten(5000));
+    });
+    const End end = ask(address.get_future().get(), {}, {.bytes = 300'000, .milliseconds = 15'000});
+    endless.join();
+    EXPECT_TRUE(end.problem.contains(u"zu gross"_s)) << end.problem.toStdString();
 }
 
 TEST(Inet, EndsInTime) {

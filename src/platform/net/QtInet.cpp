@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
+constexpr qint64 kReadAhead = 256 * 1024;
+
 QString tr(const char* text) {
     return QObject::tr(text);
 }
@@ -62,6 +64,12 @@ bool isAnswered(const QNetworkReply& reply) {
     const auto error = int(reply.error());
     const bool errorPage = (error >= 200 && error < 300) || (error >= 400 && error < 500);
     return error == QNetworkReply::NoError || (errorPage && statusOf(reply) >= 400);
+}
+
+/// Although it was asked not to be.
+bool isPacked(const QNetworkReply& reply) {
+    const QByteArray encoding = reply.rawHeader("Content-Encoding").trimmed().toLower();
+    return !encoding.isEmpty() && encoding != "identity";
 }
 
 /// An empty body that is sent once. Without one Qt repeats a request up to three times when the server hangs
@@ -125,6 +133,8 @@ void QtInet::Execute(const QString& address) {
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
     // Followed, a request by POST would become one by GET, and mean something else to the server.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    // Qt makes an empty answer of packed bytes that are cut or damaged.
+    request.setRawHeader("Accept-Encoding", "identity");
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     if (!m_certificate.isEmpty()) {
         QSslConfiguration tls = request.sslConfiguration();
@@ -136,6 +146,8 @@ void QtInet::Execute(const QString& address) {
     auto* const body = new SentOnce;
     m_reply = m_network->post(request, body);
     body->setParent(m_reply);
+    // Qt reads in a thread of its own, and without a bound all that a server has.
+    m_reply->setReadBufferSize(kReadAhead);
     connect(m_reply, &QNetworkReply::readyRead, this, &QtInet::take);
     connect(m_reply, &QNetworkReply::finished, this, &QtInet::finished);
     m_deadline.start();
@@ -160,6 +172,8 @@ void QtInet::finished() {
         take();
         if (!m_reply)
             return;
+        if (isPacked(*m_reply))
+            return end(tr("Die Antwort des Servers kann nicht gelesen werden."));
         if (status >= 400)
             m_refusal = tr("Der Server meldet den Fehler %1.").arg(status);
         m_answer = decodedAnswer(m_bytes, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());

@@ -66,8 +66,8 @@ class OnlineShopDB : public testing::Test {
               u"UPDATE tbl_Verwaltung_ProdukteExtras SET flag_Internet = True WHERE lng_ID IN (2, 4)",
               u"INSERT INTO tbl_Verwaltung_Produkte_Extras(lng_ProduktID, lng_ProduktExtraID) VALUES (5, "
               u"4711)",
-              u"DELETE FROM tbl_PLZ_Verzeichnis WHERE lng_PLZ > 8001",
-              u"UPDATE tbl_PLZ_Verzeichnis SET bool_Liefergebiet = True, dbl_Mindestbestellmenge = 60.25"})
+              u"UPDATE tbl_PLZ_Verzeichnis SET bool_Liefergebiet = False, dbl_Mindestbestellmenge = 60.25",
+              u"UPDATE tbl_PLZ_Verzeichnis SET bool_Liefergebiet = True WHERE lng_PLZ = 8001"})
             ConnMain.Execute(QString::fromUtf16(sql));
     }
 

@@ -31,8 +31,12 @@ TEST_F(WebOrders, AreRememberedAsLongAsWhatTheyBecameStands) {
     const qint64 later = SaveVorbestellung(order);
     takeOrder();
     book();
-    LoadBestellung(order, second);
-    UpdateBestellung(order, second);
+    for (const bool isTakenOverAgain : {true, false}) {
+        LoadBestellung(order, second);
+        if (isTakenOverAgain)
+            order.webBestellung = 77;
+        UpdateBestellung(order, second);
+    }
     DeleteVorbestellung(second);
     EXPECT_EQ(BookedWebOrder(77), (Booking{{second, false}}));
     DeleteBestellung(second, {});
@@ -44,6 +48,15 @@ TEST_F(WebOrders, AreRememberedAsLongAsWhatTheyBecameStands) {
     EXPECT_EQ(BookedWebOrder(77), std::nullopt);
     const qint64 last = book();
     EXPECT_EQ(BookedWebOrder(77), (Booking{{last, false}}));
+    // An order that cannot be remembered is not booked either.
+    const auto booked = [] {
+        return TestFirm::rows(u"SELECT * FROM tbl_Auftragswesen_Bestellungen_Master"_s);
+    };
+    const QStringList before = booked();
+    take(78);
+    ConnMain.Execute(u"DROP TABLE tbl_WebShop_Bestellungen_Verbucht"_s);
+    EXPECT_ANY_THROW(book());
+    EXPECT_EQ(booked(), before);
 }
 
 TEST_F(WebOrders, AreKeyedThroughTheCellsOfTypedLines) {

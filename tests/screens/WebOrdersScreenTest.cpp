@@ -122,8 +122,9 @@ TEST_F(WebOrderListTest, TakeOverMatchesTheCustomerAndKeysTheLines) {
         {u"keines"_s, no, QString(), unknown, invalid, {}},
         {u"999999999"_s, no, u"77"_s, unknown, missing, {}},
         {QString(400, u'9'), no, u"1e30"_s, unknown, missing, {}},
-        {u"044"_s, no, u"1.4"_s, unknown, missing, {}},
+        {u"+044/7-"_s, no, u"1.4"_s, unknown, missing, {}},
     };
+    ConnMain.Execute(u"UPDATE tbl_Verwaltung_Kunden SET dbl_Telefon = 0 WHERE lng_ID = 3"_s);
     qint64 id = 10;
     for (const Case& c : cases) {
         ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Master"_s);
@@ -154,7 +155,7 @@ TEST_F(WebOrderListTest, TakeOverMatchesTheCustomerAndKeysTheLines) {
     EXPECT_EQ((QStringList{kunde.firma, kunde.name, kunde.vorname, kunde.strasse, kunde.etage, kunde.plz,
                            kunde.ort, kunde.telefon, kunde.email}
                    .join(u'|')),
-              u"Muster AG|Meier|Anna|Seestrasse 1|2. Stock|8000|Zürich|044|anna@muster.ch");
+              u"Muster AG|Meier|Anna|Seestrasse 1|2. Stock|8000|Zürich|0447|anna@muster.ch");
     EXPECT_EQ(server.requests.size(), 3) << "capturing ends the take-over";
     EXPECT_EQ(dialogs.unexpected, 0);
 }
@@ -187,6 +188,13 @@ TEST_F(WebOrderListTest, ASecondTakeOverAsksAndAPollChangesNothingOnShow) {
     screen->Refresh();
     EXPECT_EQ(keys(), u"4 5 6");
     EXPECT_EQ(markedKey(), 6) << "the same order as before";
+    orders::RememberWebOrder(6, {5, true});
+    navigation.openedNumber.clear();
+    doubleClickRow(2);
+    EXPECT_TRUE(said().last().text.startsWith(
+        u"Diese Internet Bestellung wurde bereits als Vorbestellung 5 gespeichert."_s));
+    EXPECT_EQ(navigation.openedNumber, QString());
+    dialogs.unexpected = 0;
 }
 
 TEST_F(WebOrderListTest, WhatTheServerFailsInIsTold) {

@@ -1,3 +1,4 @@
+#include "platform/form/DataGrid.h"
 #include "platform/net/Internet.h"
 #include "support/AnsweringServer.h"
 #include "tests/screens/ShellFixture.h"
@@ -87,6 +88,9 @@ TEST_F(WebShopPollTest, CallsWithEachSecondUntilTheListIsOpened) {
     EXPECT_EQ(beeps, 2);
     poll(orders(record(11)));
     EXPECT_EQ(window().internetAttention(), 3) << "what is not dealt with calls again";
+    server.answer = orders(record(12));
+    window().ShowInternetListeCommand_Click();
+    EXPECT_EQ(find<platform::DataGrid>("BestellungGrid")->text(0, 0), u"12") << "the list stood open";
 }
 
 TEST_F(WebShopPollTest, FailuresChangeNothingAndABrokenAnswerIsToldOnce) {

@@ -21,8 +21,7 @@ QString plain(QString text, int most) {
 
 QString nameOf(const WebLine& line) {
     constexpr int kLongest = 60;
-    const QString name =
-        line.isProdukt ? modProdukte::GetProduktName(line.id) : plain(line.bezeichnung, kLongest);
+    QString name = line.isProdukt ? modProdukte::GetProduktName(line.id) : plain(line.bezeichnung, kLongest);
     if (!name.isEmpty())
         return name;
     return (line.isProdukt ? u"Produkt %1"_s : u"Extra %1"_s).arg(line.id);

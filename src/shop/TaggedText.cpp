@@ -13,7 +13,7 @@ namespace {
 
 /// Values may overlap: of a text with few tags each record may take nearly all. More than this beyond twice
 /// the text itself is no shop's answer.
-constexpr qsizetype kOverlap = 16 * 1024 * 1024;
+constexpr qsizetype kOverlap = 16LL * 1024 * 1024;
 
 QChar capital(QChar c) {
     return c >= u'a' && c <= u'z' ? QChar(char16_t(c.unicode() - u'a' + u'A')) : c;

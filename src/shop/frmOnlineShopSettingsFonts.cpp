@@ -21,7 +21,7 @@ namespace {
 
 constexpr QSize kPictureSize(900, 80);
 /// Far more than a picture of that size takes.
-constexpr qint64 kMostBytes = 4 * 1024 * 1024;
+constexpr qint64 kMostBytes = 4LL * 1024 * 1024;
 constexpr const char* kTag = "Tag";
 
 QColor colorOf(int dez) {

@@ -31,7 +31,7 @@ class Row {
     common::Value text(QStringView column) const { return m_rows.Fields(column).text(); }
 
     common::Value number(QStringView column) const {
-        const common::Value value = m_rows.Fields(column).Value();
+        common::Value value = m_rows.Fields(column).Value();
         if (value.isNull())
             throw common::RunTimeError(
                 common::kSqlFailure,

@@ -20,6 +20,7 @@ namespace {
 constexpr int kBarEnd = 100;
 
 constexpr int kFirstError = 12001;
+// Long ones go over two lines: NOLINTBEGIN(bugprone-suspicious-missing-comma)
 const char* const kErrorTexts[] = {
     "No more handles could be generated at this time",
     "The request has timed out.",
@@ -62,6 +63,8 @@ const char* const kErrorTexts[] = {
     nullptr,
     "The request failed because the handle already exists.",
 };
+
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 /// Why the log-in failed, as far as the user can do something about it.
 QString loginProblem(int code) {

@@ -19,7 +19,7 @@
 namespace platform {
 namespace {
 
-constexpr long kUploadBuffer = 512 * 1024;
+constexpr long kUploadBuffer = 512L * 1024;
 constexpr int kMillisecondsToListen = 500;
 constexpr long kSecondsToStayConnected = 24L * 3600;
 
@@ -121,7 +121,7 @@ struct CurlFtp::Session : QObject {
     static Session& of(void* data) { return *static_cast<Session*>(data); }
 
     static size_t read(char* to, size_t size, size_t count, void* data) {
-        const qint64 bytes = of(data).file.read(to, qint64(size * count));
+        const qint64 bytes = of(data).file.read(to, qint64(size) * qint64(count));
         return bytes < 0 ? CURL_READFUNC_ABORT : size_t(bytes);
     }
 
@@ -378,7 +378,10 @@ void CurlFtp::giveUp() {
 }
 
 QString CurlFtp::LastResponse() const {
-    return QString::fromUtf8(m_session->lastResponse);
+    // A server may send several lines at once, and signs that would forge a line of the log.
+    const QByteArray& said = m_session->lastResponse;
+    QString line = QString::fromUtf8(said.mid(said.lastIndexOf('\n') + 1));
+    return line.removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
 QString CurlFtp::Detail() const {

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-constexpr qint64 kReadAhead = 256 * 1024;
+constexpr qint64 kReadAhead = 256LL * 1024;
 
 QString tr(const char* text) {
     return QObject::tr(text);

@@ -15,7 +15,7 @@ class QtInet : public Inet {
     Q_OBJECT
   public:
     struct Limits {
-        qint64 bytes = 16 * 1024 * 1024;
+        qint64 bytes = 16LL * 1024 * 1024;
         int milliseconds = 30'000;
     };
 

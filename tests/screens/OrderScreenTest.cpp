@@ -260,6 +260,15 @@ TEST_F(OrderScreenTest, WhatIsKeyedIsOfferedUnderItsCell) {
     EXPECT_EQ(cell(3, Col::Bezeichnung), u"Knoblauch"_s);
     EXPECT_EQ(cell(3, Col::ExtraID), QString::number(TestFirm::kKnoblauch));
     EXPECT_EQ(cell(3, Col::ProduktID), QString::number(TestFirm::kWein));
+    EXPECT_FALSE(offeredByName(4).isEmpty());
+    QLineEdit elsewhere;
+    elsewhere.show();
+    elsewhere.activateWindow();
+    elsewhere.setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return elsewhere.hasFocus(); }));
+    EXPECT_TRUE(offered().isEmpty()) << "another screen came to the front";
+    screen->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(screen.get()));
     screen->ClearBestellungMaske();
     EXPECT_TRUE(offeredByName(0).isEmpty()) << "an extra needs a line above";
 }

@@ -158,6 +158,11 @@ void CellGrid::readOffers() {
             if (m_editor && closeEditorTakingOver(m_editor))
                 leaveTo(nextCell(from), from, true);
         });
+        // Another screen may come to the front while the editor stays open below it.
+        connect(qApp, &QApplication::focusChanged, m_offers, [this](QWidget*, const QWidget* now) {
+            if (now && now != m_editor)
+                m_offers->setOffers({});
+        });
     }
     m_offers->setOffers(Offers(place(), editor->text()));
 }

@@ -57,6 +57,11 @@ WebServer::WebServer(Shop& shop, Options options) : m_shop(shop), m_options(std:
     else
         m_server = std::make_unique<httplib::SSLServer>(QFile::encodeName(m_options.certificate).constData(),
                                                         QFile::encodeName(m_options.key).constData());
+    // The library's own choice lets a second server share the port, and each gets some of the requests.
+    m_server->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     m_server->set_payload_max_length(kMostBytesOfRequest);
     m_server->set_read_timeout(kSeconds);
     m_server->set_write_timeout(kSeconds);

@@ -34,7 +34,7 @@ struct Line {
             if (onStatus)
                 onStatus(status);
         };
-        QFile small(path(u"Pizza 100% ü#?.jpg"_s));
+        QFile small(path(u"Pizza %41 ü#?.jpg"_s));
         EXPECT_TRUE(small.open(QIODevice::WriteOnly));
         small.write(QByteArray("picture").repeated(1000));
         QFile large(path(u"large"_s));
@@ -49,7 +49,7 @@ struct Line {
         return ftp.PutFile(path(name), test::WebShop::kFolder.toString() + u"Pictures/"_s + name);
     }
 
-    int putSmall() { return put(u"Pizza 100% ü#?.jpg"_s); }
+    int putSmall() { return put(u"Pizza %41 ü#?.jpg"_s); }
 
     QTemporaryDir folder;
     CurlFtp ftp;
@@ -84,7 +84,7 @@ TEST_P(FtpTest, SendsFilesOverOneConnection) {
     EXPECT_EQ(line.put(u"large"_s), 0);
     EXPECT_TRUE(painted);
     EXPECT_EQ(QFileInfo(servers.file(u"Pictures/large"_s)).size(), kLarge);
-    QFile file(servers.file(u"Pictures/Pizza 100% ü#?.jpg"_s));
+    QFile file(servers.file(u"Pictures/Pizza %41 ü#?.jpg"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), QByteArray("picture").repeated(1000));
     line.ftp.Close();
@@ -235,6 +235,15 @@ TEST(FtpTls, ChecksTheCertificateAndGoesNoOtherWay) {
     Endpoints ends = servers.endpoints();
     ends.strFTPServer = u"localhost"_s;
     EXPECT_EQ(named.ftp.Connect(ends), 0) << named.ftp.Detail().toStdString();
+    const test::Certificate ofAnother(u"DNS:shop.example.ch"_s);
+    test::FtpServer another(servers.file({}), &ofAnother);
+    ASSERT_TRUE(another.start());
+    ends = servers.endpoints();
+    ends.lngFTPPort = another.port();
+    ends.certificate = ofAnother.certificate();
+    Line trusting;
+    EXPECT_EQ(trusting.ftp.Connect(ends), Ftp::kCertificateInvalid) << "trusted, but of another server";
+    EXPECT_FALSE(another.log().contains(u"USER"_s));
 
     // A server without TLS never gets the user's name, let alone the password.
     ShopServers plain(ShopServers::Tls::No);

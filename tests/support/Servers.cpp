@@ -68,13 +68,12 @@ QString ServerProcess::log() {
     return m_log;
 }
 
-Certificate::Certificate() {
+Certificate::Certificate(const QString& names) {
     QProcess openssl;
-    openssl.start(u"openssl"_s,
-                  {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
-                   u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-days"_s, u"2"_s, u"-subj"_s,
-                   u"/CN=127.0.0.1"_s, u"-addext"_s, u"subjectAltName=IP:127.0.0.1,DNS:localhost"_s,
-                   u"-keyout"_s, key(), u"-out"_s, certificate()});
+    openssl.start(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
+                                 u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-days"_s, u"2"_s,
+                                 u"-subj"_s, u"/CN=127.0.0.1"_s, u"-addext"_s, u"subjectAltName="_s + names,
+                                 u"-keyout"_s, key(), u"-out"_s, certificate()});
     openssl.waitForFinished(kMillisecondsToStart);
     EXPECT_EQ(openssl.exitCode(), 0) << openssl.readAllStandardError().toStdString();
     QFile file(both());

@@ -39,10 +39,10 @@ class ServerProcess {
     int m_port = 0;
 };
 
-/// A certificate for 127.0.0.1 and "localhost" that nobody trusts, made anew.
+/// A certificate, for 127.0.0.1 and "localhost" unless told, that nobody trusts, made anew.
 class Certificate {
   public:
-    Certificate();
+    explicit Certificate(const QString& names = QStringLiteral("IP:127.0.0.1,DNS:localhost"));
 
     QString certificate() const { return m_folder.filePath(QStringLiteral("certificate.pem")); }
 

@@ -17,6 +17,12 @@ class Navigation {
     virtual QObject* showScreen(const QString& screen) = 0;
     /// Null before it exists and after it is gone.
     virtual QObject* mainWindow() const = 0;
+    /// Closes all child windows but that one, without a question. False when one of them has something to
+    /// bring to its end first and stays.
+    virtual bool closeScreensBut(const QString& screen) = 0;
+    /// From now on nothing comes in by itself, no call, no timer, no server's answer: for work that has
+    /// closed the databases and is followed by the program's end.
+    virtual void standStill() = 0;
     /// Ends the program at once; databases are closed, nothing is asked, and open settings are taken over
     /// only with the code 0. Does not return in the program itself; a test observes it.
     virtual void endProgram(int exitCode = 0) = 0;

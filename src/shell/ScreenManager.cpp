@@ -75,16 +75,25 @@ void ScreenManager::close(const QString& screen) {
         window->close();
 }
 
-void ScreenManager::closeAll() {
+bool ScreenManager::closeAllBut(const QString& screen) {
     // Forgotten at once, deleted later: a window may be the one whose key led here.
-    const auto windows = std::exchange(m_open, {});
-    for (const QPointer<QMdiSubWindow>& window : windows)
+    auto windows = std::exchange(m_open, {});
+    if (const QPointer<QMdiSubWindow> kept = windows.take(screen))
+        m_open.insert(screen, kept);
+    bool allClosed = true;
+    for (const QPointer<QMdiSubWindow>& window : std::as_const(windows)) {
+        if (!window)
+            continue;
         // A screen that has something to bring to its end closes by itself.
-        if (window && window->close())
+        if (window->close())
             window->deleteLater();
+        else
+            allClosed = false;
+    }
     for (const QPointer<QWidget>& floating : std::as_const(m_floating))
         if (floating)
             floating->close();
+    return allClosed;
 }
 
 void ScreenManager::runModal(const QString& screen, const ScreenEntry& entry) {

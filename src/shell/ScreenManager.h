@@ -24,8 +24,12 @@ class ScreenManager : public QObject {
     QWidget* show(const QString& screen);
     /// Closes the child window if it is open.
     void close(const QString& screen);
+
     /// Closes all child windows, without a question.
-    void closeAll();
+    void closeAll() { closeAllBut({}); }
+
+    /// The same but for one; false when another one has something to bring to its end first.
+    bool closeAllBut(const QString& screen);
 
     /// Asked before each showing of a screen, by whatever road: false leaves it shut. It tells nothing.
     void setGate(std::function<bool(const QString& screen)> mayShow) { m_mayShow = std::move(mayShow); }

@@ -11,6 +11,15 @@ QObject* ShellNavigation::showScreen(const QString& screen) {
     return m_window ? m_window->screens().show(screen) : nullptr;
 }
 
+bool ShellNavigation::closeScreensBut(const QString& screen) {
+    return !m_window || m_window->screens().closeAllBut(screen);
+}
+
+void ShellNavigation::standStill() {
+    if (m_window)
+        m_window->standStill();
+}
+
 QObject* ShellNavigation::mainWindow() const {
     return m_window;
 }

@@ -18,6 +18,9 @@ class ShellNavigation : public platform::Navigation {
     QObject* showScreen(const QString& screen) override;
     QObject* mainWindow() const override;
 
+    bool closeScreensBut(const QString& screen) override;
+    void standStill() override;
+
     void endProgram(int exitCode) override { m_end(exitCode); }
 
   private:

@@ -8,6 +8,7 @@
 #include "desks/PreOrderDesk.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/line/TelephoneLine.h"
 #include "platform/net/Inet.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
@@ -194,6 +195,15 @@ void frmMDI::setUpTimers() {
     VorbestellungTimer.start();
     TimerZeit.start();
     TimerZeit_Timer();
+}
+
+void frmMDI::standStill() {
+    for (QTimer* timer : {&TimerBeep, &VorbestellungTimer, &InternetLinkTimer})
+        timer->stop();
+    if (m_line)
+        m_line->Stop();
+    if (Inet1)
+        Inet1->disconnect(this);
 }
 
 void frmMDI::showAuftragsNummer(const QString& number) {

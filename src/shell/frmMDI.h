@@ -74,6 +74,9 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// How many calls of the last day nobody took, on the way to their list.
     void showMissedCalls();
 
+    /// Nothing comes in by itself any more: no call, no timer, no answer of the shop.
+    void standStill();
+
     /// The user's manual, in the system's viewer.
     void showManual();
 
@@ -147,6 +150,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     QString m_pollProblem;
     int m_internetAttention = 0;
     bool m_panelIsBright = false;
+    platform::BasicCAPI32* m_line = nullptr;
     int m_keptCalls = 0;
     bool m_userLoggedIn = false;
     QTimer TimerBeep{this};

@@ -29,6 +29,7 @@ QString missedText(qint64 missed) {
 
 void frmMDI::startTelephony(platform::BasicCAPI32* line, int keptCalls) {
     m_keptCalls = keptCalls;
+    m_line = line;
     if (line)
         startLine(*line);
     showMissedCalls();

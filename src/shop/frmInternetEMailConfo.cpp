@@ -44,18 +44,18 @@ void frmInternetEMailConfo::cmdSend_Click() {
                                   platform::kInformation, tr("Ungültige E-Mail"));
         return;
     }
-    problem = ends.missingForMail();
+    problem = ends.missingForSystem();
     QString answer;
     if (problem.isEmpty()) {
         const auto encoded = [](QString text) {
             return modFunctions::TextToURL(text.replace(u'\n', u"\r\n"_s));
         };
-        answer = platform::PostURL(
-            m_services,
-            ends.systemHost + u"/rootTavolinoNet/System/TavolinoNet_EMailConfo.asp?id1="_s +
-                encoded(m_ui->txt_Betreff->text()) + u"&id2="_s + encoded(m_ui->txt_Body->toPlainText()) +
-                u"&id3="_s + encoded(m_ui->txt_EMail->text()),
-            &problem);
+        answer = platform::PostURL(m_services,
+                                   ends.systemAddress(u"TavolinoNet_EMailConfo.asp?id1="_s) +
+                                       encoded(m_ui->txt_Betreff->text()) + u"&id2="_s +
+                                       encoded(m_ui->txt_Body->toPlainText()) + u"&id3="_s +
+                                       encoded(m_ui->txt_EMail->text()),
+                                   &problem);
     }
     if (answer == u"OK") {
         m_services.dialogs.MsgBox(tr("Die Nachricht wurde dem Kunden übermittelt"), platform::kInformation,

@@ -24,16 +24,18 @@ TEST(Endpoints, AreReadAsTheFileTellsThem) {
         read("FtpServer=ftp.example.ch\nFtpPort=2121\nFtpBenutzer=pizzeria\n"
              "FtpPasswort=\"a;b,c=\\\"d\\\\e%\"\nFtpTls=nein\nShopAdresse=https://shop.example.ch//\n"
              "ShopOrdner=/kunden/pizzeria\nSystemAdresse=http://www.example.ch:8080\n"
-             "Zertifikat=/etc/server.pem\n");
+             "Installation=betrieb\nZertifikat=/etc/server.pem\n");
     EXPECT_EQ(ends.problem, QString());
     EXPECT_EQ(ends.strFTPServer, u"ftp.example.ch");
     EXPECT_EQ(ends.lngFTPPort, 2121);
     EXPECT_EQ(ends.strFTPPassword, u"a;b,c=\"d\\e%");
     EXPECT_FALSE(ends.ftpTls);
     EXPECT_EQ(ends.script(u"x.asp?ID=1"_s), u"https://shop.example.ch/kunden/pizzeria/x.asp?ID=1");
-    EXPECT_EQ(ends.systemHost, u"http://www.example.ch:8080");
+    EXPECT_EQ(ends.systemAddress(u"Update.exe"_s),
+              u"http://www.example.ch:8080/rootTavolinoNet/System/Update.exe");
+    EXPECT_EQ(ends.installation, u"betrieb");
     EXPECT_EQ(ends.certificate, u"/etc/server.pem");
-    for (const QString& missing : {ends.missingForShop(), ends.missingForUpload(), ends.missingForMail()})
+    for (const QString& missing : {ends.missingForShop(), ends.missingForUpload(), ends.missingForSystem()})
         EXPECT_EQ(missing, QString());
 }
 
@@ -44,7 +46,7 @@ TEST(Endpoints, SayWhatIsMissingOrWrong) {
     EXPECT_FALSE(none.hasShop());
     EXPECT_TRUE(none.missingForShop().contains(u"ShopAdresse"_s));
     EXPECT_TRUE(none.missingForUpload().contains(u"FtpServer, FtpBenutzer, ShopAdresse"_s));
-    EXPECT_TRUE(none.missingForMail().contains(u"SystemAdresse"_s));
+    EXPECT_TRUE(none.missingForSystem().contains(u"SystemAdresse"_s));
     EXPECT_EQ(read("ShopAdresse=http://h\n").script(u"x.asp"_s), u"http://h/x.asp");
 
     for (const char* line : {"ShopAdresse=shop.example.ch", "ShopAdresse=ftp://shop.example.ch",

@@ -82,7 +82,18 @@ class TestNavigation : public platform::Navigation, public TestDesks {
 
     QObject* mainWindow() const override { return const_cast<TestNavigation*>(this); }
 
+    bool closeScreensBut(const QString& screen) override {
+        keptOpen << screen;
+        return allClose;
+    }
+
+    void standStill() override { standsStill = true; }
+
     void endProgram(int) override { ended = true; }
+
+    QStringList keptOpen; ///< the screens that were to stay
+    bool allClose = true;
+    bool standsStill = false;
 
     QStringList shown;
     bool ended = false;

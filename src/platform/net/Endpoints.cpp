@@ -57,8 +57,8 @@ QString Endpoints::missingForUpload() const {
                     {u"ShopAdresse", hasShop()}});
 }
 
-QString Endpoints::missingForMail() const {
-    return missing({{u"SystemAdresse", !systemHost.isEmpty()}});
+QString Endpoints::missingForSystem() const {
+    return missing({{u"SystemAdresse", hasSystem()}});
 }
 
 Endpoints Endpoints::read(const QString& iniFile) {
@@ -72,6 +72,7 @@ Endpoints Endpoints::read(const QString& iniFile) {
     ends.strDomainMapping = readAddress(section, u"ShopAdresse"_s);
     ends.strWebShopPfad = readFolder(section, u"ShopOrdner"_s);
     ends.systemHost = readAddress(section, u"SystemAdresse"_s);
+    ends.installation = section.text(u"Installation"_s);
     ends.certificate = section.text(u"Zertifikat"_s);
     section.findUnknownKeys();
     ends.problem = section.problem();

@@ -1,4 +1,5 @@
 #include "common/AtomicFile.h"
+#include "common/FileErrors.h"
 #include "common/RunTimeError.h"
 #include <QDir>
 #include <QFileInfo>
@@ -6,6 +7,7 @@
 #include <QStorageInfo>
 #include <filesystem>
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -22,6 +24,19 @@ bool isSynced(const QFileDevice& file) {
 #else
     Q_UNUSED(file);
     return true;
+#endif
+}
+
+/// So that a power cut does not bring the former file back. Not every file system can.
+void syncFolder(const QString& folder) {
+#ifdef Q_OS_UNIX
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+#else
+    Q_UNUSED(folder);
 #endif
 }
 
@@ -59,10 +74,12 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, Permissio
 std::error_code replaceFile(const QString& path, const QString& with) {
     QFile file(with);
     if (!file.open(QIODevice::ReadOnly) || !isSynced(file))
-        return std::make_error_code(std::errc::io_error);
+        return lastError();
     file.close();
     std::error_code error;
     std::filesystem::rename(with.toStdU16String(), path.toStdU16String(), error);
+    if (!error)
+        syncFolder(QFileInfo(path).absolutePath());
     return error;
 }
 

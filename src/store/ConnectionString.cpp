@@ -40,6 +40,8 @@ ConnectionString ConnectionString::parse(const QString& text) {
         const QString name = part.left(equals).trimmed().toLower();
         if (name == u"data source")
             result.path = nativePath(part.mid(equals + 1).trimmed());
+        else if (name == u"mode")
+            result.readOnly = part.mid(equals + 1).trimmed().toLower() == u"read";
         else if (name == u"jet oledb:database password")
             result.password = part.mid(equals + 1).trimmed();
     }

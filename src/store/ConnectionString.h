@@ -10,6 +10,8 @@ namespace store {
 struct ConnectionString {
     QString path;
     QString password;
+    /// "Mode=Read": the file is looked at and stays as it is.
+    bool readOnly = false;
 
     static ConnectionString parse(const QString& text);
 };

@@ -52,16 +52,23 @@ void setPassword(const QString& path, const QString& oldPassword, const QString&
     }
 }
 
-void CompactDatabase(const QString& sourceConnection, const QString& targetConnection) {
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection,
+                     const Progress& progress) {
     const ConnectionString source = ConnectionString::parse(sourceConnection);
+    SqliteEngine engine(source.path, source.password);
+    compact(engine, source.password, targetConnection, progress);
+}
+
+void compact(SqliteEngine& source, const QString& password, const QString& targetConnection,
+             const Progress& progress) {
     const ConnectionString target = ConnectionString::parse(targetConnection);
     if (QFile::exists(target.path))
         throw common::RunTimeError(common::kTargetExists,
                                    u"Die Zieldatei \"%1\" besteht bereits."_s.arg(target.path));
     try {
-        SqliteEngine(source.path, source.password).compactInto(target.path);
-        if (source.password != target.password)
-            setPassword(target.path, source.password, target.password);
+        source.compactInto(target.path, progress);
+        if (password != target.password)
+            setPassword(target.path, password, target.password);
     } catch (...) {
         QFile::remove(target.path);
         throw;

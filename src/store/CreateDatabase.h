@@ -1,7 +1,10 @@
 #pragma once
+#include "store/Progress.h"
 #include <QString>
 
 namespace store {
+
+class SqliteEngine;
 
 /// The version of the schema that this program reads and writes. Kept in each file; a file of a newer version
 /// is refused when it is opened.
@@ -19,7 +22,11 @@ void setPassword(const QString& path, const QString& oldPassword, const QString&
 
 /// Writes a compacted copy of the source's database to the target's path, for its owner only. Both are
 /// connection strings; the passwords must fit the source, and the target takes the target string's. An
-/// existing target is refused (kTargetExists).
-void CompactDatabase(const QString& sourceConnection, const QString& targetConnection);
+/// existing target is refused (kTargetExists); what fails or is given up leaves none.
+void CompactDatabase(const QString& sourceConnection, const QString& targetConnection,
+                     const Progress& progress = {});
+/// The same for a source that is open; `password` is its own.
+void compact(SqliteEngine& source, const QString& password, const QString& targetConnection,
+             const Progress& progress = {});
 
 } // namespace store

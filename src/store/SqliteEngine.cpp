@@ -11,6 +11,7 @@
 #include "store/SqliteErrors.h"
 #include <QDir>
 #include <QFileInfo>
+#include <QUrl>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <algorithm>
 #include <sqlite3.h>
@@ -95,20 +96,13 @@ ColumnType columnType(const char* declared) {
     return declared ? declaredType(QString::fromUtf8(declared)) : ColumnType::Any;
 }
 
-SqliteEngine::SqliteEngine(const QString& path, const QString& password) : m_path(path) {
+SqliteEngine::SqliteEngine(const QString& path, const QString& password, Access access) : m_path(path) {
     if (!QFileInfo::exists(path))
         throw common::RunTimeError(
             common::kFileNotFound,
             u"Die Datenbankdatei \"%1\" wurde nicht gefunden."_s.arg(QDir::toNativeSeparators(path)), path);
-    // A database of an earlier program may be open to others still.
-    for (const char16_t* suffix : {u"", u"-wal", u"-shm"})
-        common::keepForOwner(path + QString::fromUtf16(suffix));
     try {
-        m_database = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, 5000);
-        registerFunctions(m_database->getHandle());
-        checkFile(password);
-        m_database->exec("PRAGMA journal_mode = WAL");
-        m_database->exec("PRAGMA synchronous = FULL");
+        access == Access::Work ? openToWork(password) : openToLook(password);
         m_database->exec("PRAGMA temp_store = MEMORY");
         m_database->exec("PRAGMA cache_size = -32768");
         schemaChanged();
@@ -117,10 +111,39 @@ SqliteEngine::SqliteEngine(const QString& path, const QString& password) : m_pat
     }
 }
 
+void SqliteEngine::openToWork(const QString& password) {
+    // A database of an earlier program may be open to others still.
+    for (const char16_t* suffix : {u"", u"-wal", u"-shm"})
+        common::keepForOwner(m_path + QString::fromUtf16(suffix));
+    m_database = std::make_unique<SQLite::Database>(m_path.toStdString(), SQLite::OPEN_READWRITE, 5000);
+    registerFunctions(m_database->getHandle());
+    checkFile(password);
+    m_database->exec("PRAGMA journal_mode = WAL");
+    m_database->exec("PRAGMA synchronous = FULL");
+}
+
+void SqliteEngine::openToLook(const QString& password) {
+    for (const char16_t* suffix : {u"-wal", u"-journal"})
+        if (QFileInfo(m_path + QString::fromUtf16(suffix)).size() > 0)
+            throw common::RunTimeError(
+                common::kStoreFailure,
+                u"Die Datenbank \"%1\" ist noch geöffnet oder wurde nicht richtig geschlossen."_s.arg(
+                    QFileInfo(m_path).fileName()),
+                m_path);
+    const QUrl url = QUrl::fromLocalFile(QFileInfo(m_path).absoluteFilePath());
+    // Locks and logs would be files beside it, and the disk may be one that only reads.
+    const QByteArray name = url.toEncoded(QUrl::FullyEncoded) + "?immutable=1";
+    m_database =
+        std::make_unique<SQLite::Database>(name.toStdString(), SQLite::OPEN_READONLY | SQLite::OPEN_URI);
+    registerFunctions(m_database->getHandle());
+    checkFile(password);
+}
+
 SqliteEngine::~SqliteEngine() = default;
 
 std::unique_ptr<Engine> openEngine(const ConnectionString& parts) {
-    return std::make_unique<SqliteEngine>(parts.path, parts.password);
+    return std::make_unique<SqliteEngine>(parts.path, parts.password,
+                                          parts.readOnly ? Access::Look : Access::Work);
 }
 
 void SqliteEngine::checkFile(const QString& password) {
@@ -346,11 +369,6 @@ void SqliteEngine::interrupt() {
 
 bool SqliteEngine::isWritable() const {
     return sqlite3_db_readonly(m_database->getHandle(), "main") == 0;
-}
-
-void SqliteEngine::compactInto(const QString& path) {
-    common::createForOwner(path);
-    execute(u"VACUUM INTO "_s + sqlText(path));
 }
 
 } // namespace store

@@ -1,6 +1,7 @@
 #pragma once
 #include "store/Dialect.h"
 #include "store/Engine.h"
+#include "store/Progress.h"
 #include <QHash>
 #include <QSet>
 #include <SQLiteCpp/Statement.h>
@@ -14,12 +15,15 @@ class Database;
 
 namespace store {
 
+/// To look at a file is to leave it, and the folder that it stands in, as they are.
+enum class Access { Work, Look };
+
 /// The embedded engine: one file, WAL, every commit on disk before it returns (synchronous FULL), writing
 /// transactions begun IMMEDIATE. Statements of one shape are translated and prepared once.
 class SqliteEngine : public Engine {
   public:
-    /// Opens an existing file; see Connection::Open for what it throws.
-    SqliteEngine(const QString& path, const QString& password);
+    /// Opens an existing file; see Connection::Open for what it throws. Only a closed file can be looked at.
+    SqliteEngine(const QString& path, const QString& password, Access access = Access::Work);
     ~SqliteEngine() override;
 
     qint64 execute(const QString& sql) override;
@@ -37,8 +41,13 @@ class SqliteEngine : public Engine {
     void interrupt() override;
     bool isWritable() const override;
 
-    /// Copies the database, compacted, into a new file.
-    void compactInto(const QString& path);
+    /// Copies the database, compacted, into a new file; what `progress` throws breaks it off.
+    void compactInto(const QString& path, const Progress& progress = {});
+    /// Throws kStoreFailure where the database is not whole.
+    void checkIntegrity(const Progress& progress = {});
+    /// Nobody else has the database open from now on, in this process or another, and all of it is in its one
+    /// file. Throws where somebody has.
+    void holdAlone();
     /// Reads the names of the Yes/No columns again; after the schema was made or changed.
     void schemaChanged();
     /// The engine's own handle, for the installer's bulk work.
@@ -80,7 +89,12 @@ class SqliteEngine : public Engine {
     SQLite::Statement& writerFor(bool isInsert, const QString& table, const std::vector<Column>& columns);
     void write(SQLite::Statement& statement, const std::vector<Column>& columns,
                const std::vector<common::Value>& values, const qint64* rowKey);
+    void openToWork(const QString& password);
+    void openToLook(const QString& password);
     void checkFile(const QString& password);
+    /// Runs work of the engine, which gives its word now and again.
+    void watched(const std::function<void()>& word, const std::function<void()>& work);
+    qint64 numberOf(const char* pragma) const;
 
     QString m_path;
     std::unique_ptr<SQLite::Database> m_database;

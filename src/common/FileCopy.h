@@ -1,0 +1,12 @@
+#pragma once
+#include <QString>
+#include <functional>
+
+namespace common {
+
+/// Copies a file to a new one, for its owner only; by the end it is on disk. Throws what throwFileError
+/// throws; what fails, or is given up by what `progress` throws, leaves none.
+void copyFile(const QString& from, const QString& to,
+              const std::function<void(qint64 done, qint64 total)>& progress = {});
+
+} // namespace common

@@ -1,4 +1,5 @@
 #include "shopserver/DeskAnswer.h"
+#include "shopserver/PlainText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,11 +11,7 @@ void addTag(QByteArray& answer, const char* name, const QByteArray& value) {
 }
 
 QByteArray plain(QString text) {
-    text.replace(u'<', u'‹').replace(u'>', u'›');
-    for (QChar& c : text)
-        if (c.category() == QChar::Other_Control && c != u'\n' && c != u'\r')
-            c = u' ';
-    return text.toUtf8();
+    return withoutControls(text.replace(u'<', u'‹').replace(u'>', u'›')).toUtf8();
 }
 
 template <typename Record, typename Fields>

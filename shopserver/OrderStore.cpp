@@ -1,16 +1,12 @@
 #include "shopserver/OrderStore.h"
-#include "common/OwnerFile.h"
-#include <QFile>
+#include "shopserver/Database.h"
 #include <QStringList>
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <SQLiteCpp/VariadicBind.h>
 
 using namespace Qt::StringLiterals;
 
 namespace shop {
 namespace {
-
-constexpr int kMillisecondsToWait = 5000;
 
 QStringList textColumns() {
     QStringList columns;
@@ -19,22 +15,9 @@ QStringList textColumns() {
     return columns;
 }
 
-QString text(SQLite::Statement& row, int column) {
-    return QString::fromUtf8(row.getColumn(column).getText());
-}
-
 } // namespace
 
-OrderStore::OrderStore(const QString& path) {
-    if (!QFile::exists(path))
-        common::createForOwner(path);
-    m_database =
-        std::make_unique<SQLite::Database>(QFile::encodeName(path).toStdString(),
-                                           SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, kMillisecondsToWait);
-    m_database->exec("PRAGMA journal_mode = WAL");
-    m_database->exec("PRAGMA synchronous = FULL");
-    // Who ordered what is gone once the desk deletes it.
-    m_database->exec("PRAGMA secure_delete = ON");
+OrderStore::OrderStore(const QString& path) : m_database(openOwnDatabase(path)) {
     const QString columns = textColumns().join(u" TEXT NOT NULL, "_s) + u" TEXT NOT NULL"_s;
     m_database->exec(
         "CREATE TABLE IF NOT EXISTS orders (ID INTEGER PRIMARY KEY AUTOINCREMENT, receipt TEXT UNIQUE, " +
@@ -93,7 +76,7 @@ QList<Order> OrderStore::orders() const {
         order.total = query.getColumn(1).getDouble();
         int column = 1;
         for (const OrderText& name : kOrderTexts)
-            order.*name.value = text(query, ++column);
+            order.*name.value = textOf(query, ++column);
         orders.append(order);
     }
     return orders;
@@ -113,7 +96,7 @@ QList<OrderLine> OrderStore::lines(qint64 order) const {
     QList<OrderLine> lines;
     while (query.executeStep())
         lines.append({query.getColumn(0).getInt() != 0, query.getColumn(1).getInt64(),
-                      query.getColumn(2).getInt64(), text(query, 3)});
+                      query.getColumn(2).getInt64(), textOf(query, 3)});
     return lines;
 }
 
@@ -142,7 +125,7 @@ QList<Confirmation> OrderStore::confirmations() const {
                             "SELECT moment, subject, text, address FROM confirmations ORDER BY rowid");
     QList<Confirmation> confirmations;
     while (query.executeStep())
-        confirmations.append({text(query, 0), text(query, 1), text(query, 2), text(query, 3)});
+        confirmations.append({textOf(query, 0), textOf(query, 1), textOf(query, 2), textOf(query, 3)});
     return confirmations;
 }
 

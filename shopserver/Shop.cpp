@@ -23,7 +23,7 @@ QString Places::file(const QString& name) const {
 
 Shop::Shop(const Places& where) :
     places(where), catalogue(where.file(u"TavolinoShopDB.asp"_s), dataFile(where, u"catalogue.db"_s)),
-    orders(dataFile(where, u"orders.db"_s)) {
+    orders(dataFile(where, u"orders.db"_s)), messages(dataFile(where, u"messages.db"_s)) {
 }
 
 } // namespace shop

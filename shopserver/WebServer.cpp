@@ -1,4 +1,5 @@
 #include "shopserver/WebServer.h"
+#include "shopserver/Answer.h"
 #include "shopserver/DeskAnswer.h"
 #include "shopserver/OrderPage.h"
 #include "shopserver/Shop.h"
@@ -19,14 +20,6 @@ constexpr size_t kMostBytesOfRequest = 256 * 1024;
 constexpr qint64 kMostBytesOfPicture = 8 * 1024 * 1024;
 constexpr qint64 kMostOpenOrders = 1000;
 constexpr int kSeconds = 10;
-constexpr char kHtml[] = "text/html; charset=utf-8";
-constexpr char kText[] = "text/plain; charset=utf-8";
-
-void answer(httplib::Response& response, const QByteArray& content, const char* type = kHtml,
-            int status = 200) {
-    response.status = status;
-    response.set_content(content.constData(), size_t(content.size()), type);
-}
 
 QString newReceipt() {
     quint32 random[4];
@@ -84,6 +77,8 @@ WebServer::WebServer(Shop& shop, Options options) : m_shop(shop), m_options(std:
     addPages();
     addPictures();
     addDeskScripts();
+    if (!m_shop.places.system.isEmpty())
+        addSystemScripts();
 }
 
 std::optional<int> WebServer::bind() {

@@ -9,8 +9,8 @@ namespace shop {
 
 struct Shop;
 
-/// The shop over HTTP or HTTPS: pages and pictures for everybody, the scripts for the desk. Requests are
-/// bounded; the log holds neither query nor body.
+/// The shop over HTTP or HTTPS: pages and pictures for everybody, the scripts for the desk; told so, the
+/// system's server as well. Requests are bounded; the log holds neither query nor body.
 class WebServer {
   public:
     struct Options {
@@ -38,6 +38,8 @@ class WebServer {
     void addPages();
     void addPictures();
     void addDeskScripts();
+    void addSystemScripts();
+    void addPackages();
     void addDeskScript(const std::string& path, Handler handler);
     void takeOrder(const QByteArray& body, httplib::Response& response);
     bool isDesk(const httplib::Request& request) const;

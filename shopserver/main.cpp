@@ -1,6 +1,8 @@
-/// A web shop for one firm: the desk's counterpart on the web server. Speaks German, for whoever runs it.
+/// A web shop for one firm, the desk's counterpart on the web server; told so, the system's server for all
+/// desks. Speaks German, for whoever runs it.
 #include "shopserver/OrderJson.h"
 #include "shopserver/Shop.h"
+#include "shopserver/SystemFolder.h"
 #include "shopserver/WebServer.h"
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -19,7 +21,8 @@ struct Request {
     shop::Places places;
     shop::WebServer::Options server;
     QString orderFile;
-    bool showConfirmations = false;
+    bool showConfirmations = false, showMessages = false;
+    qint64 deleteMessages = 0;
 };
 
 Request readArguments(const QCoreApplication& program, QString& error) {
@@ -40,7 +43,13 @@ Request readArguments(const QCoreApplication& program, QString& error) {
           u"127.0.0.1,::1"_s},
          {u"add-order"_s, u"Eine Bestellung aus einer JSON-Datei aufnehmen, ihre Nummer zeigen und enden."_s,
           u"datei"_s},
-         {u"confirmations"_s, u"Die Bestätigungen zeigen und enden."_s}});
+         {u"confirmations"_s, u"Die Bestätigungen zeigen und enden."_s},
+         {u"system"_s,
+          u"Ordner mit Versionen, Paketen und Nachrichten für alle Installationen: auch Server des Systems sein."_s,
+          u"ordner"_s},
+         {u"messages"_s, u"Die Nachrichten der Installationen zeigen und enden."_s},
+         {u"delete-messages"_s, u"Diese Nachrichten bis und mit der Nummer löschen und enden."_s,
+          u"nummer"_s}});
     const QCommandLineOption help = parser.addHelpOption();
     Request request;
     if (!parser.parse(program.arguments())) {
@@ -65,9 +74,16 @@ Request readArguments(const QCoreApplication& program, QString& error) {
     QString folder = QDir::cleanPath(u'/' + parser.value(u"folder"_s)).mid(1);
     if (!folder.isEmpty())
         folder += u'/';
-    request.places = {root, folder, parser.isSet(u"data"_s) ? parser.value(u"data"_s) : root + u"-data"_s};
+    request.places = {root, folder, parser.isSet(u"data"_s) ? parser.value(u"data"_s) : root + u"-data"_s,
+                      parser.value(u"system"_s)};
     request.orderFile = parser.value(u"add-order"_s);
     request.showConfirmations = parser.isSet(u"confirmations"_s);
+    request.showMessages = parser.isSet(u"messages"_s);
+    if (parser.isSet(u"delete-messages"_s)) {
+        request.deleteMessages = parser.value(u"delete-messages"_s).toLongLong();
+        if (request.deleteMessages < 1)
+            error = u"--delete-messages braucht die Nummer einer Nachricht."_s;
+    }
     return request;
 }
 
@@ -86,7 +102,21 @@ int showConfirmations(const shop::Shop& shop, QTextStream& out) {
     return kDone;
 }
 
+int showMessages(const shop::Shop& shop, QTextStream& out) {
+    for (shop::SentMessage message : shop.messages.sent())
+        out << message.id << u"  "_s << message.moment << u" von "_s << message.sender << u":\n    "_s
+            << message.text.replace(u"\n"_s, u"\n    "_s) << u"\n\n"_s;
+    return kDone;
+}
+
+int deleteMessages(shop::Shop& shop, qint64 upTo) {
+    shop.messages.removeUpTo(upTo);
+    return kDone;
+}
+
 int serve(shop::Shop& shop, const Request& request, QTextStream& out, const sigset_t& endings) {
+    if (!request.places.system.isEmpty())
+        shop::SystemFolder(request.places.system).offer();
     shop::WebServer server(shop, request.server);
     const std::optional<int> port = server.bind();
     if (!port)
@@ -130,6 +160,10 @@ int main(int argc, char** argv) {
             return addOrder(shop, request.orderFile, out);
         if (request.showConfirmations)
             return showConfirmations(shop, out);
+        if (request.showMessages)
+            return showMessages(shop, out);
+        if (request.deleteMessages > 0)
+            return deleteMessages(shop, request.deleteMessages);
         return serve(shop, request, out, endings);
     } catch (const std::exception& what) {
         errors << QString::fromUtf8(what.what()) << Qt::endl;

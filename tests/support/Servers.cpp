@@ -1,7 +1,10 @@
 #include "support/Servers.h"
+#include "common/AtomicFile.h"
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -104,7 +107,13 @@ QStringList WebShop::arguments() const {
     QStringList arguments{m_root, u"--folder"_s, kFolder.toString(), u"--port"_s, QString::number(port())};
     if (m_tls)
         arguments << u"--certificate"_s << m_tls->certificate() << u"--key"_s << m_tls->key();
+    if (!m_system.isEmpty())
+        arguments << u"--system"_s << m_system;
     return arguments;
+}
+
+QString WebShop::address() const {
+    return u"%1://127.0.0.1:%2"_s.arg(m_tls ? u"https"_s : u"http"_s).arg(port());
 }
 
 QByteArray WebShop::run(const QStringList& options) {
@@ -128,6 +137,10 @@ QString WebShop::confirmations() {
     return QString::fromUtf8(run({u"--confirmations"_s}));
 }
 
+QString WebShop::sentMessages() {
+    return QString::fromUtf8(run({u"--messages"_s}));
+}
+
 ShopServers::ShopServers(Tls tls) :
     m_tls(tls), ftp(m_folder.filePath(u"ftp"_s), tls == Tls::Yes ? &certificate : nullptr),
     web(m_folder.filePath(u"ftp"_s), tls == Tls::Yes ? &certificate : nullptr) {
@@ -145,11 +158,40 @@ platform::Endpoints ShopServers::endpoints() const {
     ends.strFTPUser = u"pizzeria"_s;
     ends.strFTPPassword = FtpServer::kPassword.toString();
     ends.ftpTls = isTls;
-    ends.strDomainMapping = u"%1://127.0.0.1:%2"_s.arg(isTls ? u"https"_s : u"http"_s).arg(web.port());
+    ends.strDomainMapping = web.address();
     ends.strWebShopPfad = WebShop::kFolder.toString();
     ends.systemHost = ends.strDomainMapping;
     if (isTls)
         ends.certificate = certificate.certificate();
+    return ends;
+}
+
+SystemServer::SystemServer(const Certificate* tls) : m_tls(tls), web(m_folder.filePath(u"ftp"_s), tls) {
+    for (const QString& folder : {u"ftp"_s, u"system/messages"_s})
+        QDir().mkpath(m_folder.filePath(folder));
+    web.setSystem(m_folder.filePath(u"system"_s));
+    offer(u"1.0.0"_s, u"1.0.0"_s, QDate(2026, 11, 23), 202611);
+}
+
+void SystemServer::offer(const QString& version, const QString& mayRun, const QDate& until,
+                         int phoneBook) const {
+    put(u"system.json"_s, QJsonDocument(QJsonObject{{u"version"_s, version},
+                                                    {u"mayRun"_s, mayRun},
+                                                    {u"mayRunUntil"_s, until.toString(Qt::ISODate)},
+                                                    {u"phoneBook"_s, phoneBook}})
+                              .toJson());
+}
+
+void SystemServer::put(const QString& name, const QByteArray& content) const {
+    common::writeFileAtomically(m_folder.filePath(u"system/"_s + name), content);
+}
+
+platform::Endpoints SystemServer::endpoints(const QString& installation) const {
+    platform::Endpoints ends;
+    ends.systemHost = web.address();
+    ends.installation = installation;
+    if (m_tls)
+        ends.certificate = m_tls->certificate();
     return ends;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/net/Endpoints.h"
+#include <QDate>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -80,10 +81,18 @@ class WebShop : public ServerProcess {
   public:
     explicit WebShop(QString root, const Certificate* tls = nullptr) : m_root(std::move(root)), m_tls(tls) {}
 
+    /// From "http" up to the port.
+    QString address() const;
     /// As shopserver/OrderJson.h reads it; its number, 0 when it was refused.
     qint64 addOrder(const QByteArray& json);
     /// What the desk has confirmed, as the shop's operator sees it.
     QString confirmations();
+    /// What installations have written, as the system's administrator sees it.
+    QString sentMessages();
+
+    /// From the next start on it is the system's server too, with what that folder offers
+    /// (shopserver/SystemFolder.h).
+    void setSystem(QString folder) { m_system = std::move(folder); }
 
     static constexpr QStringView kFolder = u"kunden/pizzeria/";
 
@@ -94,7 +103,7 @@ class WebShop : public ServerProcess {
   private:
     QByteArray run(const QStringList& options);
 
-    QString m_root;
+    QString m_root, m_system;
     const Certificate* m_tls;
 };
 
@@ -120,6 +129,28 @@ class ShopServers {
 
   public:
     FtpServer ftp;
+    WebShop web;
+};
+
+/// The system's server over a folder of its own. Without a call of start() it stands still.
+class SystemServer {
+  public:
+    explicit SystemServer(const Certificate* tls = nullptr);
+
+    /// Versions as "1.0.5".
+    void offer(const QString& version, const QString& mayRun, const QDate& until, int phoneBook) const;
+    /// A package, its signature, `message.txt` for all or `messages/<installation>.txt`.
+    void put(const QString& name, const QByteArray& content) const;
+
+    bool start() { return web.start(); }
+
+    platform::Endpoints endpoints(const QString& installation) const;
+
+  private:
+    QTemporaryDir m_folder;
+    const Certificate* m_tls;
+
+  public:
     WebShop web;
 };
 

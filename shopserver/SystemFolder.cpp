@@ -6,7 +6,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +14,7 @@ namespace {
 
 constexpr qint64 kMostBytesOfOffer = 64 * 1024;
 constexpr qint64 kMostBytesOfMessage = 16 * 1024;
+constexpr qint64 kPhoneBooks = 1'000'000'000;
 
 /// The desk compares versions by one number, in which a longer minor or revision would overlap the next.
 std::optional<Version> versionOf(const QString& text) {
@@ -57,8 +57,7 @@ SystemOffer SystemFolder::offer() const {
     const auto mayRun = versionOf(told[u"mayRun"_s].toString());
     const QDate until = QDate::fromString(told[u"mayRunUntil"_s].toString(), Qt::ISODate);
     const qint64 phoneBook = told[u"phoneBook"_s].toInteger(-1);
-    if (!newest || !mayRun || !until.isValid() || phoneBook < 0 ||
-        phoneBook > std::numeric_limits<int>::max())
+    if (!newest || !mayRun || !until.isValid() || phoneBook < 0 || phoneBook >= kPhoneBooks)
         throw SystemError("system.json braucht version, mayRun, mayRunUntil und phoneBook.");
     return {*newest, *mayRun, QDate(1899, 12, 30).daysTo(until), int(phoneBook)};
 }

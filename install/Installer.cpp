@@ -58,7 +58,7 @@ class Installation {
         const QString unfinished = path + u".neu"_s;
         for (const char16_t* suffix : {u"", u"-wal", u"-shm", u"-journal"})
             QFile::remove(unfinished + QString::fromUtf16(suffix));
-        store::createDatabase(unfinished, file.password);
+        store::createDatabase(unfinished, file.password, file.schemaVersion);
         fill(unfinished, file);
         if (!QFile::rename(unfinished, path))
             failOn(u"Die Datei \"%1\" kann nicht angelegt werden."_s, path);

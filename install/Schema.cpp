@@ -1,6 +1,7 @@
 #include "install/Schema.h"
 #include "install/Bulk.h"
 #include "install/Resources.h"
+#include "store/CreateDatabase.h"
 #include "store/StoreGlobals.h"
 
 namespace install {
@@ -17,10 +18,12 @@ QString script(Database database, const QString& part) {
 
 const QVector<DatabaseFile>& databaseFiles() {
     static const QVector<DatabaseFile> files = {
-        {Database::Main, u"DBTavolino.mdb"_s, QString::fromLatin1(store::kMainPassword)},
-        {Database::PhoneBook, u"DBTavolinoPhone.mdb"_s, QString::fromLatin1(store::kPhonePassword)},
-        {Database::Print, u"DB_PRINT_Tavolino.mdb"_s, {}},
-        {Database::OnlineShop, u"DBOnlineShop.mdb"_s, {}},
+        {Database::Main, u"DBTavolino.mdb"_s, QString::fromLatin1(store::kMainPassword),
+         store::kSchemaVersion},
+        {Database::PhoneBook, u"DBTavolinoPhone.mdb"_s, QString::fromLatin1(store::kPhonePassword),
+         store::kFirstSchemaVersion},
+        {Database::Print, u"DB_PRINT_Tavolino.mdb"_s, {}, store::kFirstSchemaVersion},
+        {Database::OnlineShop, u"DBOnlineShop.mdb"_s, {}, store::kFirstSchemaVersion},
     };
     return files;
 }

@@ -15,6 +15,7 @@ struct DatabaseFile {
     /// File name in the folder Data, such as "DBTavolino.mdb".
     QString fileName;
     QString password;
+    int schemaVersion;
 };
 
 const QVector<DatabaseFile>& databaseFiles();

@@ -74,8 +74,7 @@ CREATE TABLE tbl_Auftragswesen_Vorbestellungen_Details (
     dbl_BestellZeitDouble DOUBLE
 );
 
--- Working orders that were stored, changed or deleted, by their identity: their drafts are done with. The program
--- makes the table in a database of an earlier version, without any other difference.
+-- Working orders that were stored, changed or deleted, by their identity: their drafts are done with.
 CREATE TABLE tbl_Auftragswesen_Erledigt (
     lng_ID      INTEGER PRIMARY KEY,
     txt_Kennung TEXT
@@ -301,11 +300,11 @@ CREATE TABLE tbl_WebShop_Bestellungen_Master (
     dbl_Total       DOUBLE
 );
 
--- Which web order became which booking or pre-order, and when. The program makes the table in a database of an
--- earlier version, without any other difference.
+-- Which web order became which booking or pre-order, and when. The shop's number and the mark tell the web order.
 CREATE TABLE tbl_WebShop_Bestellungen_Verbucht (
     lng_WebShopID      INTEGER,
     lng_TrxNr          INTEGER,
     flag_Vorbestellung INTEGER,
-    dbl_VerbuchtNow    DOUBLE
+    dbl_VerbuchtNow    DOUBLE,
+    txt_Merkmal        TEXT
 );

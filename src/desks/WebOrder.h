@@ -1,8 +1,21 @@
 #pragma once
 #include <QString>
+#include <utility>
 #include <vector>
 
 namespace desks {
+
+/// Which web order it is. The shop's number alone does not tell: a shop that is set up anew begins to count
+/// again.
+struct WebOrderId {
+    WebOrderId(qint64 shopNumber = 0, QString whose = {}) : number(shopNumber), merkmal(std::move(whose)) {}
+
+    qint64 number;
+    /// Telephone and delivery time as the customer gave them; "" where they are not known any more.
+    QString merkmal;
+
+    friend bool operator==(const WebOrderId&, const WebOrderId&) = default;
+};
 
 /// A line of a web order, as the shop's server tells it.
 struct WebLine {
@@ -16,8 +29,7 @@ struct WebLine {
 };
 
 struct WebOrder {
-    /// The server's number of the order.
-    qint64 id = 0;
+    WebOrderId id;
     std::vector<WebLine> lines;
 };
 

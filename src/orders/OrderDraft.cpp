@@ -76,17 +76,19 @@ QJsonObject toJson(const WorkingOrder& order) {
     QJsonArray buttons;
     for (bool OrderButtons::*button : kButtons)
         buttons.append(order.buttons().*button);
-    return {{u"version"_s, kVersion},
-            {u"kennung"_s, order.Kennung()},
-            {u"kunde"_s, order.lng_KundenID},
-            {u"kurier"_s, order.lng_KurierID},
-            {u"webBestellung"_s, order.webBestellung ? QJsonValue(*order.webBestellung) : QJsonValue()},
-            {u"preisgruppe"_s, order.PreisGruppe},
-            {u"adresse"_s, order.KundenAdresse()},
-            {u"adresseSichtbar"_s, order.KundenAdresseShown()},
-            {u"tasten"_s, buttons},
-            {u"kopf"_s, head},
-            {u"positionen"_s, lines}};
+    return {
+        {u"version"_s, kVersion},
+        {u"kennung"_s, order.Kennung()},
+        {u"kunde"_s, order.lng_KundenID},
+        {u"kurier"_s, order.lng_KurierID},
+        {u"webBestellung"_s, order.webBestellung ? QJsonValue(order.webBestellung->number) : QJsonValue()},
+        {u"webMerkmal"_s, order.webBestellung ? order.webBestellung->merkmal : QString()},
+        {u"preisgruppe"_s, order.PreisGruppe},
+        {u"adresse"_s, order.KundenAdresse()},
+        {u"adresseSichtbar"_s, order.KundenAdresseShown()},
+        {u"tasten"_s, buttons},
+        {u"kopf"_s, head},
+        {u"positionen"_s, lines}};
 }
 
 /// Whether the rows fill the table, each cell with what its column holds.
@@ -144,7 +146,7 @@ void show(const QJsonObject& draft, WorkingOrder& order) {
     order.lng_KurierID = draft[u"kurier"_s].toInteger();
     order.webBestellung.reset();
     if (const QJsonValue web = draft[u"webBestellung"_s]; web.isDouble())
-        order.webBestellung = web.toInteger();
+        order.webBestellung = {web.toInteger(), draft[u"webMerkmal"_s].toString()};
     order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
     for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
         rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());

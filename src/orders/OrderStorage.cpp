@@ -288,17 +288,6 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
     }
 }
 
-void PrepareStore() {
-    PrepareWebOrderMemory();
-    ConnMain.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS tbl_Auftragswesen_Erledigt (lng_ID INTEGER "
-                                    "PRIMARY KEY, txt_Kennung TEXT)"));
-    // The former one does not find a customer's newest orders.
-    ConnMain.Execute(QStringLiteral("DROP INDEX IF EXISTS idx_Bestellungen_Kunde"));
-    ConnMain.Execute(QStringLiteral("CREATE INDEX IF NOT EXISTS idx_Bestellungen_Kunde_Nummer ON "
-                                    "tbl_Auftragswesen_Bestellungen_Master (lng_KundenID, lng_TrxNr, "
-                                    "lng_LieferDatum, dbl_TotalMitMWSt)"));
-}
-
 void MarkFinished(const QString& kennung) {
     ConnMain.Execute(QStringLiteral("INSERT INTO tbl_Auftragswesen_Erledigt(txt_Kennung) VALUES(") +
                      store::sqlText(kennung) + QLatin1Char(')'));

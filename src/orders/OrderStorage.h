@@ -41,10 +41,6 @@ struct OrderNumber {
 /// stored, kOrderDisagrees for an order whose total is not that of its lines.
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
-/// Makes what an installation of an earlier program lacks: the tables of finished orders and of booked web
-/// orders, and the index of a customer's newest ones. Once at start, before anything is stored.
-void PrepareStore();
-
 /// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
 /// transaction that does so: whatever cuts the program off, a draft is known to be done with or it is not
 /// done at all. The transaction is the caller's.

@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/WebOrder.h"
 #include "orders/OrderStorage.h"
 #include <optional>
 
@@ -13,15 +14,12 @@ struct WebBooking {
 };
 
 /// The newest booking of a web order, else its newest pre-order. Reads through RsMain.
-std::optional<WebBooking> BookedWebOrder(qint64 webId);
+std::optional<WebBooking> BookedWebOrder(const desks::WebOrderId& web);
 /// The web order that a stored order was; nothing for one that was keyed.
-std::optional<qint64> WebOrderOf(const WebBooking& booking);
+std::optional<desks::WebOrderId> WebOrderOf(const WebBooking& booking);
 
 /// Their transaction is the caller's, who stores or removes the order in it.
-void RememberWebOrder(qint64 webId, const WebBooking& booking);
+void RememberWebOrder(const desks::WebOrderId& web, const WebBooking& booking);
 void ForgetWebOrder(const WebBooking& booking);
-
-/// Makes the table in a database of an earlier program.
-void PrepareWebOrderMemory();
 
 } // namespace orders

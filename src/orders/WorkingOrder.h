@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/WebOrder.h"
 #include "orders/OrderCells.h"
 #include "orders/rules/LineMoney.h"
 #include "platform/form/CellTable.h"
@@ -54,8 +55,8 @@ class WorkingOrder : public QObject {
     /// The keys that are stored; the text cells are not.
     qint64 lng_KundenID = 0;
     qint64 lng_KurierID = 0;
-    /// The shop's number of the web order that was keyed, until the order is cleared.
-    std::optional<qint64> webBestellung{};
+    /// The web order that was keyed, until the order is cleared.
+    std::optional<desks::WebOrderId> webBestellung{};
 
     /// 1 to 10. Changes what the catalogue offers from then on; lines in the order keep their prices.
     int PreisGruppe = 1;

@@ -155,19 +155,6 @@ void SetBar(const QString& konditionen, bool bar) {
     together.commit();
 }
 
-void PrepareStore() {
-    store::Transaction together(ConnMain);
-    ConnMain.Execute(
-        u"CREATE TABLE IF NOT EXISTS "_s + kBar +
-        u" (lng_ID INTEGER PRIMARY KEY AUTOINCREMENT, txt_Konditionen TEXT COLLATE GERMAN_CI, lng_Bar INTEGER)"_s);
-    // A word is never removed: where there is none the table is new.
-    if (!store::rowExists(u"SELECT lng_ID FROM "_s + kBar))
-        for (const QString& word : {u"Bar"_s, u"Cash"_s})
-            ConnMain.Execute(u"INSERT INTO "_s + kBar + u"(txt_Konditionen, lng_Bar) VALUES("_s +
-                             store::sqlText(word) + u", 1)"_s);
-    together.commit();
-}
-
 void FillPrintTagesabschluss(const Tagesabschluss& abschluss, const QString& zeitraum, const QString& ccy) {
     using platform::sqlNumber;
     using store::sqlText;

@@ -56,9 +56,6 @@ Tagesabschluss LoadTagesabschluss(const Spanne& spanne,
 /// was told once stays in the list of each close.
 void SetBar(const QString& konditionen, bool bar);
 
-/// Makes the list of these conditions in a database of an earlier version. At the start of the program.
-void PrepareStore();
-
 /// Fills the print tables of the close, which are made where the print database lacks them.
 void FillPrintTagesabschluss(const Tagesabschluss& abschluss, const QString& zeitraum, const QString& ccy);
 

@@ -2,14 +2,12 @@
 #include "desks/OrderDesk.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderDraft.h"
-#include "orders/OrderStorage.h"
 #include "orders/modBestellNummern.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "platform/OperatingSystem.h"
 #include "platform/RegistryStore.h"
 #include "platform/net/Internet.h"
-#include "reporting/modAuswertungenTagesabschluss.h"
 #include "shell/frmMDI.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -133,8 +131,6 @@ bool Startup::OpenDatabases() {
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     });
-    orders::PrepareStore();
-    modAuswertungenTagesabschluss::PrepareStore();
     return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
 }
 

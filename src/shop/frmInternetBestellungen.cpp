@@ -35,6 +35,7 @@ constexpr int kDaysAhead = 10;
 constexpr int kDates = 33;
 /// A postcode and the blank behind it.
 constexpr qsizetype kPlz = 5;
+constexpr qsizetype kMostOfMerkmal = 200;
 /// A number that no customer has.
 const QString kNobody = u"-999999999"_s;
 
@@ -66,6 +67,11 @@ double telefonOf(const QString& text) {
     return common::parseNumber(digits).value_or(kNobody.toDouble());
 }
 
+/// Tells a web order from another one that bore its number in an earlier shop.
+QString merkmalOf(const QString& telefon, const QString& versandzeit) {
+    return (telefon.simplified() + u' ' + versandzeit.simplified()).left(kMostOfMerkmal);
+}
+
 /// What somebody sent may be of any length and in lines; the label is one line.
 QString inOneLine(const QString& text) {
     constexpr qsizetype kMost = 300;
@@ -75,7 +81,7 @@ QString inOneLine(const QString& text) {
 } // namespace
 
 struct frmInternetBestellungen::Bestellung {
-    qint64 id;
+    desks::WebOrderId id;
     QStringList texts;
 
     const QString& operator[](Column column) const { return texts[column]; }
@@ -159,7 +165,8 @@ void frmInternetBestellungen::readRows() {
     store::Rows rows = platform::readRows(m_query);
     rows.columns.push_back({u"Auftrag"_s, store::ColumnType::Text});
     for (auto& row : rows.rows) {
-        const auto booked = orders::BookedWebOrder(row[kID].toLong());
+        const auto booked = orders::BookedWebOrder(
+            {row[kID].toLong(), merkmalOf(row[kTelefon].toText(), row[kVersandzeit].toText())});
         const QString number = booked ? QString::number(booked->trxNr) : QString();
         row.emplace_back(booked && booked->isPreOrder ? tr("Vorbestellung %1").arg(number) : number);
     }
@@ -210,10 +217,11 @@ std::optional<frmInternetBestellungen::Bestellung> frmInternetBestellungen::chos
     const platform::DataGrid& grid = *m_ui->BestellungGrid;
     if (grid.row() < 0)
         return std::nullopt;
-    Bestellung bestellung{grid.value(grid.row(), kID).toLong(), {}};
+    QStringList texts;
     for (int column = 0; column < kColumns; ++column)
-        bestellung.texts << grid.text(grid.row(), column);
-    return bestellung;
+        texts << grid.text(grid.row(), column);
+    return Bestellung{{grid.value(grid.row(), kID).toLong(), merkmalOf(texts[kTelefon], texts[kVersandzeit])},
+                      texts};
 }
 
 bool frmInternetBestellungen::asks(const QString& question, const QString& title) {
@@ -241,8 +249,8 @@ void frmInternetBestellungen::BestellungGrid_DblClick() {
         takeOver(*bestellung, *kundenId);
 }
 
-bool frmInternetBestellungen::mayTakeOver(qint64 id) {
-    const auto booked = orders::BookedWebOrder(id);
+bool frmInternetBestellungen::mayTakeOver(const desks::WebOrderId& web) {
+    const auto booked = orders::BookedWebOrder(web);
     if (!booked)
         return true;
     const QString was =
@@ -315,20 +323,21 @@ void frmInternetBestellungen::takeOver(const Bestellung& bestellung, qint64 kund
         platform::maximiseScreen(*screen);
 }
 
-void frmInternetBestellungen::fetchLines(qint64 id) {
+void frmInternetBestellungen::fetchLines(const desks::WebOrderId& id) {
     const QString title = tr("Internet Bestellung");
     QString problem;
-    const QString answer = askShop(u"WebShopBestellungen_Details.asp"_s, id, problem);
+    const QString answer = askShop(u"WebShopBestellungen_Details.asp"_s, id.number, problem);
     if (!problem.isEmpty())
-        return tells(
-            tr("Die Positionen der Bestellung %1 wurden nicht geholt.").arg(id) + u"\r\n"_s + problem, title);
+        return tells(tr("Die Positionen der Bestellung %1 wurden nicht geholt.").arg(id.number) + u"\r\n"_s +
+                         problem,
+                     title);
     desks::WebOrder order{id, {}};
     // A server's answer inside the user's action.
     const bool isRead =
         common::guardedApart(Origin::Answer, [&] { order.lines = ParseWebShopBestellungDetails(answer); });
     if (!isRead || order.lines.empty())
-        return tells(tr("Der Online Shop liefert keine lesbaren Positionen zur Bestellung %1.").arg(id),
-                     title);
+        return tells(
+            tr("Der Online Shop liefert keine lesbaren Positionen zur Bestellung %1.").arg(id.number), title);
     if (auto* orders = platform::showDesk<desks::OrderDesk>(m_services.navigation))
         orders->keyWebOrder(order);
 }
@@ -337,7 +346,7 @@ void frmInternetBestellungen::cmdDelete_Click() {
     const auto bestellung = chosen();
     if (!bestellung)
         return;
-    const qint64 id = bestellung->id;
+    const qint64 id = bestellung->id.number;
     QString question = tr("Möchten Sie diese Internet Bestellung wirklich löschen?");
     if (const auto same = GleicheVorbestellung(id))
         question += u"\r\n\r\n"_s +

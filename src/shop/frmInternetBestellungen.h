@@ -1,4 +1,5 @@
 #pragma once
+#include "desks/WebOrder.h"
 #include "desks/WebOrderDesk.h"
 #include "platform/Services.h"
 #include "platform/form/DataControl.h"
@@ -50,13 +51,13 @@ class frmInternetBestellungen : public QWidget, public desks::WebOrderList {
     std::optional<Bestellung> chosen() const;
     bool asks(const QString& question, const QString& title);
     void tells(const QString& text, const QString& title);
-    bool mayTakeOver(qint64 id);
+    bool mayTakeOver(const desks::WebOrderId& web);
     /// Whom the order is for; nothing where the take-over ends.
     std::optional<qint64> findKunde(const Bestellung& bestellung);
     std::optional<qint64> askForKunde();
     void captureKunde(const Bestellung& bestellung);
     void takeOver(const Bestellung& bestellung, qint64 kundenId);
-    void fetchLines(qint64 id);
+    void fetchLines(const desks::WebOrderId& id);
     /// Answer of a script of the shop; "" when it failed, which `problem` tells.
     QString askShop(const QString& script, qint64 id, QString& problem);
 

@@ -26,7 +26,7 @@ void writeVerifier(SQLite::Database& database, const QString& password) {
 
 } // namespace
 
-void createDatabase(const QString& path, const QString& password) {
+void createDatabase(const QString& path, const QString& password, int schemaVersion) {
     if (QFile::exists(path))
         throw common::RunTimeError(common::kTargetExists, u"Die Datei \"%1\" besteht bereits."_s.arg(path));
     common::createForOwner(path);
@@ -34,7 +34,7 @@ void createDatabase(const QString& path, const QString& password) {
         SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         database.exec("PRAGMA journal_mode = WAL");
         database.exec("PRAGMA application_id = " + std::to_string(kApplicationId));
-        database.exec("PRAGMA user_version = " + std::to_string(kSchemaVersion));
+        database.exec("PRAGMA user_version = " + std::to_string(schemaVersion));
         database.exec("CREATE TABLE tbl_Store_Gate (txt_Verifier TEXT NOT NULL)");
         writeVerifier(database, password);
     } catch (const SQLite::Exception& error) {

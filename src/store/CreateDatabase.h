@@ -6,16 +6,18 @@ namespace store {
 
 class SqliteEngine;
 
-/// The version of the schema that this program reads and writes. Kept in each file; a file of a newer version
-/// is refused when it is opened.
-inline constexpr int kSchemaVersion = 1;
+/// The version of the main database's schema that this program reads and writes; SchemaSteps.h leads there
+/// from an earlier one. Each file keeps its own; one of a newer version is refused when it is opened.
+inline constexpr int kSchemaVersion = 2;
+/// That of the other databases, which have not changed.
+inline constexpr int kFirstSchemaVersion = 1;
 /// Marks a file as one of ours.
 inline constexpr int kApplicationId = 0x54564c4e;
 
 /// Creates an empty database file, for its owner only, with the password gate. An empty password leaves the
 /// gate open. The password is a gate only: the data in the file are not encrypted; the file keeps a salted
 /// verifier. Throws common::RunTimeError kTargetExists when the file exists.
-void createDatabase(const QString& path, const QString& password);
+void createDatabase(const QString& path, const QString& password, int schemaVersion = kFirstSchemaVersion);
 
 /// Sets another password on an open, own file; used on a compacted copy.
 void setPassword(const QString& path, const QString& oldPassword, const QString& newPassword);

@@ -2,6 +2,7 @@
 #include "common/Value.h"
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -55,6 +56,10 @@ class Engine {
     virtual bool inTransaction() const = 0;
     /// Breaks off what runs at the moment, from any thread: it throws. Nothing happens where nothing runs.
     virtual void interrupt() = 0;
+    /// Of the open database, 1 for the first one.
+    virtual int schemaVersion() const = 0;
+    /// Takes the steps to kSchemaVersion in one transaction; see SchemaSteps.h.
+    virtual void takeSchemaSteps(const std::function<void()>& waiting) = 0;
     /// Whether the database may be written at all.
     virtual bool isWritable() const = 0;
 };

@@ -152,7 +152,10 @@ void SqliteEngine::checkFile(const QString& password) {
         throw common::RunTimeError(
             common::kStoreFailure,
             u"Die Datei \"%1\" ist keine Datenbank von Tavolino oder ist beschädigt."_s.arg(file), m_path);
-    const int version = m_database->execAndGet("PRAGMA user_version").getInt();
+    const int version = schemaVersion();
+    if (version < kFirstSchemaVersion)
+        throw common::RunTimeError(common::kStoreFailure, u"Die Datenbank \"%1\" ist beschädigt."_s.arg(file),
+                                   m_path);
     if (version > kSchemaVersion)
         throw common::RunTimeError(
             common::kSchemaTooNew,
@@ -369,6 +372,19 @@ void SqliteEngine::interrupt() {
 
 bool SqliteEngine::isWritable() const {
     return sqlite3_db_readonly(m_database->getHandle(), "main") == 0;
+}
+
+void SqliteEngine::runScript(const char* sql) {
+    try {
+        m_database->exec(sql);
+    } catch (const SQLite::Exception& error) {
+        throwStoreError(error, m_path);
+    }
+    schemaChanged();
+}
+
+int SqliteEngine::schemaVersion() const {
+    return m_database->execAndGet("PRAGMA user_version").getInt();
 }
 
 } // namespace store

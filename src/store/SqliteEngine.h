@@ -39,7 +39,12 @@ class SqliteEngine : public Engine {
     void rollback() override;
     bool inTransaction() const override;
     void interrupt() override;
+    int schemaVersion() const override;
+    void takeSchemaSteps(const std::function<void()>& waiting) override;
     bool isWritable() const override;
+
+    /// Runs statements parted by ";" as the engine itself speaks them, for definitions.
+    void runScript(const char* sql);
 
     /// Copies the database, compacted, into a new file; what `progress` throws breaks it off.
     void compactInto(const QString& path, const Progress& progress = {});

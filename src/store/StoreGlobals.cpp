@@ -1,5 +1,6 @@
 #include "store/StoreGlobals.h"
 #include "common/RunTimeError.h"
+#include "store/SchemaSteps.h"
 
 store::Connection ConnMain;
 store::Recordset RsMain;
@@ -77,11 +78,12 @@ void requireWritable(const store::Connection& connection, const char16_t* file) 
 
 } // namespace
 
-void OpenDatabases(const std::function<void()>& saveRegistry) {
+void OpenDatabases(const std::function<void()>& saveRegistry, const std::function<void(Connection&)>& steps) {
     if (saveRegistry)
         saveRegistry();
     ConnMain.Open(mainConnectionString());
     requireWritable(ConnMain, u"DBTavolino.mdb");
+    steps ? steps(ConnMain) : BringUpToDate(ConnMain);
     ConnPhone.Open(phoneConnectionString());
     PfadPrintDB = theAppPath + u"\\Data\\DB_PRINT_Tavolino.mdb"_s;
     ConnPrint.Open(printConnectionString());

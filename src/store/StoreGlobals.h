@@ -36,10 +36,12 @@ QString onlineShopConnectionString();
 extern const char* const kMainPassword;
 extern const char* const kPhonePassword;
 
-/// Opens the three lasting connections and prepares the work recordsets; `saveRegistry` is its first act.
-/// Throws what Connection::Open throws, and kNotWritable where the main or the print database may be read
-/// only; the directory is never written.
-void OpenDatabases(const std::function<void()>& saveRegistry = {});
+/// Opens the three lasting connections and prepares the work recordsets; `saveRegistry` is its first act. The
+/// main database of an earlier program is brought up to date before anything else looks at it, by `steps`,
+/// else by BringUpToDate. Throws what Connection::Open throws, and kNotWritable where the main or the print
+/// database may be read only; the directory is never written.
+void OpenDatabases(const std::function<void()>& saveRegistry = {},
+                   const std::function<void(Connection& main)>& steps = {});
 /// Closes them in the same order. What follows is always the program's end.
 void CloseDatabases();
 

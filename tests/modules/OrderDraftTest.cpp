@@ -22,7 +22,7 @@ class OrderDraftTest : public test::OrderTest {
     /// What a user does, each time the same.
     void key() {
         callAnna();
-        order.webBestellung = 4711;
+        order.webBestellung = {4711, u"044 heute"_s};
         order.PreisGruppe = 2;
         order.PickProdukt(TestFirm::kHawaii, u"10"_s, 3);
         order.PickExtra(TestFirm::kKaesesauce, u"Käsesauce"_s, 1);
@@ -41,7 +41,8 @@ class OrderDraftTest : public test::OrderTest {
                     texts << table->text(row, column);
         return texts << shown.KundenAdresse() << QString::number(shown.lng_KundenID)
                      << QString::number(shown.lng_KurierID) << QString::number(shown.PreisGruppe)
-                     << QString::number(shown.webBestellung.value_or(-1));
+                     << QString::number(shown.webBestellung.value_or(-1).number)
+                     << shown.webBestellung.value_or(-1).merkmal;
     }
 
     const QString file = OrderDraft::defaultFile();

@@ -98,7 +98,8 @@ TEST_F(Plans, EveryLookupHasItsIndex) {
         {"an order once more", [&] { modLetzteBestellungen::UebernehmeBestellung(order, 1000); }},
         {"web order",
          [] {
-             orders::BookedWebOrder(*orders::WebOrderOf({1000, false}));
+             orders::WebOrderOf({1000, false});
+             orders::BookedWebOrder({7, u"044 heute"_s});
          }},
         {"deletion", [&] { DeleteBestellung(1000, order.Kennung()); }},
         {"pre-order", [&] { OpenVorbestellung(order, SaveVorbestellung(order)); }},

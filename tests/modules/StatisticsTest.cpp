@@ -137,13 +137,3 @@ TEST_F(Statistics, TheOwnerSaysWhatIsCash) {
     EXPECT_EQ(close.bar(), 0);
     EXPECT_EQ(close.konditionen.size(), 3U) << "what was told once can be told again";
 }
-
-TEST_F(Statistics, ADatabaseOfAnEarlierProgramGetsTheListOfCash) {
-    ConnMain.Execute(u"DROP TABLE tbl_Auswertungen_Barkonditionen"_s);
-    store::CloseDatabases();
-    store::OpenDatabases();
-    for (int start = 0; start < 2; ++start)
-        modAuswertungenTagesabschluss::PrepareStore();
-    EXPECT_EQ(TestFirm::rows(u"SELECT txt_Konditionen, lng_Bar FROM tbl_Auswertungen_Barkonditionen"_s),
-              (QStringList{u"Bar|1"_s, u"Cash|1"_s}));
-}

@@ -89,7 +89,7 @@ QString fingerprint(const orders::WorkingOrder& order) {
     hash.addData(u"%1 %2 %3 %4"_s.arg(order.lng_KundenID)
                      .arg(order.lng_KurierID)
                      .arg(order.KundenAdresse())
-                     .arg(order.webBestellung.value_or(-1))
+                     .arg(order.webBestellung.value_or(-1).number)
                      .toUtf8());
     return QString::fromLatin1(hash.result().toHex());
 }

@@ -51,7 +51,7 @@ class FakeDesk : public QWidget, public desks::OrderDesk {
     void restoreDraft() override { m_asked.append(QStringLiteral("draft")); }
 
     void keyWebOrder(const desks::WebOrder& order) override {
-        m_asked.append(QStringLiteral("web order %1").arg(order.id));
+        m_asked.append(QStringLiteral("web order %1").arg(order.id.number));
     }
 
     void loadPreOrder(qint64 trxNr) override { m_asked.append(QStringLiteral("pre-order %1").arg(trxNr)); }

@@ -34,6 +34,10 @@ class QuietNavigation : public platform::Navigation {
 
     QObject* mainWindow() const override { return nullptr; }
 
+    bool closeScreensBut(const QString&) override { return true; }
+
+    void standStill() override {}
+
     void endProgram(int) override { qFatal("The program was to end."); }
 };
 

@@ -1,4 +1,5 @@
 #include "platform/IniRegistryStore.h"
+#include "platform/OperatingSystem.h"
 #include "platform/QtDialogs.h"
 #include "platform/line/LineFactory.h"
 #include "platform/net/QtInternet.h"
@@ -38,6 +39,8 @@ int main(int argc, char** argv) {
          .procedures = {
              .beep = [&bell] { bell.ring(); },
              .openDocument =
-                 [](const QString& file) { return QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }}});
+                 [](const QString& file) { return QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }},
+         .publisher = {.publicKey = QByteArray::fromBase64(TAVOLINO_UPDATE_KEY),
+                       .startProgram = platform::startProgram}});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;
 }

@@ -1,9 +1,11 @@
 #include "platform/OperatingSystem.h"
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
 #include <QDir>
-#include <QFile>
 #include <cerrno>
 #include <sys/file.h>
 #endif
@@ -29,6 +31,12 @@ bool isHeldByAProcess(const QString& lockFile) {
     return file.open(QIODevice::ReadOnly) && flock(file.handle(), LOCK_SH | LOCK_NB) != 0 &&
            errno == EWOULDBLOCK;
 #endif
+}
+
+bool startProgram(const QString& file) {
+    QFile program(file);
+    return program.setPermissions(program.permissions() | QFile::ExeOwner) &&
+           QProcess::startDetached(file, {}, QFileInfo(file).absolutePath());
 }
 
 } // namespace platform

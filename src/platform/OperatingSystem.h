@@ -10,4 +10,8 @@ QString systemFolder();
 /// is it known; false otherwise.
 bool isHeldByAProcess(const QString& lockFile);
 
+/// Starts the file, which becomes executable for its owner, in its folder as a program that outlives this
+/// one. False when it could not be started.
+bool startProgram(const QString& file);
+
 } // namespace platform

@@ -21,7 +21,7 @@ Application::Application(Ground ground) :
     captureMessages(m_log);
     common::setErrorHandler(
         [this](common::Origin origin, const std::exception_ptr& error) { m_errors.report(origin, error); });
-    registerScreens(m_screens, m_services, m_phoneBook);
+    registerScreens(m_screens, m_services, m_phoneBook, m_ground.publisher);
 }
 
 Application::~Application() {

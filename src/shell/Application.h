@@ -1,4 +1,5 @@
 #pragma once
+#include "maintenance/PackageFetch.h"
 #include "platform/Services.h"
 #include "shell/ErrorReporter.h"
 #include "shell/InstanceLock.h"
@@ -29,6 +30,7 @@ class Application {
         /// Leaves the process at once; a test takes note instead and returns.
         std::function<void(int exitCode)> exitProcess;
         frmMDI::Procedures procedures = {};
+        maintenance::Publisher publisher = {};
     };
 
     explicit Application(Ground ground);

@@ -1,4 +1,5 @@
 #include "shell/Rights.h"
+#include "maintenance/mod_SoftwareUpdate.h"
 #include "store/SystemSettings.h"
 #include <QCoreApplication>
 
@@ -9,7 +10,9 @@ const std::array<Right, kRights>& rights() {
         {{QT_TRANSLATE_NOOP("frmEinstellungenBenutzer", "Administrator"),
           u"lng_Administrator",
           UserAdministrator,
-          {"mnEinstellungenBenutzer", "mnDatenRestore", "mnSystemUpdates", "mnSystemMessages"}},
+          {"mnEinstellungenBenutzer", "mnDatenRestore", "mnSystemUpdates", "mnSystemMessages"},
+          {mod_SoftwareUpdate::kSoftwareScreen, mod_SoftwareUpdate::kForcedScreen,
+           mod_SoftwareUpdate::kPhoneBookScreen}},
          {QT_TRANSLATE_NOOP("frmEinstellungenBenutzer", "System Einstellungen"),
           u"lng_Einstellungen",
           UserEinstellungen,

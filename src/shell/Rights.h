@@ -1,5 +1,5 @@
 #pragma once
-#include <QtGlobal>
+#include <QStringList>
 #include <array>
 #include <vector>
 
@@ -12,6 +12,8 @@ struct Right {
     const char16_t* column;
     qint16& user;
     std::vector<const char*> entries;
+    /// Screens that no entry of the menu leads to.
+    QStringList screens = {};
 };
 
 constexpr size_t kRights = 7;

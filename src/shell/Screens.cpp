@@ -3,6 +3,9 @@
 #include "desks/CustomerDesk.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "maintenance/frmSystemMessagesService.h"
+#include "maintenance/frmSystemUpdate.h"
+#include "maintenance/mod_SoftwareUpdate.h"
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
 #include "masterdata/frmProdukteKategorien.h"
@@ -18,6 +21,7 @@
 #include "reporting/frmAuswertungenUmsatz.h"
 #include "reporting/frmAuswertungenUmsatzProdukte.h"
 #include "reporting/frmAuswertungenUmsatzProduktePerKunde.h"
+#include "shell/ModalFrame.h"
 #include "shell/frmEinstellungenBenutzer.h"
 #include "shell/frmEinstellungenSystem.h"
 #include "shell/frmMDI.h"
@@ -39,10 +43,26 @@ template <typename Screen> auto creator(const platform::Services& services) {
     return [services](QWidget* parent) -> QWidget* { return new Screen(services, parent); };
 }
 
+void registerUpdates(ScreenRegistry& registry, const platform::Services& services,
+                     const maintenance::Publisher& publisher) {
+    registry.add(mod_SoftwareUpdate::kSoftwareScreen, {[services, &publisher](QWidget* parent) -> QWidget* {
+                     return new frmSystemSoftwareUpdate(services, publisher, parent);
+                 }});
+    registry.add(mod_SoftwareUpdate::kForcedScreen,
+                 {.create = [services, &publisher](QWidget* window) -> QWidget* {
+                      return new ModalFrame(new frmSystemSoftwareUpdate(services, publisher), window);
+                  },
+                  .modal = true});
+    registry.add(mod_SoftwareUpdate::kPhoneBookScreen, {[services, &publisher](QWidget* parent) -> QWidget* {
+                     return new frmSystemTelefonbuchUpdate(services, publisher, parent);
+                 }});
+    registry.add(QStringLiteral("frmSystemMessagesService"), {creator<frmSystemMessagesService>(services)});
+}
+
 } // namespace
 
 void registerScreens(ScreenRegistry& registry, const platform::Services& services,
-                     telephony::PhoneBook& phoneBook) {
+                     telephony::PhoneBook& phoneBook, const maintenance::Publisher& publisher) {
     registry.add(desks::OrderDesk::kScreen,
                  {.create = [services, &phoneBook](QWidget* parent) -> QWidget* {
                       return new frmAuftragswesenAuftragserfassung(services, phoneBook, parent);
@@ -95,6 +115,7 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {creator<frmOnlineShopSettingsFonts>(services)});
     registry.add(QStringLiteral("frmOnlineShopSettingsDokumente"),
                  {creator<frmOnlineShopSettingsDokumente>(services)});
+    registerUpdates(registry, services, publisher);
 }
 
 } // namespace shell

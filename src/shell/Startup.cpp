@@ -66,6 +66,7 @@ bool Startup::run() {
     m_window.VorbestellungTimer_Timer();
     offerDraft();
     showGuide();
+    m_window.startSystemNews();
     return true;
 }
 

@@ -6,6 +6,8 @@
 #include "desks/CustomerDesk.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "maintenance/SystemNews.h"
+#include "maintenance/mod_SoftwareUpdate.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "platform/line/TelephoneLine.h"
@@ -55,6 +57,7 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     setUpKeys();
     setUpHints();
     setUpTimers();
+    maintenance::systemNews() = {};
     qApp->installEventFilter(this);
 }
 
@@ -64,9 +67,8 @@ frmMDI::~frmMDI() {
 
 void frmMDI::setUpMenu() {
     const auto leadsSomewhere = [this](const MenuEntry& entry) {
-        if (entry.kind == MenuKind::SoftwareUpdate)
-            return bool(m_procedures.showSoftwareUpdate);
-        return entry.kind == MenuKind::Beenden || m_screens->has(entry.screen);
+        return entry.kind == MenuKind::SoftwareUpdate || entry.kind == MenuKind::Beenden ||
+               m_screens->has(entry.screen);
     };
     m_menu = new shell::MenuTree(
         *m_ui->menubar, leadsSomewhere, [this](const MenuEntry& entry) { choose(entry); }, this);
@@ -82,7 +84,7 @@ void frmMDI::choose(const MenuEntry& entry) {
     case MenuKind::AnruferListe:
         return openAnruferListe();
     case MenuKind::SoftwareUpdate:
-        return m_procedures.showSoftwareUpdate();
+        return mod_SoftwareUpdate::CheckForUpdates(m_services);
     default:
         m_screens->show(entry.screen);
     }
@@ -151,7 +153,7 @@ void frmMDI::setUpPanels() {
                    [this] { ShowInternetListeCommand_Click(); });
     m_ui->lbl_SoftwareUpdate->hide();
     connectGuarded(Origin::User, m_ui->lbl_SoftwareUpdate, &QPushButton::clicked, this, [this] {
-        m_procedures.showSoftwareUpdate();
+        mod_SoftwareUpdate::ShowSoftwareUpdate(m_services);
         m_ui->lbl_SoftwareUpdate->hide();
     });
     m_ui->lbl_SystemMessage->hide();
@@ -191,6 +193,7 @@ void frmMDI::setUpTimers() {
     every(VorbestellungTimer, "VorbestellungTimer", 60000, &frmMDI::VorbestellungTimer_Timer);
     every(InternetLinkTimer, "InternetLinkTimer", 60000, &frmMDI::InternetLinkTimer_Timer);
     every(TimerZeit, "TimerZeit", 1000, &frmMDI::TimerZeit_Timer);
+    every(m_newsTimer, "NewsTimer", 250, &frmMDI::tellSystemNews);
     TimerBeep.start();
     VorbestellungTimer.start();
     TimerZeit.start();
@@ -198,12 +201,13 @@ void frmMDI::setUpTimers() {
 }
 
 void frmMDI::standStill() {
-    for (QTimer* timer : {&TimerBeep, &VorbestellungTimer, &InternetLinkTimer})
+    for (QTimer* timer : {&TimerBeep, &VorbestellungTimer, &InternetLinkTimer, &m_newsTimer})
         timer->stop();
     if (m_line)
         m_line->Stop();
-    if (Inet1)
-        Inet1->disconnect(this);
+    for (const auto* inet : {&Inet1, &m_startRequest})
+        if (*inet)
+            (*inet)->disconnect(this);
 }
 
 void frmMDI::showAuftragsNummer(const QString& number) {

@@ -29,13 +29,8 @@ struct MenuEntry;
 class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDesk, public desks::Attention {
     Q_OBJECT
   public:
-    /// What the panels lead to beyond screens. A panel or entry without its procedure stays disabled or does
-    /// nothing.
+    /// What the window needs of the computer.
     struct Procedures {
-        /// True when a newer version of the program is known.
-        std::function<bool()> CheckSoftwareUpdate{};
-        std::function<void()> showSoftwareUpdate{};
-        std::function<bool()> systemMessageWaits{};
         std::function<void()> beep{};
         /// Opens a file in the system's viewer for it; false when there is none.
         std::function<bool(const QString& file)> openDocument{};
@@ -99,12 +94,16 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// The pre-order alarm check.
     void VorbestellungTimer_Timer();
 
+    // Updates and messages
+    /// Asks the system's server what is new; the answer comes later. Nothing happens without one.
+    void startSystemNews();
+
     /// Whether users log in.
     bool loginIsOn() const;
 
     bool userIsLoggedIn() const { return m_userLoggedIn; }
 
-    void setUserLoggedIn() { m_userLoggedIn = true; }
+    void setUserLoggedIn();
 
     /// Nobody logs in: the ways to the log-in are closed.
     void disableAnmeldung();
@@ -136,7 +135,12 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     void openWebOrders();
     void fetchWebOrders();
     void tellAboutShop(const QString& text);
-    void showUpdatePanels(bool free);
+    bool isFree() const;
+    /// Both, as far as the user is entitled.
+    void showUpdatePanels();
+    void systemAnswered(int state);
+    /// Once for an answer and for a log-in, and not before a dialog that stands is over.
+    void tellSystemNews();
     bool mayReach(const QString& screen) const;
     bool isMenuShortcut(const class QKeyEvent& key) const;
 
@@ -153,6 +157,9 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     platform::BasicCAPI32* m_line = nullptr;
     int m_keptCalls = 0;
     bool m_userLoggedIn = false;
+    std::unique_ptr<platform::Inet> m_startRequest;
+    bool m_newsUntold = false;
+    QTimer m_newsTimer{this};
     QTimer TimerBeep{this};
     QTimer VorbestellungTimer{this};
     QTimer InternetLinkTimer{this};

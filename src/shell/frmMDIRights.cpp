@@ -18,15 +18,27 @@ void frmMDI::disableAnmeldung() {
 }
 
 void frmMDI::ApplyUserRights() {
-    const bool free = !loginIsOn() || UserAdministrator != 0;
     for (const shell::Right& right : shell::rights())
         for (const char* entry : right.entries)
-            m_menu->allow(QLatin1String(entry), free || right.user != 0);
-    showUpdatePanels(free);
+            m_menu->allow(QLatin1String(entry), isFree() || right.user != 0);
     m_ui->ToolBarInternetTransfer->setEnabled(m_services.navigation.hasScreen(u"frmOnlineShopTransfer"_s));
+    showUpdatePanels();
+    tellSystemNews();
+}
+
+bool frmMDI::isFree() const {
+    return !loginIsOn() || UserAdministrator != 0;
+}
+
+void frmMDI::setUserLoggedIn() {
+    m_userLoggedIn = true;
+    m_newsUntold = true;
 }
 
 bool frmMDI::mayReach(const QString& screen) const {
+    for (const shell::Right& right : shell::rights())
+        if (right.screens.contains(screen))
+            return isFree() || right.user != 0;
     // The menu holds the rights: a screen that no entry leads to is open to all.
     bool inMenu = false;
     for (const shell::MenuEntry& entry : shell::menuEntries()) {
@@ -37,13 +49,4 @@ bool frmMDI::mayReach(const QString& screen) const {
             return true;
     }
     return !inMenu;
-}
-
-void frmMDI::showUpdatePanels(bool free) {
-    const bool newer = free && m_procedures.CheckSoftwareUpdate && m_procedures.CheckSoftwareUpdate();
-    m_ui->lbl_SoftwareUpdate->setVisible(newer);
-    if (newer)
-        m_procedures.showSoftwareUpdate();
-    m_ui->lbl_SystemMessage->setVisible(free && m_procedures.systemMessageWaits &&
-                                        m_procedures.systemMessageWaits());
 }

@@ -1,6 +1,7 @@
 #include "store/SystemSettings.h"
 #include "common/Bounds.h"
 #include "common/Convert.h"
+#include "common/Version.h"
 #include "common/modFunctions.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
@@ -25,18 +26,10 @@ qint16 UserAdministrator, UserEinstellungen, UserKundenStatistik, UserUmsatzStat
 namespace store {
 
 using namespace Qt::StringLiterals;
+using common::kProgramVersion;
+using common::Version;
 
 namespace {
-
-struct Version {
-    qint64 major = 0;
-    qint64 minor = 0;
-    qint64 revision = 0;
-
-    double asNumber() const { return double(major) * 1000 + double(minor) + double(revision) * 0.0001; }
-};
-
-constexpr Version kProgram{TAVOLINO_VERSION_MAJOR, TAVOLINO_VERSION_MINOR, TAVOLINO_VERSION_REVISION};
 
 void read(const Setting& setting) {
     const Field field = RsMain.Fields(setting.column);
@@ -78,16 +71,12 @@ void setNumber(const Setting& setting, double number) {
         *std::get<double*>(setting.value) = number;
 }
 
-bool IsVersionCurrent(const Version& stored) {
-    return stored.asNumber() >= kProgram.asNumber();
-}
-
 void SaveSoftwareVersion() {
     ConnMain.Execute(
         u"UPDATE tbl_Einstellungen_System SET lng_SoftwareVersion_Major = %1, lng_SoftwareVersion_Minor = "
-        u"%2, lng_SoftwareVersion_Revision = %3"_s.arg(kProgram.major)
-            .arg(kProgram.minor)
-            .arg(kProgram.revision));
+        u"%2, lng_SoftwareVersion_Revision = %3"_s.arg(kProgramVersion.major)
+            .arg(kProgramVersion.minor)
+            .arg(kProgramVersion.revision));
 }
 
 } // namespace
@@ -184,13 +173,13 @@ SettingsNews& settingsNews() {
 }
 
 void LoadSystemSettings() {
-    Version stored = kProgram;
+    Version stored = kProgramVersion;
     {
         const OpenRecordset rows(RsMain, u"SELECT * FROM tbl_Einstellungen_System;"_s, ConnMain);
         if (!rows->Eof())
             stored = readRow();
     }
-    if (!IsVersionCurrent(stored))
+    if (!common::IsVersionCurrent(stored))
         SaveSoftwareVersion();
 }
 

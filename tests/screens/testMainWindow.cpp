@@ -403,7 +403,6 @@ TEST_F(ShellTest, MenuKeysReachTheMenuAlsoFromATextField) {
 
 /// From the user's row over the log-in to every road.
 TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
-    procedures.showSoftwareUpdate = [] {};
     build();
     for (const shell::MenuEntry& entry : shell::menuEntries())
         if (!entry.screen.isEmpty() && !app->screens().has(entry.screen))

@@ -35,6 +35,8 @@ class AnsweringServer : public QTcpServer {
 
     /// Sent to every request; nothing at all while null, so that it is waited for.
     QByteArray answer;
+    /// Sent instead to those whose first line holds the key.
+    QHash<QString, QByteArray> answersTo;
     /// First lines of the requests, such as "POST /a.asp HTTP/1.1".
     QStringList requests;
     /// All that was asked, head and body.
@@ -43,16 +45,20 @@ class AnsweringServer : public QTcpServer {
   private:
     void answerTo(QTcpSocket& socket) {
         QByteArray& request = m_requests[&socket];
-        const QByteArray bytes = socket.readAll();
-        asked += bytes;
-        request += bytes;
+        const QByteArray arrived = socket.readAll();
+        asked += arrived;
+        request += arrived;
         if (!request.contains("\r\n\r\n"))
             return;
         requests << QString::fromLatin1(request.left(request.indexOf("\r\n")));
         m_requests.remove(&socket);
-        if (answer.isNull())
+        QByteArray bytes = answer;
+        for (auto special = answersTo.cbegin(); special != answersTo.cend(); ++special)
+            if (requests.last().contains(special.key()))
+                bytes = special.value();
+        if (bytes.isNull())
             return;
-        socket.write(answer);
+        socket.write(bytes);
         if (m_after == After::Close)
             socket.disconnectFromHost();
     }

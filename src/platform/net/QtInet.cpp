@@ -1,9 +1,8 @@
 #include "platform/net/QtInet.h"
+#include "platform/net/WebRequest.h"
 #include <QIODevice>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
-#include <QSslCertificate>
-#include <QSslConfiguration>
 #include <QStringDecoder>
 #include <QUrl>
 #include <utility>
@@ -14,10 +13,6 @@ namespace platform {
 namespace {
 
 constexpr qint64 kReadAhead = 256LL * 1024;
-
-QString tr(const char* text) {
-    return QObject::tr(text);
-}
 
 /// Windows-1252 differs from Latin-1 in these; what it leaves open stays the control character.
 constexpr char16_t kFrom80[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
@@ -39,37 +34,11 @@ QString charsetOf(const QString& contentType) {
     return {};
 }
 
-QString sentenceOf(QNetworkReply::NetworkError error) {
-    switch (error) {
-    case QNetworkReply::HostNotFoundError:
-        return tr("Der Name des Servers ist nicht bekannt, oder es besteht keine Verbindung zum Internet.");
-    case QNetworkReply::ConnectionRefusedError:
-        return tr("Der Server nimmt keine Verbindung an.");
-    case QNetworkReply::RemoteHostClosedError:
-    case QNetworkReply::ContentReSendError:
-        return tr("Der Server hat die Verbindung mitten in der Antwort beendet.");
-    case QNetworkReply::SslHandshakeFailedError:
-        return tr("Dem Zertifikat des Servers kann nicht vertraut werden.");
-    default:
-        return tr("Es besteht keine Verbindung zum Server.");
-    }
-}
-
-int statusOf(const QNetworkReply& reply) {
-    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-}
-
 /// Whether the server answered, be it by an error page.
 bool isAnswered(const QNetworkReply& reply) {
     const auto error = int(reply.error());
     const bool errorPage = (error >= 200 && error < 300) || (error >= 400 && error < 500);
     return error == QNetworkReply::NoError || (errorPage && statusOf(reply) >= 400);
-}
-
-/// Although it was asked not to be.
-bool isPacked(const QNetworkReply& reply) {
-    const QByteArray encoding = reply.rawHeader("Content-Encoding").trimmed().toLower();
-    return !encoding.isEmpty() && encoding != "identity";
 }
 
 /// An empty body that is sent once. Without one Qt repeats a request up to three times when the server hangs
@@ -105,8 +74,7 @@ QtInet::QtInet(QString certificate, const Limits& limits) :
     m_certificate(std::move(certificate)), m_limits(limits) {
     m_deadline.setSingleShot(true);
     m_deadline.setInterval(m_limits.milliseconds);
-    connect(&m_deadline, &QTimer::timeout, this,
-            [this] { end(tr("Der Server hat nicht rechtzeitig geantwortet.")); });
+    connect(&m_deadline, &QTimer::timeout, this, [this] { end(problemOfSilence().sentence); });
 }
 
 QtInet::~QtInet() {
@@ -123,24 +91,14 @@ void QtInet::Execute(const QString& address) {
     m_bytes.clear();
     Q_EMIT StateChanged(icRequesting);
     const QUrl url(address);
-    if (!url.isValid() || url.host().isEmpty() || !url.scheme().startsWith(u"http")) {
-        QTimer::singleShot(0, this, [this] { end(tr("Die Adresse des Servers ist ungültig.")); });
+    if (!isWebAddress(url)) {
+        QTimer::singleShot(0, this, [this] { end(problemOfAddress().sentence); });
         return;
     }
     if (!m_network)
         m_network = std::make_unique<QNetworkAccessManager>();
-    QNetworkRequest request(url);
+    QNetworkRequest request = webRequest(url, m_certificate);
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
-    // Followed, a request by POST would become one by GET, and mean something else to the server.
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    // Qt makes an empty answer of packed bytes that are cut or damaged.
-    request.setRawHeader("Accept-Encoding", "identity");
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    if (!m_certificate.isEmpty()) {
-        QSslConfiguration tls = request.sslConfiguration();
-        tls.addCaCertificates(QSslCertificate::fromPath(m_certificate));
-        request.setSslConfiguration(tls);
-    }
     // A connection that lasted may be about to end.
     m_network->clearConnectionCache();
     auto* const body = new SentOnce;
@@ -161,25 +119,25 @@ void QtInet::Cancel() {
 void QtInet::take() {
     m_bytes += m_reply->readAll();
     if (m_bytes.size() > m_limits.bytes)
-        end(tr("Die Antwort des Servers ist zu gross."));
+        end(problemOfSize().sentence);
 }
 
 void QtInet::finished() {
     const int status = statusOf(*m_reply);
     if (status >= 300 && status < 400)
-        return end(tr("Der Server schickt die Anfrage an eine andere Adresse, der nicht gefolgt wird."));
+        return end(problemOfRedirect().sentence);
     if (isAnswered(*m_reply)) {
         take();
         if (!m_reply)
             return;
         if (isPacked(*m_reply))
-            return end(tr("Die Antwort des Servers kann nicht gelesen werden."));
+            return end(problemOfUnreadable().sentence);
         if (status >= 400)
             m_refusal = tr("Der Server meldet den Fehler %1.").arg(status);
         m_answer = decodedAnswer(m_bytes, m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
         return end({});
     }
-    end(sentenceOf(m_reply->error()));
+    end(problemOf(m_reply->error()).sentence);
 }
 
 void QtInet::end(const QString& problem) {

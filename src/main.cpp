@@ -9,8 +9,6 @@
 #include "shell/AppStyle.h"
 #include "shell/Application.h"
 #include "shell/GuardedApplication.h"
-#include <QDesktopServices>
-#include <QUrl>
 #include <cstdlib>
 
 int main(int argc, char** argv) {
@@ -36,10 +34,7 @@ int main(int argc, char** argv) {
          .telephony = {line.get(), telephone.keptCalls, telephone.problem},
          // At once means at once: nothing is unwound, everything that counts is closed.
          .exitProcess = [](int code) { std::_Exit(code); },
-         .procedures = {
-             .beep = [&bell] { bell.ring(); },
-             .openDocument =
-                 [](const QString& file) { return QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }},
+         .procedures = {.beep = [&bell] { bell.ring(); }},
          .publisher = {.publicKey = QByteArray::fromBase64(TAVOLINO_UPDATE_KEY),
                        .startProgram = platform::startProgram}});
     return tavolino.start() ? QApplication::exec() : EXIT_FAILURE;

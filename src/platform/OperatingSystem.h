@@ -1,10 +1,15 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 
 namespace platform {
 
 /// The folder of the operating system itself ("C:\Windows"); the root folder where there is none such.
 QString systemFolder();
+
+/// The operating system's own program that shows what the computer consists of, with its arguments; empty
+/// where there is none.
+QStringList systemInformation();
 
 /// Whether a living process, whoever's, holds the file as a QLockFile does. Only of a file that can be read
 /// is it known; false otherwise.

@@ -50,6 +50,11 @@ QWidget* ScreenManager::open(const QString& screen) const {
     return floating && !floating->isHidden() ? floating : nullptr;
 }
 
+QWidget* ScreenManager::current() const {
+    const QMdiSubWindow* window = m_room.currentSubWindow();
+    return window ? window->widget() : nullptr;
+}
+
 QWidget* ScreenManager::showFloating(const QString& screen, const ScreenEntry& entry) {
     // A window of its own would be given the keys by some window managers, whatever it asks for.
     QPointer<QWidget>& floating = m_floating[screen];

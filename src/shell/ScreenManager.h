@@ -36,6 +36,9 @@ class ScreenManager : public QObject {
 
     bool mayShow(const QString& screen) const { return !m_mayShow || m_mayShow(screen); }
 
+    /// The child window in front, whichever window has the keys; null while there is none.
+    QWidget* current() const;
+
     /// The open screen; null when it is not open.
     QWidget* open(const QString& screen) const;
 

@@ -35,6 +35,8 @@ class ScreenRegistry {
         return it == m_entries.constEnd() ? nullptr : &*it;
     }
 
+    QStringList names() const { return m_entries.keys(); }
+
   private:
     QHash<QString, ScreenEntry> m_entries;
 };

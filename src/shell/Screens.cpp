@@ -3,8 +3,12 @@
 #include "desks/CustomerDesk.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "maintenance/frmHandbuch.h"
+#include "maintenance/frmHelpStepByStep.h"
+#include "maintenance/frmSystemAbout.h"
 #include "maintenance/frmSystemMessagesService.h"
 #include "maintenance/frmSystemUpdate.h"
+#include "maintenance/modHandbuch.h"
 #include "maintenance/mod_SoftwareUpdate.h"
 #include "masterdata/frmProdukte.h"
 #include "masterdata/frmProdukteExtras.h"
@@ -115,6 +119,11 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {creator<frmOnlineShopSettingsFonts>(services)});
     registry.add(QStringLiteral("frmOnlineShopSettingsDokumente"),
                  {creator<frmOnlineShopSettingsDokumente>(services)});
+    registry.add(QStringLiteral("frmHelpStepByStep"), {creator<frmHelpStepByStep>(services)});
+    registry.add(QStringLiteral("frmSystemAbout"), {creator<frmSystemAbout>(services)});
+    registry.add(QStringLiteral("frmHandbuch"),
+                 {.create = [](QWidget* parent) { return new frmHandbuch(parent); },
+                  .mayOpen = [services] { return modHandbuch::CheckManual(services.dialogs); }});
     registerUpdates(registry, services, publisher);
 }
 

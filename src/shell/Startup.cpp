@@ -1,5 +1,6 @@
 #include "shell/Startup.h"
 #include "desks/OrderDesk.h"
+#include "maintenance/modHelpStepByStep.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderDraft.h"
 #include "orders/modBestellNummern.h"
@@ -64,8 +65,9 @@ bool Startup::run() {
         return false;
     m_window.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_window.VorbestellungTimer_Timer();
-    offerDraft();
     showGuide();
+    // Behind the guide, so that an order taken up again has the keys.
+    offerDraft();
     m_window.startSystemNews();
     return true;
 }
@@ -190,7 +192,7 @@ void Startup::offerDraft() {
 }
 
 void Startup::showGuide() {
-    if (m_services.registry.GetSetting(u"TavolinoHelp"_s, u"StepByStep"_s, u"ID"_s) != u"0")
+    if (modHelpStepByStep::ShowsAtStart(m_services.registry))
         m_window.screens().show(u"frmHelpStepByStep"_s);
 }
 

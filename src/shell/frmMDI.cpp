@@ -12,14 +12,13 @@
 #include "platform/Navigation.h"
 #include "platform/line/TelephoneLine.h"
 #include "platform/net/Inet.h"
+#include "shell/ContextHelp.h"
 #include "shell/MenuTree.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmMDI.h"
 #include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
-#include <QFile>
 #include <QKeyEvent>
 #include <QShortcut>
 
@@ -55,6 +54,7 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     setUpToolBar();
     setUpPanels();
     setUpKeys();
+    new shell::ContextHelp(m_services, *m_screens, *this);
     setUpHints();
     setUpTimers();
     maintenance::systemNews() = {};
@@ -171,16 +171,7 @@ void frmMDI::setUpKeys() {
         connectGuarded(Origin::User, shortcut, &QShortcut::activated, this, [this, act] { (this->*act)(); });
     };
     key(Qt::Key_F9, &frmMDI::takeWaitingCall);
-    key(Qt::Key_F1, &frmMDI::showManual);
     key(kWebOrdersKey, &frmMDI::openWebOrders);
-}
-
-void frmMDI::showManual() {
-    const QString file = store::appPath() + u"/docs/handbuch.md"_s;
-    if (!QFile::exists(file) || !m_procedures.openDocument || !m_procedures.openDocument(file))
-        m_services.dialogs.MsgBox(
-            tr("Das Handbuch \"%1\" kann nicht geöffnet werden.").arg(QDir::toNativeSeparators(file)),
-            platform::kInformation, tr("Handbuch"));
 }
 
 void frmMDI::setUpTimers() {

@@ -32,8 +32,6 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// What the window needs of the computer.
     struct Procedures {
         std::function<void()> beep{};
-        /// Opens a file in the system's viewer for it; false when there is none.
-        std::function<bool(const QString& file)> openDocument{};
     };
 
     /// The services and the registry outlive the window.
@@ -71,9 +69,6 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
 
     /// Nothing comes in by itself any more: no call, no timer, no answer of the shop.
     void standStill();
-
-    /// The user's manual, in the system's viewer.
-    void showManual();
 
     // Web shop
     void startWebShop();

@@ -130,7 +130,7 @@ TEST_F(ShellTest, AFolderOrADatabaseThatIsNotThereEndsTheStartWithItsMessage) {
         "starten Sie die Applikation als Administrator. Das Programm wird nun beendet."_s);
     EXPECT_EQ(dialogs.last().title, u"Keine Benutzerberechtigung"_s);
     EXPECT_EQ(dialogs.last().style, 64);
-    EXPECT_TRUE(registry.values.isEmpty());
+    EXPECT_FALSE(registry.values.contains(u"TavolinoSettings/DB/Root"_s));
 
     ASSERT_TRUE(QDir(folder.filePath(u"WriteTest.tmp"_s)).removeRecursively());
     ASSERT_TRUE(QFile::remove(folder.filePath(u"Data/DBTavolinoPhone.mdb"_s)));
@@ -236,22 +236,6 @@ TEST_F(ShellTest, ACallReachesWhoeverLooksElsewhereAndIsTakenThere) {
     QTest::mouseClick(banner()->isVisible() ? banner() : preview.findChildren<QPushButton*>().last(),
                       Qt::LeftButton);
     EXPECT_EQ(asked.size(), 2);
-}
-
-TEST_F(ShellTest, F1OpensTheManualOrTellsWhyNot) {
-    QStringList opened;
-    procedures.openDocument = [&](const QString& file) {
-        opened << file;
-        return true;
-    };
-    frmMDI& window = start();
-    QTest::keyClick(&window, Qt::Key_F1);
-    EXPECT_TRUE(dialogs.last().text.contains(u"handbuch.md"_s));
-    ASSERT_TRUE(QDir(folder.path()).mkpath(u"docs"_s));
-    ASSERT_TRUE(QFile(folder.filePath(u"docs/handbuch.md"_s)).open(QIODevice::WriteOnly));
-    QTest::keyClick(&window, Qt::Key_F1);
-    EXPECT_EQ(opened, QStringList{folder.filePath(u"docs/handbuch.md"_s)});
-    EXPECT_EQ(dialogs.said.size(), 1);
 }
 
 TEST_F(ShellTest, TimersRunAndAnErrorInTheirsOrInACallsIsToldOnceAndTheProgramGoesOn) {
@@ -407,7 +391,6 @@ TEST_F(ShellTest, EachRightOpensItsOwnEntriesAndScreens) {
     for (const shell::MenuEntry& entry : shell::menuEntries())
         if (!entry.screen.isEmpty() && !app->screens().has(entry.screen))
             app->screens().add(entry.screen, {.create = [](QWidget* parent) { return new QWidget(parent); }});
-    registry.values.insert(u"TavolinoHelp/StepByStep/ID"_s, u"0"_s);
     ASSERT_TRUE(app->start());
     frmMDI& window = app->mainWindow();
     EXPECT_FALSE(window.menuAction(u"mnEinstellungenAnmeldung"_s)->isEnabled()) << "the log-in is off";

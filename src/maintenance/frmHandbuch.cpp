@@ -4,10 +4,10 @@
 #include "platform/form/Contrast.h"
 #include "ui_frmHandbuch.h"
 #include <QAbstractTextDocumentLayout>
-#include <QDialog>
 #include <QFileInfo>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QSignalBlocker>
 #include <QTextTable>
 
@@ -37,7 +37,7 @@ frmHandbuch::frmHandbuch(QWidget* parent) : QWidget(parent), m_ui(std::make_uniq
                    [this](const QUrl& link) { followLink(link.fragment()); });
     connectGuarded(Origin::User, m_ui->txt_Handbuch->verticalScrollBar(), &QScrollBar::valueChanged, this,
                    [this] { markChapter(); });
-    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { closeManual(); });
+    connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
     m_ui->txt_Handbuch->setFocus();
 }
 
@@ -117,7 +117,7 @@ void frmHandbuch::setUpKeys() {
         m_ui->txt_Suche->setFocus();
         m_ui->txt_Suche->selectAll();
     });
-    key(this, Qt::Key_Escape, [this] { closeManual(); });
+    key(this, Qt::Key_Escape, [this] { close(); });
     for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
         key(m_ui->txt_Suche, enter, [this] { nextHit(1); });
         key(m_ui->txt_Suche, Qt::SHIFT | enter, [this] { nextHit(-1); });
@@ -155,6 +155,14 @@ void frmHandbuch::scrollTo(const QTextBlock& block) {
     m_ui->txt_Handbuch->setTextCursor(QTextCursor(block));
     m_ui->txt_Handbuch->verticalScrollBar()->setValue(int(layout.blockBoundingRect(block).top()));
     markChapter();
+}
+
+/// The place may have been looked for before the text had its width.
+void frmHandbuch::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        QMetaObject::invokeMethod(
+            this, [this] { scrollTo(m_ui->txt_Handbuch->textCursor().block()); }, Qt::QueuedConnection);
 }
 
 QTextBlock frmHandbuch::blockAtTop() const {
@@ -233,11 +241,4 @@ void frmHandbuch::nextHit(int step) {
     const qsizetype count = m_hits.size();
     if (count > 0)
         goToHit((m_hit + step + count) % count);
-}
-
-void frmHandbuch::closeManual() {
-    if (auto* dialog = qobject_cast<QDialog*>(window()))
-        dialog->reject();
-    else
-        close();
 }

@@ -9,8 +9,7 @@ namespace Ui {
 class frmHandbuch;
 }
 
-/// The user's manual: chapters at the side, the text, and a search in it. Stands as a screen, or in a dialog
-/// that then closes with it.
+/// The user's manual: chapters at the side, the text, and a search in it.
 class frmHandbuch : public QWidget {
     Q_OBJECT
   public:
@@ -23,6 +22,9 @@ class frmHandbuch : public QWidget {
     QString textAtTop() const;
 
     QSize sizeHint() const override { return {1040, 560}; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
 
   private:
     void showText();
@@ -42,7 +44,6 @@ class frmHandbuch : public QWidget {
     void goToHit(qsizetype hit);
     void keepInSight();
     void nextHit(int step);
-    void closeManual();
 
     std::unique_ptr<Ui::frmHandbuch> m_ui;
     /// The headings at the side, as they stand there.

@@ -57,7 +57,9 @@ constexpr Entry kEntries[] = {
     {u"frmOnlineShopTransfer", u"Den Katalog übertragen"},
     {u"frmDatenBackup", u"Datensicherung"},
     {u"frmDatenRestore", u"Datensicherung"},
-    {u"frmSystemMessagesService", u"Aktualisierung"},
+    {u"frmSystemSoftwareUpdate", u"Aktualisierung", u"Neue Version."},
+    {u"frmSystemTelefonbuchUpdate", u"Aktualisierung", u"Neue Version."},
+    {u"frmSystemMessagesService", u"Aktualisierung", u"System Nachrichtendienst."},
     {u"frmHelpStepByStep", kHelp, u"Anleitung - Schritt für Schritt."},
     {u"frmSystemAbout", kHelp, u"Über Tavolino."},
     {u"frmHandbuch", kHelp},
@@ -85,17 +87,12 @@ QString load() {
 }
 
 std::optional<Place> placeOf(const QString& screen) {
+    // "frmX modal" is the same screen.
+    const QString name = screen.section(u' ', 0, 0);
     for (const Entry& entry : kEntries)
-        if (screen == entry.screen)
+        if (name == entry.screen)
             return Place{QString::fromUtf16(entry.chapter), QString::fromUtf16(entry.paragraph)};
     return {};
-}
-
-QStringList screens() {
-    QStringList all;
-    for (const Entry& entry : kEntries)
-        all << QString::fromUtf16(entry.screen);
-    return all;
 }
 
 QString withoutNumber(const QString& heading) {

@@ -1,6 +1,5 @@
 #pragma once
 #include <QString>
-#include <QStringList>
 #include <optional>
 
 namespace platform {
@@ -27,8 +26,6 @@ QString load();
 /// Nothing for a screen or window that has no place of its own. `screen` is the name of a screen, or the
 /// class of another window.
 std::optional<Place> placeOf(const QString& screen);
-/// All screens and windows that have a place.
-QStringList screens();
 
 /// "5. Vorbestellungen" without its number.
 QString withoutNumber(const QString& heading);

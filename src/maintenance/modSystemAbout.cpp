@@ -1,5 +1,6 @@
 #include "maintenance/modSystemAbout.h"
 #include "common/RunTimeError.h"
+#include "common/Version.h"
 #include "platform/WatchedQuery.h"
 #include "platform/net/Endpoints.h"
 #include "store/EngineFacts.h"
@@ -121,9 +122,7 @@ QString section(const QString& title, const QStringList& lines) {
 } // namespace
 
 QString Version() {
-    return u"%1.%2.%3"_s.arg(TAVOLINO_VERSION_MAJOR)
-        .arg(TAVOLINO_VERSION_MINOR)
-        .arg(TAVOLINO_VERSION_REVISION);
+    return common::kProgramVersion.text();
 }
 
 QString Diagnosis(const Surroundings& around, const platform::Progress& progress) {

@@ -2,19 +2,20 @@
 #include "common/Guard.h"
 #include "maintenance/frmHandbuch.h"
 #include "platform/QtDialogs.h"
+#include "shell/ModalFrame.h"
 #include "shell/ScreenManager.h"
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QShortcut>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace shell {
 namespace {
 
-QString screenOf(const QWidget* window) {
-    return QLatin1String(window->metaObject()->className());
+std::optional<modHandbuch::Place> placeOf(const QWidget* window) {
+    return modHandbuch::placeOf(QLatin1String(window->metaObject()->className()));
 }
 
 bool isManual(const QWidget* window) {
@@ -49,7 +50,11 @@ bool ContextHelp::eventFilter(QObject* watched, QEvent* event) {
 }
 
 QWidgetList ContextHelp::present() const {
-    QWidgetList windows{QApplication::activeModalWidget(), QApplication::activeWindow(), m_screens.current()};
+    QWidgetList windows{QApplication::activeModalWidget()};
+    // A screen in a dialog.
+    if (windows.first())
+        windows << windows.first()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    windows << QApplication::activeWindow() << m_screens.current();
     windows.removeAll(nullptr);
     return windows;
 }
@@ -72,7 +77,7 @@ void ContextHelp::show() {
 
 void ContextHelp::showPlace(frmHandbuch& manual, const QWidgetList& windows) const {
     for (const QWidget* window : windows)
-        if (const auto place = modHandbuch::placeOf(screenOf(window)); place && !isManual(window)) {
+        if (const auto place = placeOf(window); place && !isManual(window)) {
             manual.showPlace(*place);
             return;
         }
@@ -81,15 +86,10 @@ void ContextHelp::showPlace(frmHandbuch& manual, const QWidgetList& windows) con
 void ContextHelp::showAbove(QWidget& dialog, const QWidgetList& windows) {
     if (!modHandbuch::CheckManual(m_services.dialogs))
         return;
-    QDialog frame(&dialog);
-    auto* manual = new frmHandbuch(&frame);
-    frame.setWindowTitle(manual->windowTitle());
-    auto* layout = new QVBoxLayout(&frame);
-    layout->setContentsMargins({});
-    layout->addWidget(manual);
+    auto* manual = new frmHandbuch;
+    ModalFrame frame(manual, &dialog);
+    frame.resize(manual->sizeHint().boundedTo(dialog.screen()->availableSize()));
     platform::centreOnScreen(frame);
-    // It has its size before the place is looked for.
-    layout->activate();
     showPlace(*manual, windows);
     platform::execModal(frame);
 }

@@ -162,6 +162,17 @@ void show(const QJsonObject& draft, WorkingOrder& order) {
     order.CalculateTotalBestellung();
 }
 
+OrderDraft::Keeping* theKeeping = nullptr;
+
+/// To what was given up last.
+void putAside(const QString& file) {
+    std::error_code failure;
+    std::filesystem::rename(QFileInfo(file).filesystemFilePath(),
+                            QFileInfo(file + kGivenUp).filesystemFilePath(), failure);
+    if (failure)
+        qWarning("The order that was given up cannot be kept: %s", failure.message().c_str());
+}
+
 /// The end came while an order was taken back: it goes on where it stood, as far as there is room.
 void finishTakingBack(const QString& file) {
     const QString aside = file + kTakenBack;
@@ -258,16 +269,32 @@ bool OrderDraft::isWorthKeeping() const {
 }
 
 void OrderDraft::giveUp() {
+    if (theKeeping) {
+        flush();
+        theKeeping->m_giveUp = [file = m_file, worth = isWorthKeeping()] {
+            worth ? putAside(file) : decline(file);
+        };
+        return;
+    }
     if (!isWorthKeeping())
         return forget();
     flush();
     m_timer.stop();
-    std::error_code failure;
-    std::filesystem::rename(QFileInfo(m_file).filesystemFilePath(),
-                            QFileInfo(m_file + kGivenUp).filesystemFilePath(), failure);
-    if (failure)
-        qWarning("The order that was given up cannot be kept: %s", failure.message().c_str());
+    putAside(m_file);
     Q_EMIT canTakeBackChanged(canTakeBack());
+}
+
+OrderDraft::Keeping::Keeping() {
+    theKeeping = this;
+}
+
+OrderDraft::Keeping::~Keeping() {
+    theKeeping = nullptr;
+}
+
+void OrderDraft::Keeping::giveUp() {
+    if (m_giveUp)
+        m_giveUp();
 }
 
 bool OrderDraft::canTakeBack() const {

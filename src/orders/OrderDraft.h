@@ -2,6 +2,7 @@
 #include "orders/WorkingOrder.h"
 #include <QObject>
 #include <QTimer>
+#include <functional>
 
 namespace common {
 class RunTimeError;
@@ -23,6 +24,22 @@ namespace orders {
 class OrderDraft : public QObject {
     Q_OBJECT
   public:
+    /// While one lives, an order whose screen closes stays a draft, as at any end of the program: the next
+    /// start offers it. One at a time.
+    class Keeping {
+      public:
+        Keeping();
+        ~Keeping();
+        Keeping(const Keeping&) = delete;
+        Keeping& operator=(const Keeping&) = delete;
+        /// The program goes on: what closed meanwhile is given up after all.
+        void giveUp();
+
+      private:
+        friend class OrderDraft;
+        std::function<void()> m_giveUp;
+    };
+
     /// Where an installation keeps it.
     static QString defaultFile();
 

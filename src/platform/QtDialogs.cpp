@@ -139,6 +139,10 @@ void askForPrinterOnly(QPrintDialog& dialog) {
     }
 }
 
+QString kindOf(const QString& suffix) {
+    return suffix == QLatin1String("mdb") ? tr("Datenbank") : suffix.toUpper();
+}
+
 /// By hand or Esc only: Enter and the blank that are typed ahead are for the screen below.
 QPushButton* giveUpButton() {
     auto* button = new QPushButton(tr("Abbrechen (Esc)"));
@@ -280,7 +284,7 @@ QString QtDialogs::SaveFile(const QString& title, const QString& name, const QSt
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     QStringList filters;
     for (const QString& suffix : suffixes)
-        filters << QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix);
+        filters << QStringLiteral("%1 (*.%2)").arg(kindOf(suffix), suffix);
     QFileDialog dialog(QApplication::activeWindow(), title, folder.path(), filters.join(QLatin1String(";;")));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffixes.first());

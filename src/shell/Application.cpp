@@ -1,4 +1,5 @@
 #include "shell/Application.h"
+#include "maintenance/DailyCopy.h"
 #include "platform/line/TelephoneLine.h"
 #include "shell/Screens.h"
 #include "store/StoreGlobals.h"
@@ -63,6 +64,8 @@ void Application::closeDown() {
     try {
         if (m_ground.telephony.line)
             m_ground.telephony.line->Stop();
+        if (m_window)
+            m_window->dailyCopy().giveUp(std::chrono::seconds(1));
         for (store::Connection* connection : {&ConnMain, &ConnPhone, &ConnPrint})
             if (connection->IsOpen())
                 connection->Close();

@@ -3,6 +3,8 @@
 #include "desks/CustomerDesk.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "maintenance/frmDatenBackup.h"
+#include "maintenance/frmDatenRestore.h"
 #include "maintenance/frmHandbuch.h"
 #include "maintenance/frmHelpStepByStep.h"
 #include "maintenance/frmSystemAbout.h"
@@ -125,6 +127,8 @@ void registerScreens(ScreenRegistry& registry, const platform::Services& service
                  {.create = [](QWidget* parent) { return new frmHandbuch(parent); },
                   .mayOpen = [services] { return modHandbuch::CheckManual(services.dialogs); }});
     registerUpdates(registry, services, publisher);
+    registry.add(QStringLiteral("frmDatenBackup"), {creator<frmDatenBackup>(services)});
+    registry.add(QStringLiteral("frmDatenRestore"), {creator<frmDatenRestore>(services)});
 }
 
 } // namespace shell

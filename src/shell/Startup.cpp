@@ -1,6 +1,8 @@
 #include "shell/Startup.h"
 #include "desks/OrderDesk.h"
+#include "maintenance/DailyCopy.h"
 #include "maintenance/modHelpStepByStep.h"
+#include "maintenance/modTagessicherung.h"
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderDraft.h"
 #include "orders/modBestellNummern.h"
@@ -23,6 +25,9 @@ using namespace Qt::StringLiterals;
 
 namespace shell {
 namespace {
+
+/// By then the window stands and the first call has come.
+constexpr auto kBeforeDailyCopy = std::chrono::seconds(30);
 
 enum class WriteTest { Passed, NoRights, NoRoom };
 
@@ -140,14 +145,16 @@ bool Startup::OpenDatabases() {
 void Startup::EnableInterfaces() {
     m_window.startTelephony(m_telephony.line, m_telephony.keptCalls);
     m_window.startWebShop();
+    m_window.dailyCopy().startLater(kBeforeDailyCopy);
     tellBrokenIni();
 }
 
 /// A file that is not understood must not pass for one without a telephone.
 void Startup::tellBrokenIni() {
-    QStringList problems{m_telephony.problem, m_services.internet.endpoints().problem};
+    QStringList problems{m_telephony.problem, m_services.internet.endpoints().problem,
+                         modTagessicherung::Settings::read(store::appPath() + u"/tavolino.ini"_s).problem};
     problems.removeAll(QString());
-    // The file itself is broken for both.
+    // The file itself is broken for all.
     problems.removeDuplicates();
     if (problems.isEmpty())
         return;

@@ -6,6 +6,7 @@
 #include "desks/CustomerDesk.h"
 #include "desks/OrderDesk.h"
 #include "desks/PreOrderDesk.h"
+#include "maintenance/DailyCopy.h"
 #include "maintenance/SystemNews.h"
 #include "maintenance/mod_SoftwareUpdate.h"
 #include "platform/Dialogs.h"
@@ -58,6 +59,7 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     setUpHints();
     setUpTimers();
     maintenance::systemNews() = {};
+    m_dailyCopy = new maintenance::DailyCopy(m_services, this);
     qApp->installEventFilter(this);
 }
 
@@ -199,6 +201,7 @@ void frmMDI::standStill() {
     for (const auto* inet : {&Inet1, &m_startRequest})
         if (*inet)
             (*inet)->disconnect(this);
+    m_dailyCopy->giveUp();
 }
 
 void frmMDI::showAuftragsNummer(const QString& number) {

@@ -16,6 +16,10 @@ class BasicCAPI32;
 class Inet;
 } // namespace platform
 
+namespace maintenance {
+class DailyCopy;
+}
+
 namespace shell {
 class MenuTree;
 class WaitingCall;
@@ -69,6 +73,8 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
 
     /// Nothing comes in by itself any more: no call, no timer, no answer of the shop.
     void standStill();
+
+    maintenance::DailyCopy& dailyCopy() { return *m_dailyCopy; }
 
     // Web shop
     void startWebShop();
@@ -146,6 +152,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     shell::MenuTree* m_menu = nullptr;
     shell::WaitingCall* m_call = nullptr;
     std::unique_ptr<platform::Inet> Inet1;
+    maintenance::DailyCopy* m_dailyCopy = nullptr;
     QString m_pollProblem;
     int m_internetAttention = 0;
     bool m_panelIsBright = false;

@@ -1,0 +1,24 @@
+#pragma once
+#include "common/RunTimeError.h"
+#include "platform/Progress.h"
+#include <QString>
+
+/// What backup, restore and daily copies do to the files.
+namespace maintenance {
+
+/// The main database's file.
+QString mainFile();
+/// Whether the path leads to the working database or to another of the program's own data files.
+bool isOwnDataFile(const QString& path);
+/// Deletes a file that an earlier, broken run has left. Throws where it stays.
+void removeLeftover(const QString& path);
+/// As store::CheckDatabase: the file is a whole copy of the main database.
+void checkCopy(const QString& path, const platform::Progress& progress);
+/// Copies a closed copy of the main database to that path, where it replaces a file that stands there in one
+/// step, once it has been written, synced and checked under another name beside it.
+void copyChecked(const QString& from, const QString& to, const platform::Progress& progress);
+
+/// Why work on those files failed, a sentence for the user; "" where it was refused rights.
+QString causeOf(const common::RunTimeError& error, const QString& file);
+
+} // namespace maintenance

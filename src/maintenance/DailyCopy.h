@@ -1,0 +1,45 @@
+#pragma once
+#include "platform/Services.h"
+#include <QDate>
+#include <QObject>
+#include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <exception>
+#include <future>
+
+namespace maintenance {
+
+/// Makes the day's copy some time after the first start of a day, off everybody's way: in a thread that gives
+/// way to all others, and in small pieces. Told in the status box is only that it has failed for three days;
+/// each failure stands in the log.
+class DailyCopy : public QObject {
+    Q_OBJECT
+  public:
+    /// The services outlive it.
+    explicit DailyCopy(const platform::Services& services, QObject* parent = nullptr);
+    ~DailyCopy() override;
+
+    /// Once, when the program stands.
+    void startLater(std::chrono::milliseconds delay);
+    /// No copy is made any more, and what was begun of one goes. Waits until it has gone, or so long.
+    void giveUp(std::chrono::milliseconds patience = std::chrono::hours(1));
+
+  Q_SIGNALS:
+    /// The copy stands, or has failed.
+    void done();
+
+  private:
+    void begin();
+    void work(QDate today);
+    void finish();
+    void remember(const QString& failure);
+
+    platform::Services m_services;
+    QTimer m_timer{this};
+    std::atomic<bool> m_givenUp = false;
+    std::future<void> m_work;
+    std::exception_ptr m_failure;
+};
+
+} // namespace maintenance

@@ -1,0 +1,69 @@
+#include "maintenance/frmDatensicherung.h"
+#include "maintenance/CheckedCopy.h"
+#include "maintenance/WorkApart.h"
+#include "orders/OrderDraft.h"
+#include "platform/Dialogs.h"
+#include "platform/Navigation.h"
+#include "store/StoreGlobals.h"
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+frmDatensicherung::frmDatensicherung(const platform::Services& services, QWidget* parent) :
+    QWidget(parent), m_services(services) {
+}
+
+void frmDatensicherung::hideAtFirst(QProgressBar& bar) {
+    QSizePolicy policy = bar.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    bar.setSizePolicy(policy);
+    bar.hide();
+}
+
+bool frmDatensicherung::closeOthers(bool keepsOrder) {
+    std::optional<orders::OrderDraft::Keeping> keeping;
+    if (keepsOrder)
+        keeping.emplace();
+    if (m_services.navigation.closeScreensBut(objectName()))
+        return true;
+    if (keeping)
+        keeping->giveUp();
+    tell(tr("Ein anderes Fenster beendet noch seine Arbeit, zum Beispiel eine Übertragung zum Online Shop. "
+            "Versuchen Sie es in einem Augenblick noch einmal."),
+         windowTitle());
+    return false;
+}
+
+void frmDatensicherung::run(QProgressBar& bar, const Job& job) {
+    bar.setValue(0);
+    bar.show();
+    try {
+        if (!closeOthers(job.keepsOrder))
+            return bar.hide();
+        m_services.navigation.standStill();
+        store::CloseDatabases();
+        maintenance::workApart(
+            job.work, [&bar](qint64 done, qint64 total) { bar.setValue(int(done * bar.maximum() / total)); });
+        tell(job.texts.done, job.texts.doneTitle);
+    } catch (const common::RunTimeError& failure) {
+        tellFailure(failure, job.file, job.texts);
+    } catch (const std::exception& failure) {
+        tellFailure({common::kPlatformFailure, tr("Ein unerwarteter Fehler ist aufgetreten."),
+                     QString::fromUtf8(failure.what())},
+                    job.file, job.texts);
+    }
+    m_services.navigation.endProgram();
+}
+
+void frmDatensicherung::tellFailure(const common::RunTimeError& failure, const QString& file,
+                                    const Texts& texts) {
+    qWarning("%s: %s", qPrintable(objectName()), failure.what());
+    const QString cause = maintenance::causeOf(failure, file);
+    if (cause.isEmpty())
+        return tell(texts.refused, tr("Keine Administratorenrechte"));
+    tell(texts.failed + u'\n' + cause, windowTitle());
+}
+
+void frmDatensicherung::tell(const QString& text, const QString& title) {
+    m_services.dialogs.MsgBox(text, platform::kInformation, title);
+}

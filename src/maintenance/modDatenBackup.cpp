@@ -1,0 +1,69 @@
+#include "maintenance/modDatenBackup.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "maintenance/CheckedCopy.h"
+#include "maintenance/WorkApart.h"
+#include "store/ConnectionString.h"
+#include "store/MainCopies.h"
+#include "store/SoleHold.h"
+#include "store/StoreGlobals.h"
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+using maintenance::stretch;
+
+namespace modDatenBackup {
+namespace {
+
+void compactMain(const platform::Progress& progress) {
+    const QString clean = store::ConnectionString::parse(store::mainCompactionTarget()).path;
+    store::SoleHold hold(store::mainCompactionSource());
+    maintenance::removeLeftover(clean);
+    progress(15, 100);
+    hold.CompactDatabase(store::mainCompactionTarget(), stretch(progress, 15, 40));
+    try {
+        maintenance::checkCopy(clean, stretch(progress, 40, 45));
+        progress(45, 100);
+        hold.replaceWith(clean);
+    } catch (...) {
+        QFile::remove(clean);
+        throw;
+    }
+    progress(60, 100);
+}
+
+} // namespace
+
+QString ProposedName() {
+    return u"Backup_TavolinoNET_"_s + common::formatDate(common::clock::today(), u"DDMMMYYYY");
+}
+
+QString Refusal(const QString& path) {
+    const QFileInfo target(path);
+    if (maintenance::isOwnDataFile(path))
+        return u"Die Datei \"%1\" gehört zu den Daten, mit denen Tavolino arbeitet. Wählen Sie einen anderen Namen oder Ordner."_s
+            .arg(target.fileName());
+    if (!target.absoluteDir().exists())
+        return u"Der Ordner \"%1\" ist nicht vorhanden."_s.arg(
+            QDir::toNativeSeparators(target.absolutePath()));
+    if (target.isDir())
+        return u"\"%1\" ist ein Ordner. Geben Sie auch den Namen der Datei an."_s.arg(
+            QDir::toNativeSeparators(path));
+    // A log of the former file would be taken for the new one's.
+    for (const char16_t* log : {u"-wal", u"-journal"})
+        if (QFileInfo(path + QString::fromUtf16(log)).size() > 0)
+            return u"Die Datei \"%1\" ist noch in einem anderen Programm geöffnet."_s.arg(target.fileName());
+    return {};
+}
+
+void CreateBackup(const QString& path, const platform::Progress& progress) {
+    progress(10, 100);
+    compactMain(progress);
+    // Nobody changes the file while it is copied.
+    const store::SoleHold hold(store::mainConnectionString());
+    maintenance::copyChecked(maintenance::mainFile(), path, stretch(progress, 60, 100));
+    progress(100, 100);
+}
+
+} // namespace modDatenBackup

@@ -1,0 +1,178 @@
+#include "maintenance/modTagessicherung.h"
+#include "common/AtomicFile.h"
+#include "common/Clock.h"
+#include "common/Convert.h"
+#include "common/FileErrors.h"
+#include "common/RunTimeError.h"
+#include "maintenance/CheckedCopy.h"
+#include "maintenance/WorkApart.h"
+#include "platform/IniSection.h"
+#include "store/CreateDatabase.h"
+#include "store/MainCopies.h"
+#include "store/StoreGlobals.h"
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStorageInfo>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using maintenance::stretch;
+
+namespace modTagessicherung {
+
+const QString kUnfinished = u".unfertig"_s;
+
+namespace {
+
+constexpr int kDays = 14;
+constexpr int kMonths = 12;
+constexpr int kBeforeRestore = 3;
+const QString kDaily = u"Tagessicherung_"_s;
+const QString kReplaced = u"Vor_dem_Einlesen_"_s;
+
+QString defaultFolder() {
+    return store::appPath() + u"/Data/Sicherungen"_s;
+}
+
+/// A folder of the owner's is not made: where it is missing, its disk is.
+void requireFolder() {
+    const QString folder = Folder();
+    if (folder == defaultFolder())
+        QDir().mkpath(folder);
+    if (!QFileInfo(folder).isDir())
+        throw common::RunTimeError(common::kPlatformFailure,
+                                   u"Der Ordner \"%1\" für die Tagessicherungen ist nicht erreichbar."_s.arg(
+                                       QDir::toNativeSeparators(folder)));
+}
+
+/// A copy that fills the disk would keep an order from being booked.
+void requireRoom() {
+    const QStorageInfo disk(Folder());
+    const qint64 size = QFileInfo(maintenance::mainFile()).size();
+    if (disk.isValid() && disk.bytesAvailable() < size + size / 4 + 50'000'000)
+        throw common::RunTimeError(common::kDiskFull,
+                                   u"Auf dem Datenträger ist zu wenig Platz für eine Tagessicherung."_s,
+                                   QDir::toNativeSeparators(Folder()));
+}
+
+/// A run that was cut off leaves one behind.
+void removeUnfinished() {
+    const QDir folder(Folder());
+    for (const QString& name : folder.entryList(
+             {kDaily + u"*.mdb"_s + kUnfinished, kReplaced + u"*.mdb"_s + kUnfinished}, QDir::Files))
+        QFile::remove(folder.filePath(name));
+}
+
+QDate todayOfClock() {
+    return QDate(1899, 12, 30).addDays(qint64(common::clock::today()));
+}
+
+Copy copyOf(const QFileInfo& file) {
+    static const QRegularExpression daily(u"^Tagessicherung_(\\d{4}-\\d\\d-\\d\\d)\\.mdb$"_s);
+    static const QRegularExpression replaced(u"^Vor_dem_Einlesen_(\\d{4}-\\d\\d-\\d\\d_\\d{6})\\.mdb$"_s);
+    const auto timeIn = [&](const QRegularExpression& name, const QString& form) {
+        return QDateTime::fromString(name.match(file.fileName()).captured(1), form);
+    };
+    if (const QDateTime day = timeIn(daily, u"yyyy-MM-dd"_s); day.isValid())
+        return {file.filePath(), day, false};
+    return {file.filePath(), timeIn(replaced, u"yyyy-MM-dd_hhmmss"_s), true};
+}
+
+bool isOfLastMonths(QDate date, QDate today) {
+    const int months = (today.year() - date.year()) * 12 + today.month() - date.month();
+    return months < kMonths;
+}
+
+void deleteSuperfluous() {
+    for (const Copy& copy : Superfluous(Copies(), todayOfClock()))
+        QFile::remove(copy.file);
+}
+
+} // namespace
+
+Settings Settings::read(const QString& iniFile) {
+    platform::IniSection section(iniFile, u"Sicherung"_s, platform::IniSection::Missing::Fine);
+    Settings settings;
+    settings.folder = QDir::fromNativeSeparators(section.text(u"Ordner"_s));
+    if (!settings.folder.isEmpty() && QDir::isRelativePath(settings.folder)) {
+        section.misunderstood(u"Ordner"_s);
+        settings.folder.clear();
+    }
+    section.findUnknownKeys();
+    settings.problem = section.problem();
+    return settings;
+}
+
+QString Folder() {
+    const QString folder = Settings::read(store::appPath() + u"/tavolino.ini"_s).folder;
+    return folder.isEmpty() ? defaultFolder() : folder;
+}
+
+QList<Copy> Copies() {
+    QList<Copy> copies;
+    for (const QFileInfo& file : QDir(Folder()).entryInfoList({u"*.mdb"_s}, QDir::Files))
+        if (const Copy copy = copyOf(file); copy.time.isValid())
+            copies.append(copy);
+    std::sort(copies.begin(), copies.end(), [](const Copy& a, const Copy& b) { return a.time > b.time; });
+    return copies;
+}
+
+QList<Copy> Superfluous(const QList<Copy>& copies, QDate today) {
+    QList<Copy> gone;
+    QSet<QPair<int, int>> months;
+    int beforeRestore = 0;
+    for (const Copy& copy : copies) {
+        const QDate date = copy.time.date();
+        if (copy.beforeRestore) {
+            if (++beforeRestore > kBeforeRestore)
+                gone.append(copy);
+            continue;
+        }
+        const bool isNewestOfMonth = !months.contains({date.year(), date.month()});
+        months.insert({date.year(), date.month()});
+        if (date.daysTo(today) >= kDays && !(isNewestOfMonth && isOfLastMonths(date, today)))
+            gone.append(copy);
+    }
+    return gone;
+}
+
+bool IsDue(QDate today) {
+    const QList<Copy> copies = Copies();
+    return std::none_of(copies.begin(), copies.end(), [today](const Copy& copy) {
+        return !copy.beforeRestore && copy.time.date() == today;
+    });
+}
+
+void MakeCopy(QDate today, const platform::Progress& progress) {
+    requireFolder();
+    removeUnfinished();
+    requireRoom();
+    const QString file = Folder() + u'/' + kDaily + today.toString(u"yyyy-MM-dd"_s) + u".mdb"_s;
+    const QString unfinished = file + kUnfinished;
+    try {
+        store::CompactDatabase(store::mainConnectionString(), store::backupConnectionString(unfinished),
+                               stretch(progress, 0, 70));
+        maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
+        PutInPlace(file);
+    } catch (...) {
+        QFile::remove(unfinished);
+        throw;
+    }
+}
+
+QString NewNameBeforeRestore() {
+    requireFolder();
+    removeUnfinished();
+    return Folder() + u'/' + kReplaced + common::formatDate(common::clock::now(), u"YYYY-MM-DD_HHMMSS") +
+           u".mdb"_s;
+}
+
+void PutInPlace(const QString& file) {
+    if (const std::error_code error = common::replaceFile(file, file + kUnfinished))
+        common::throwFileError(error, file);
+    deleteSuperfluous();
+}
+
+} // namespace modTagessicherung

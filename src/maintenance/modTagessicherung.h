@@ -1,0 +1,52 @@
+#pragma once
+#include "platform/Progress.h"
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+/// A copy of the main database for each day on which the program ran.
+namespace modTagessicherung {
+
+/// Behind the name of a file that is not whole yet.
+extern const QString kUnfinished;
+
+/// What tavolino.ini says about it.
+struct Settings {
+    /// Where the copies go; "" for Data/Sicherungen.
+    QString folder;
+    /// What is wrong with the section; "" for nothing.
+    QString problem;
+
+    static Settings read(const QString& iniFile);
+};
+
+/// Where this installation's copies stand.
+QString Folder();
+
+struct Copy {
+    QString file;
+    /// Of a daily one at midnight.
+    QDateTime time;
+    /// The database that a restore replaced.
+    bool beforeRestore = false;
+};
+
+/// The whole copies in the folder, the newest first. Other files do not count.
+QList<Copy> Copies();
+/// Those that nobody needs any more on that day: the last 14 days stay, the newest one of each of the last 12
+/// months, and the last three from before a restore.
+QList<Copy> Superfluous(const QList<Copy>& copies, QDate today);
+
+/// Whether the day has none yet.
+bool IsDue(QDate today);
+/// Makes the day's copy, and what is superfluous then goes. Reads the database on a connection of its own, so
+/// that it may run in any thread while the program works. `progress` is told now and again; what it throws
+/// gives the copy up, of which nothing is left then. Throws common::RunTimeError.
+void MakeCopy(QDate today, const platform::Progress& progress);
+
+/// A file's name for the database that a restore is about to replace; the folder is there then.
+QString NewNameBeforeRestore();
+/// Gives the finished file, kUnfinished behind its name so far, its name, and deletes what is superfluous.
+void PutInPlace(const QString& file);
+
+} // namespace modTagessicherung

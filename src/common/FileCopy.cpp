@@ -61,4 +61,10 @@ void copyFile(const QString& from, const QString& to, const std::function<void(q
     }
 }
 
+void syncFile(const QString& path) {
+    QFile file(path);
+    require(file.open(QIODevice::ReadOnly), path);
+    bringToDisk(file);
+}
+
 } // namespace common

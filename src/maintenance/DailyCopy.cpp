@@ -1,5 +1,4 @@
 #include "maintenance/DailyCopy.h"
-#include "common/Clock.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
 #include "desks/MainDesks.h"
@@ -61,10 +60,6 @@ QString sentenceOf(const std::exception_ptr& failure) {
     }
 }
 
-QDate today() {
-    return QDate(1899, 12, 30).addDays(qint64(common::clock::today()));
-}
-
 } // namespace
 
 DailyCopy::DailyCopy(const platform::Services& services, QObject* parent) :
@@ -89,7 +84,7 @@ void DailyCopy::giveUp(std::chrono::milliseconds patience) {
 }
 
 void DailyCopy::begin() {
-    m_work = std::async(std::launch::async, [this, day = today()] { work(day); });
+    m_work = std::async(std::launch::async, [this, day = modTagessicherung::Today()] { work(day); });
 }
 
 void DailyCopy::work(QDate day) {
@@ -123,7 +118,7 @@ void DailyCopy::finish() {
 void DailyCopy::remember(const QString& failure) {
     const QString application = u"TavolinoSettings"_s, section = u"Tagessicherung"_s, key = u"Fehlschlag"_s;
     const QStringList kept = m_services.registry.GetSetting(application, section, key, u"0 -"_s).split(u' ');
-    const QString day = today().toString(Qt::ISODate);
+    const QString day = modTagessicherung::Today().toString(Qt::ISODate);
     if (failure.isEmpty())
         return m_services.registry.SaveSetting(application, section, key, u"0 -"_s);
     const int days = kept.value(0).toInt() + (kept.value(1) == day ? 0 : 1);

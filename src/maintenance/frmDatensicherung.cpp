@@ -20,14 +20,9 @@ void frmDatensicherung::hideAtFirst(QProgressBar& bar) {
     bar.hide();
 }
 
-bool frmDatensicherung::closeOthers(bool keepsOrder) {
-    std::optional<orders::OrderDraft::Keeping> keeping;
-    if (keepsOrder)
-        keeping.emplace();
+bool frmDatensicherung::closeOthers() {
     if (m_services.navigation.closeScreensBut(objectName()))
         return true;
-    if (keeping)
-        keeping->giveUp();
     tell(tr("Ein anderes Fenster beendet noch seine Arbeit, zum Beispiel eine Übertragung zum Online Shop. "
             "Versuchen Sie es in einem Augenblick noch einmal."),
          windowTitle());
@@ -37,9 +32,15 @@ bool frmDatensicherung::closeOthers(bool keepsOrder) {
 void frmDatensicherung::run(QProgressBar& bar, const Job& job) {
     bar.setValue(0);
     bar.show();
+    std::optional<orders::OrderDraft::Keeping> keeping;
+    if (job.keepsOrder)
+        keeping.emplace();
     try {
-        if (!closeOthers(job.keepsOrder))
+        if (!closeOthers()) {
+            if (keeping)
+                keeping->giveUp();
             return bar.hide();
+        }
         m_services.navigation.standStill();
         store::CloseDatabases();
         maintenance::workApart(

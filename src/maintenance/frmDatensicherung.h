@@ -41,5 +41,5 @@ class frmDatensicherung : public QWidget {
     platform::Services m_services;
 
   private:
-    bool closeOthers(bool keepsOrder);
+    bool closeOthers();
 };

@@ -2,6 +2,7 @@
 #include "common/AtomicFile.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "common/FileCopy.h"
 #include "common/FileErrors.h"
 #include "common/RunTimeError.h"
 #include "maintenance/CheckedCopy.h"
@@ -65,8 +66,16 @@ void removeUnfinished() {
         QFile::remove(folder.filePath(name));
 }
 
-QDate todayOfClock() {
-    return QDate(1899, 12, 30).addDays(qint64(common::clock::today()));
+/// What is written goes to the disk as it comes: all at once it would keep a booking waiting.
+platform::Progress bitByBit(const QString& file, const platform::Progress& progress) {
+    constexpr qint64 kPiece = 4 << 20;
+    return [file, progress, synced = qint64(0)](qint64 done, qint64 total) mutable {
+        if (done - synced >= kPiece) {
+            common::syncFile(file);
+            synced = done;
+        }
+        progress(done, total);
+    };
 }
 
 Copy copyOf(const QFileInfo& file) {
@@ -86,7 +95,7 @@ bool isOfLastMonths(QDate date, QDate today) {
 }
 
 void deleteSuperfluous() {
-    for (const Copy& copy : Superfluous(Copies(), todayOfClock()))
+    for (const Copy& copy : Superfluous(Copies(), Today()))
         QFile::remove(copy.file);
 }
 
@@ -138,6 +147,10 @@ QList<Copy> Superfluous(const QList<Copy>& copies, QDate today) {
     return gone;
 }
 
+QDate Today() {
+    return QDate(1899, 12, 30).addDays(qint64(common::clock::today()));
+}
+
 bool IsDue(QDate today) {
     const QList<Copy> copies = Copies();
     return std::none_of(copies.begin(), copies.end(), [today](const Copy& copy) {
@@ -153,7 +166,7 @@ void MakeCopy(QDate today, const platform::Progress& progress) {
     const QString unfinished = file + kUnfinished;
     try {
         store::CompactDatabase(store::mainConnectionString(), store::backupConnectionString(unfinished),
-                               stretch(progress, 0, 70));
+                               bitByBit(unfinished, stretch(progress, 0, 70)));
         maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
         PutInPlace(file);
     } catch (...) {

@@ -37,6 +37,7 @@ QList<Copy> Copies();
 /// months, and the last three from before a restore.
 QList<Copy> Superfluous(const QList<Copy>& copies, QDate today);
 
+QDate Today();
 /// Whether the day has none yet.
 bool IsDue(QDate today);
 /// Makes the day's copy, and what is superfluous then goes. Reads the database on a connection of its own, so

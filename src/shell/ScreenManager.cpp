@@ -163,8 +163,8 @@ bool ScreenManager::eventFilter(QObject* watched, QEvent* event) {
             QMetaObject::invokeMethod(
                 window,
                 [window, screen = QPointer<QWidget>(screen)] {
-                    // It may have refused.
-                    if (!screen || screen->isHidden())
+                    // It may have refused, or its frame was what closed.
+                    if (!window->isHidden() && (!screen || screen->isHidden()))
                         window->close();
                 },
                 Qt::QueuedConnection);

@@ -89,7 +89,7 @@ TEST(Kill, ABackupARestoreOrADailyCopyThatIsKilledLeavesWholeFiles) {
     for (int kill = 0; (kill < kKills || !enough()) && kill < 4 * kKills && !HasFailure(); ++kill) {
         makeGateQuick();
         store::CloseDatabases();
-        saveAndKill(firm.folder(), QRandomGenerator::global()->bounded(800), acknowledged);
+        saveAndKill(firm.folder(), QRandomGenerator::global()->bounded(500), acknowledged);
         store::OpenDatabases();
         EXPECT_EQ(TestFirm::value(u"SELECT integrity_check AS T FROM pragma_integrity_check"_s), u"ok"_s);
         EXPECT_GE(TestFirm::count(u"tbl_Verwaltung_Kuriere"_s), acknowledged.stored);

@@ -7,6 +7,7 @@
 #include "maintenance/modDatenBackup.h"
 #include "maintenance/modTagessicherung.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
+#include "store/SystemSettings.h"
 #include "tests/screens/ShellFixture.h"
 #include <QCloseEvent>
 #include <QComboBox>
@@ -77,7 +78,7 @@ TEST_F(DatensicherungScreens, ABackupIsMadeAndReadInAgainByAProgramThatIsStarted
     EXPECT_EQ(said(), QStringList{u"Zielpfad angeben: Sie müssen zuerst einen Zielpfad auswählen"_s});
     click(screen, "cmdSaveFile"); // cancelled
     EXPECT_EQ(path(screen), QString());
-    EXPECT_EQ(dialogs.suggested.value(0), modDatenBackup::ProposedName() + u".mdb");
+    EXPECT_EQ(dialogs.suggested.value(0), modDatenBackup::ProposedName() + u".mdb"_s);
     backUpTo(folder.filePath(u"Data/DBTavolino.mdb"_s));
     EXPECT_EQ(said().size(), 1);
     EXPECT_TRUE(ConnMain.IsOpen() && ended.isEmpty());

@@ -45,10 +45,13 @@ bool isOwnDataFile(const QString& path) {
 }
 
 void removeLeftover(const QString& path) {
-    std::error_code error;
-    std::filesystem::remove(QFileInfo(path).filesystemFilePath(), error);
-    if (error)
-        common::throwFileError(error, path);
+    for (const char16_t* suffix : {u"", u"-wal", u"-shm", u"-journal"}) {
+        const QString file = path + QString::fromUtf16(suffix);
+        std::error_code error;
+        std::filesystem::remove(QFileInfo(file).filesystemFilePath(), error);
+        if (error)
+            common::throwFileError(error, file);
+    }
 }
 
 void checkCopy(const QString& path, const platform::Progress& progress) {

@@ -6,6 +6,7 @@
 #include "maintenance/modTagessicherung.h"
 #include "store/MainCopies.h"
 #include "store/Recordset.h"
+#include "store/SchemaSteps.h"
 #include "store/SoleHold.h"
 #include "store/StoreGlobals.h"
 #include <QDir>
@@ -17,13 +18,16 @@ using maintenance::stretch;
 namespace modDatenRestore {
 namespace {
 
-/// Of the copy that becomes the working database.
-void bringUpToDate(const QString& /*file*/) {
-    // There is one version of the schema so far.
+/// Of the copy that becomes the working database: the backup may be an older program's.
+void bringUpToDate(const QString& file) {
+    store::Connection copy;
+    copy.Open(store::backupConnectionString(file));
+    store::BringUpToDate(copy);
+    copy.Close();
 }
 
 /// A database that is damaged is kept as it is: it is why somebody restores.
-void keepPresent(store::SoleHold& hold, const platform::Progress& progress) {
+void keepPresent(store::SoleHold& hold, const QString& backup, const platform::Progress& progress) {
     const QString kept = modTagessicherung::NewNameBeforeRestore();
     const QString unfinished = kept + modTagessicherung::kUnfinished;
     maintenance::removeLeftover(unfinished);
@@ -36,7 +40,7 @@ void keepPresent(store::SoleHold& hold, const platform::Progress& progress) {
         maintenance::removeLeftover(unfinished);
         common::copyFile(maintenance::mainFile(), unfinished, progress);
     }
-    modTagessicherung::PutInPlace(kept);
+    modTagessicherung::PutInPlace(kept, backup);
 }
 
 } // namespace
@@ -45,7 +49,8 @@ QString Refusal(const QString& path) {
     if (maintenance::isOwnDataFile(path))
         return u"Die Datei \"%1\" gehört zu den Daten, mit denen Tavolino arbeitet. Wählen Sie ein Backup."_s
             .arg(QFileInfo(path).fileName());
-    return {};
+    // Where the present database goes first.
+    return modTagessicherung::FolderProblem();
 }
 
 void ProbeBackup(const QString& path) {
@@ -67,7 +72,7 @@ void RestoreBackup(const QString& path, const platform::Progress& progress) {
         maintenance::checkCopy(coming, stretch(progress, 30, 45));
         bringUpToDate(coming);
         store::SoleHold hold(store::mainConnectionString());
-        keepPresent(hold, stretch(progress, 45, 95));
+        keepPresent(hold, path, stretch(progress, 45, 95));
         hold.replaceWith(coming);
     } catch (...) {
         QFile::remove(coming);

@@ -5,7 +5,7 @@
 /// A restore puts a copy of a backup file in the place of the main database.
 namespace modDatenRestore {
 
-/// Why that file cannot be read in; "" where it can be tried.
+/// Why that file cannot be read in, or none at all; "" where it can be tried.
 QString Refusal(const QString& path);
 /// Looks into the file, which stays as it is. Throws where it is no backup of this system: of a table that is
 /// missing, a wrong password, a newer schema.

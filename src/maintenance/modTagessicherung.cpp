@@ -37,15 +37,9 @@ QString defaultFolder() {
     return store::appPath() + u"/Data/Sicherungen"_s;
 }
 
-/// A folder of the owner's is not made: where it is missing, its disk is.
 void requireFolder() {
-    const QString folder = Folder();
-    if (folder == defaultFolder())
-        QDir().mkpath(folder);
-    if (!QFileInfo(folder).isDir())
-        throw common::RunTimeError(common::kPlatformFailure,
-                                   u"Der Ordner \"%1\" für die Tagessicherungen ist nicht erreichbar."_s.arg(
-                                       QDir::toNativeSeparators(folder)));
+    if (const QString problem = FolderProblem(); !problem.isEmpty())
+        throw common::RunTimeError(common::kPlatformFailure, problem);
 }
 
 /// A copy that fills the disk would keep an order from being booked.
@@ -94,9 +88,10 @@ bool isOfLastMonths(QDate date, QDate today) {
     return months < kMonths;
 }
 
-void deleteSuperfluous() {
+void deleteSuperfluous(const QString& spared = {}) {
     for (const Copy& copy : Superfluous(Copies(), Today()))
-        QFile::remove(copy.file);
+        if (QFileInfo(copy.file) != QFileInfo(spared))
+            QFile::remove(copy.file);
 }
 
 } // namespace
@@ -117,6 +112,17 @@ Settings Settings::read(const QString& iniFile) {
 QString Folder() {
     const QString folder = Settings::read(store::appPath() + u"/tavolino.ini"_s).folder;
     return folder.isEmpty() ? defaultFolder() : folder;
+}
+
+/// A folder of the owner's is not made: where it is missing, its disk is.
+QString FolderProblem() {
+    const QString folder = Folder();
+    if (folder == defaultFolder())
+        QDir().mkpath(folder);
+    if (QFileInfo(folder).isDir())
+        return {};
+    return u"Der Ordner \"%1\" für die Tagessicherungen ist nicht erreichbar."_s.arg(
+        QDir::toNativeSeparators(folder));
 }
 
 QList<Copy> Copies() {
@@ -182,10 +188,10 @@ QString NewNameBeforeRestore() {
            u".mdb"_s;
 }
 
-void PutInPlace(const QString& file) {
+void PutInPlace(const QString& file, const QString& spared) {
     if (const std::error_code error = common::replaceFile(file, file + kUnfinished))
         common::throwFileError(error, file);
-    deleteSuperfluous();
+    deleteSuperfluous(spared);
 }
 
 } // namespace modTagessicherung

@@ -22,6 +22,8 @@ struct Settings {
 
 /// Where this installation's copies stand.
 QString Folder();
+/// Why no copy can stand there; "" where one can.
+QString FolderProblem();
 
 struct Copy {
     QString file;
@@ -47,7 +49,8 @@ void MakeCopy(QDate today, const platform::Progress& progress);
 
 /// A file's name for the database that a restore is about to replace; the folder is there then.
 QString NewNameBeforeRestore();
-/// Gives the finished file, kUnfinished behind its name so far, its name, and deletes what is superfluous.
-void PutInPlace(const QString& file);
+/// Gives the finished file, kUnfinished behind its name so far, its name, and deletes what is superfluous but
+/// `spared`.
+void PutInPlace(const QString& file, const QString& spared = {});
 
 } // namespace modTagessicherung

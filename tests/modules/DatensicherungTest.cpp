@@ -8,6 +8,7 @@
 #include "store/CreateDatabase.h"
 #include "store/MainCopies.h"
 #include "store/SqliteEngine.h"
+#include "support/FirstSchema.h"
 #include "support/FullDisk.h"
 #include "support/TestFirm.h"
 #include <QDir>
@@ -223,6 +224,20 @@ TEST_F(Datensicherung, ADamagedDatabaseIsKeptAsItIsAndABackupTakesItsPlace) {
     EXPECT_EQ(kuriere(u"ALT"_s), 1);
     ASSERT_EQ(modTagessicherung::Copies().size(), 1);
     EXPECT_TRUE(bytes(modTagessicherung::Copies()[0].file).contains(kDamage));
+}
+
+TEST_F(Datensicherung, AnOlderProgramsBackupIsBroughtUpToDate) {
+    test::createFirstSchema(backup);
+    modDatenRestore::ProbeBackup(backup);
+    const QByteArray before = bytes(backup);
+    store::CloseDatabases();
+    restore();
+    EXPECT_EQ(bytes(backup), before);
+    EXPECT_EQ(store::SqliteEngine(maintenance::mainFile(), QString::fromLatin1(store::kMainPassword))
+                  .schemaVersion(),
+              store::kSchemaVersion);
+    store::OpenDatabases();
+    EXPECT_EQ(TestFirm::value(u"SELECT txt_Vorname FROM tbl_Verwaltung_Kunden"_s), u"Anna"_s);
 }
 
 TEST_F(Datensicherung, ADayHasOneCopyAndTheOldOnesGo) {

@@ -54,8 +54,9 @@ void removeLeftover(const QString& path) {
     }
 }
 
-void checkCopy(const QString& path, const platform::Progress& progress) {
-    store::CheckDatabase(path, QString::fromLatin1(store::kMainPassword), store::mainTables(), progress);
+void checkCopy(const QString& path, const platform::Progress& progress, store::Depth depth) {
+    store::CheckDatabase(path, QString::fromLatin1(store::kMainPassword), store::mainTables(), progress,
+                         depth);
 }
 
 void copyChecked(const QString& from, const QString& to, const platform::Progress& progress) {

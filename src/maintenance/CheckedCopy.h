@@ -1,6 +1,7 @@
 #pragma once
 #include "common/RunTimeError.h"
 #include "platform/Progress.h"
+#include "store/Progress.h"
 #include <QString>
 
 /// What backup, restore and daily copies do to the files.
@@ -13,7 +14,8 @@ bool isOwnDataFile(const QString& path);
 /// Deletes a database that an earlier, broken run has left. Throws where it stays.
 void removeLeftover(const QString& path);
 /// As store::CheckDatabase: the file is a whole copy of the main database.
-void checkCopy(const QString& path, const platform::Progress& progress);
+void checkCopy(const QString& path, const platform::Progress& progress,
+               store::Depth depth = store::Depth::Structure);
 /// Copies a closed copy of the main database to that path, where it replaces a file that stands there in one
 /// step, once it has been written, synced and checked under another name beside it.
 void copyChecked(const QString& from, const QString& to, const platform::Progress& progress);

@@ -69,7 +69,7 @@ void RestoreBackup(const QString& path, const platform::Progress& progress) {
     maintenance::removeLeftover(coming);
     try {
         common::copyFile(path, coming, stretch(progress, 0, 30));
-        maintenance::checkCopy(coming, stretch(progress, 30, 45));
+        maintenance::checkCopy(coming, stretch(progress, 30, 45), store::Depth::Everything);
         bringUpToDate(coming);
         store::SoleHold hold(store::mainConnectionString());
         keepPresent(hold, path, stretch(progress, 45, 95));

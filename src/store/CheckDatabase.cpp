@@ -8,14 +8,14 @@ namespace store {
 using namespace Qt::StringLiterals;
 
 void CheckDatabase(const QString& path, const QString& password, const QStringList& tables,
-                   const Progress& progress) {
+                   const Progress& progress, Depth depth) {
     SqliteEngine engine(path, password, Access::Look);
     for (const QString& table : tables)
         if (engine.columnsOf(table).empty())
             throw common::RunTimeError(common::kStoreFailure,
                                        u"In der Datenbank \"%1\" fehlt die Tabelle \"%2\"."_s.arg(
                                            QFileInfo(path).fileName(), table));
-    engine.checkIntegrity(progress);
+    engine.checkIntegrity(depth, progress);
 }
 
 } // namespace store

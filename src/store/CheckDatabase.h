@@ -9,6 +9,6 @@ namespace store {
 /// no newer schema, it has these tables, and it is whole. Throws what Connection::Open throws, and
 /// kStoreFailure for a table that is missing and for damage.
 void CheckDatabase(const QString& path, const QString& password, const QStringList& tables,
-                   const Progress& progress = {});
+                   const Progress& progress = {}, Depth depth = Depth::Structure);
 
 } // namespace store

@@ -8,4 +8,8 @@ namespace store {
 /// work that nobody watches.
 using Progress = std::function<void(qint64 done, qint64 total)>;
 
+/// How much of a database is checked. That each row stands in each index takes many times as long as the
+/// rest.
+enum class Depth { Structure, Everything };
+
 } // namespace store

@@ -106,15 +106,15 @@ void SqliteEngine::compactInto(const QString& path, const Progress& progress) {
     watched(word, [&] { execute(u"VACUUM INTO "_s + sqlText(path)); });
 }
 
-void SqliteEngine::checkIntegrity(const Progress& progress) {
+void SqliteEngine::checkIntegrity(Depth depth, const Progress& progress) {
+    const std::string pragma = depth == Depth::Structure ? "PRAGMA quick_check" : "PRAGMA integrity_check";
     qint64 done = 0, total = 0;
     const auto word = [&] {
         if (progress)
             progress(done, total);
     };
     const auto check = [&](const std::string& argument) {
-        const std::string finding =
-            m_database->execAndGet("PRAGMA integrity_check(" + argument + ")").getString();
+        const std::string finding = m_database->execAndGet(pragma + "(" + argument + ")").getString();
         if (finding != "ok")
             throwDamaged(m_path, QString::fromStdString(finding));
     };

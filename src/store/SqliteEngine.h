@@ -49,7 +49,7 @@ class SqliteEngine : public Engine {
     /// Copies the database, compacted, into a new file; what `progress` throws breaks it off.
     void compactInto(const QString& path, const Progress& progress = {});
     /// Throws kStoreFailure where the database is not whole.
-    void checkIntegrity(const Progress& progress = {});
+    void checkIntegrity(Depth depth, const Progress& progress = {});
     /// Nobody else has the database open from now on, in this process or another, and all of it is in its one
     /// file. Throws where somebody has.
     void holdAlone();

@@ -43,6 +43,11 @@ QString startRow(const QString& what, double large, double tenth) {
                 ratio(large, tenth), u"–"_s});
 }
 
+QString backupRow(const QString& what, double ours, double other, double aim) {
+    const auto inMs = [](double time) { return QString::number(time, 'f', time < 100 ? 2 : 0) + u" ms"_s; };
+    return row({what, inMs(ours), inMs(other), ratio(ours, other), QString::number(aim), u"–"_s, u"–"_s});
+}
+
 } // namespace
 
 QString table(const Results& results) {
@@ -54,6 +59,11 @@ QString table(const Results& results) {
     text += startRow(u"Start to usable window"_s, results.startLarge.window, results.startTenth.window);
     text +=
         startRow(u"Start to order screen"_s, results.startLarge.orderScreen, results.startTenth.orderScreen);
+    if (const auto& backup = results.backup) {
+        text += backupRow(u"Backup, beside bare VACUUM INTO and a copy"_s, backup->backup, backup->bare, 1.3);
+        text += backupRow(u"Booking while the day's copy is made, beside none"_s, backup->bookingMeanwhile,
+                          backup->booking, 1.3);
+    }
     return text;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
+#include "BackupTime.h"
 #include "Measure.h"
 #include "StartTime.h"
 #include <QString>
+#include <optional>
 
 namespace bench {
 
@@ -16,6 +18,7 @@ struct Title {
 struct Results {
     Figures large, tenth;
     StartTime startLarge, startTenth;
+    std::optional<BackupTime> backup;
     std::vector<Title> titles;
 };
 

@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kStarts = 9;
+constexpr int kBackups = 3;
 
 struct Plan {
     QString folder;
@@ -84,6 +85,9 @@ int main(int argc, char** argv) {
     }
     results.startLarge = bench::measureStart(large.folder, kStarts);
     results.startTenth = bench::measureStart(tenth.folder, kStarts);
+    constexpr std::string_view kBackup = "Backup";
+    if (kBackup.find(plan.only) != std::string_view::npos)
+        results.backup = bench::measureBackup(large.folder, large.copy, kBackups);
     const QString table = bench::table(results);
     std::printf("%s", qPrintable(table));
     return plan.document.isEmpty() || bench::writeInto(plan.document, table) ? 0 : 1;

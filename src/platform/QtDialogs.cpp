@@ -1,5 +1,6 @@
 #include "platform/QtDialogs.h"
 #include "common/Guard.h"
+#include "platform/ColorCode.h"
 #include "platform/HeldKeys.h"
 #include "platform/ShortcutGate.h"
 #include "platform/frmSystemServerLogIn.h"
@@ -302,16 +303,13 @@ QString QtDialogs::SaveFile(const QString& title, const QString& name, const QSt
 }
 
 std::optional<int> QtDialogs::ChooseColor(int current) {
-    const auto swapped = [](int color) {
-        return ((color & 0xff) << 16) | (color & 0xff00) | ((color >> 16) & 0xff);
-    };
-    QColorDialog dialog(QColor::fromRgb(QRgb(swapped(current))), QApplication::activeWindow());
+    QColorDialog dialog(QColor::fromRgb(QRgb(swapRedAndBlue(current))), QApplication::activeWindow());
     dialog.setWindowTitle(tr("Farbe wählen"));
     // The toolkit's own, which speaks German as all dialogs do.
     dialog.setOption(QColorDialog::DontUseNativeDialog);
     if (execModal(dialog) != QDialog::Accepted)
         return {};
-    return swapped(int(dialog.selectedColor().rgb() & 0xffffff));
+    return swapRedAndBlue(int(dialog.selectedColor().rgb() & 0xffffff));
 }
 
 bool QtDialogs::WaitForServer(const std::function<bool()>& stillExecuting) {

@@ -1,8 +1,9 @@
 #include "shop/frmOnlineShopSettings.h"
+#include "common/Convert.h"
 #include "common/Guard.h"
-#include "desks/MainDesks.h"
 #include "platform/Navigation.h"
 #include <QAbstractButton>
+#include <QComboBox>
 
 namespace frmOnlineShopSettings {
 
@@ -13,8 +14,9 @@ void setUpInternet(QAbstractButton& cmdInternet, const platform::Services& servi
                            [&navigation = services.navigation, screen] { navigation.showScreen(screen); });
 }
 
-void note(const platform::Services& services, const QString& message) {
-    desks::showMessage(services.navigation, message);
+void fillSteps(QComboBox& list, int first, int last, int step) {
+    for (int number = first; number <= last; number += step)
+        list.addItem(common::formatNumber(number, u"00"));
 }
 
 } // namespace frmOnlineShopSettings

@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/Services.h"
-#include <QString>
 
 class QAbstractButton;
+class QComboBox;
 
 /// What the screens of the shop's settings have in common.
 namespace frmOnlineShopSettings {
@@ -10,7 +10,7 @@ namespace frmOnlineShopSettings {
 /// The button leads to the screen that brings the settings to the shop; disabled where that cannot be
 /// reached.
 void setUpInternet(QAbstractButton& cmdInternet, const platform::Services& services);
-/// What has just happened, in the main window's status line.
-void note(const platform::Services& services, const QString& message);
+/// The numbers as two digits.
+void fillSteps(QComboBox& list, int first, int last, int step);
 
 } // namespace frmOnlineShopSettings

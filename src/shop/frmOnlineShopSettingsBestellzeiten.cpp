@@ -98,8 +98,7 @@ frmOnlineShopSettingsBestellzeiten::addPeriode(int tag, int column, const QStrin
         auto* combo = controls.zeiten[i] = new QComboBox;
         combo->setObjectName(u"combo%1%2%3"_s.arg(name).arg(list.name).arg(tag));
         combo->setAccessibleName(spoken + u' ' + tr(list.spoken));
-        for (int number = 0; number <= list.last; number += list.step)
-            combo->addItem(formatNumber(number, u"00"));
+        frmOnlineShopSettings::fillSteps(*combo, 0, list.last, list.step);
         combo->setCurrentIndex(-1);
         grid.addWidget(combo, tag, column++);
     }

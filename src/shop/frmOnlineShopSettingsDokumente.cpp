@@ -1,6 +1,7 @@
 #include "shop/frmOnlineShopSettingsDokumente.h"
 #include "common/Guard.h"
 #include "platform/Dialogs.h"
+#include "shop/SettingRows.h"
 #include "shop/frmOnlineShopSettings.h"
 #include "shop/modOnlineShopSettingsDokumente.h"
 #include "ui_frmOnlineShopSettingsDokumente.h"
@@ -107,7 +108,7 @@ void frmOnlineShopSettingsDokumente::TreeView_NodeClick(const QTreeWidgetItem& n
 }
 
 void frmOnlineShopSettingsDokumente::ActiveMenuSelection(const QString& key) {
-    setDokumentText(LoadDokument(key, kFirmRow).value_or(QString()));
+    setDokumentText(LoadDokument(key, shop::kFirmRow).value_or(QString()));
     m_stored = m_ui->DokumenteText->toPlainText();
 }
 
@@ -116,7 +117,7 @@ void frmOnlineShopSettingsDokumente::setDokumentText(const QString& text) {
 }
 
 void frmOnlineShopSettingsDokumente::cmdDefault_Click() {
-    const auto text = LoadDokument(m_key, kDefaultRow);
+    const auto text = LoadDokument(m_key, shop::kDefaultRow);
     if (!text)
         return;
     if (m_ui->DokumenteText->toPlainText() != QString(*text).remove(u'\r'))

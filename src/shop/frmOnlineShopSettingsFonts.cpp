@@ -1,6 +1,8 @@
 #include "shop/frmOnlineShopSettingsFonts.h"
 #include "common/Guard.h"
 #include "common/RunTimeError.h"
+#include "desks/MainDesks.h"
+#include "platform/ColorCode.h"
 #include "platform/Dialogs.h"
 #include "platform/form/Contrast.h"
 #include "platform/form/FieldHelpers.h"
@@ -25,7 +27,7 @@ constexpr qint64 kMostBytes = 4LL * 1024 * 1024;
 constexpr const char* kTag = "Tag";
 
 QColor colorOf(int dez) {
-    return {dez & 0xff, (dez >> 8) & 0xff, (dez >> 16) & 0xff};
+    return QColor::fromRgb(QRgb(platform::swapRedAndBlue(dez)));
 }
 
 void paint(QLabel& label, const QColor& ground, const QColor& ink) {
@@ -208,7 +210,7 @@ void frmOnlineShopSettingsFonts::cmdSave_Click() {
         return;
     m_unsaved.clear();
     showIdentity(*LoadCorporateIdentity());
-    frmOnlineShopSettings::note(m_services, tr("Die Gestaltung des Online Shops ist gespeichert"));
+    desks::showMessage(m_services.navigation, tr("Die Gestaltung des Online Shops ist gespeichert"));
 }
 
 void frmOnlineShopSettingsFonts::tell(const QString& text, const QString& caption) {

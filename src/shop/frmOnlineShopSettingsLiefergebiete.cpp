@@ -20,11 +20,6 @@ namespace {
 
 constexpr int kOrt = 3;
 
-void fillSteps(QComboBox& list, int first, int last, int step) {
-    for (int number = first; number <= last; number += step)
-        list.addItem(formatNumber(number, u"00"));
-}
-
 /// A text that the list lacks is added; "" chooses nothing.
 void choose(QComboBox& list, const QString& text) {
     text.isEmpty() ? list.setCurrentIndex(-1) : platform::chooseText(list, text);
@@ -55,9 +50,9 @@ QString frmOnlineShopSettingsLiefergebiete::buttonName(const QString& act) const
 
 void frmOnlineShopSettingsLiefergebiete::fillLists() {
     m_ui->combo_Land->addItems({u"CH"_s, u"DE"_s, u"AT"_s});
-    fillSteps(*m_ui->combo_Mindestbestellmenge, 0, 30, 1);
-    fillSteps(*m_ui->combo_Mindestbestellmenge, 35, 100, 5);
-    fillSteps(*m_ui->combo_Lieferzeit, 0, 120, 5);
+    frmOnlineShopSettings::fillSteps(*m_ui->combo_Mindestbestellmenge, 0, 30, 1);
+    frmOnlineShopSettings::fillSteps(*m_ui->combo_Mindestbestellmenge, 35, 100, 5);
+    frmOnlineShopSettings::fillSteps(*m_ui->combo_Lieferzeit, 0, 120, 5);
     for (const store::Eintrag& kurier : modVerwaltungKuriere::FillKurierCombo())
         m_ui->combo_Kurier->addItem(kurier.text);
     for (QComboBox* list :

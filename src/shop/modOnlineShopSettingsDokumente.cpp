@@ -1,5 +1,6 @@
 #include "shop/modOnlineShopSettingsDokumente.h"
 #include "common/modFunctions.h"
+#include "shop/SettingRows.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
@@ -49,7 +50,7 @@ void SaveDokument(const QString& key, const QString& text) {
     const Dokument* dokument = find(key);
     if (!dokument)
         return;
-    store::WriteRecordset row(RsMain, store::rowQuery(kTable, kFirmRow) + u';', ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTable, shop::kFirmRow) + u';', ConnMain);
     row->Fields(dokument->column) = dokument->encoded ? modFunctions::TextToHTML(text) : text;
     row->Update();
 }

@@ -2,12 +2,9 @@
 #include <QString>
 #include <optional>
 
-/// The web shop's texts and the confirmation mail, each a column under a key. The row 1 is the firm's, the
-/// row 0 what came with the installation.
+/// The web shop's texts and the confirmation mail, each a column under a key. The rows are those of
+/// shop/SettingRows.h.
 namespace modOnlineShopSettingsDokumente {
-
-constexpr qint64 kFirmRow = 1;
-constexpr qint64 kDefaultRow = 0;
 
 /// The document as plain text. Nothing for a missing row or an unknown key.
 std::optional<QString> LoadDokument(const QString& key, qint64 id);

@@ -1,6 +1,8 @@
 #include "shop/modOnlineShopSettingsFonts.h"
 #include "common/AtomicFile.h"
 #include "common/RunTimeError.h"
+#include "platform/ColorCode.h"
+#include "shop/SettingRows.h"
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include <QDir>
@@ -15,8 +17,6 @@ const QString kTable = u"tbl_OnlineShop_CorporateIdentity"_s;
 const QString kInForce = u"logo_kurier."_s;
 const QString kWorkingCopy = u"temp_logo_kurier."_s;
 const QString kDefault = u"logo_demokurier."_s;
-constexpr qint64 kFirmRow = 1;
-constexpr qint64 kDefaultRow = 0;
 
 QByteArray bytesOf(const QString& fileName) {
     QFile file(PicturePath(fileName));
@@ -55,7 +55,7 @@ std::optional<CorporateIdentity> load(qint64 key) {
 }
 
 void write(const CorporateIdentity& identity) {
-    store::WriteRecordset row(RsMain, store::rowQuery(kTable, kFirmRow) + u';', ConnMain);
+    store::WriteRecordset row(RsMain, store::rowQuery(kTable, shop::kFirmRow) + u';', ConnMain);
     row->Fields(u"txt_BalkenfarbeDEZ") = QString::number(identity.Balkenfarbe.dez);
     row->Fields(u"txt_BalkenfarbeHEX") = identity.Balkenfarbe.hex;
     row->Fields(u"txt_SchriftfarbeDEZ") = QString::number(identity.Schriftfarbe.dez);
@@ -68,8 +68,7 @@ void write(const CorporateIdentity& identity) {
 } // namespace
 
 QString ColorCodeToRGB(int color) {
-    const int rgb = ((color & 0xff) << 16) | (color & 0xff00) | ((color >> 16) & 0xff);
-    return u"%1"_s.arg(rgb, 6, 16, QChar(u'0')).toUpper();
+    return u"%1"_s.arg(platform::swapRedAndBlue(color), 6, 16, QChar(u'0')).toUpper();
 }
 
 QString ExtensionOf(const QString& fileName) {
@@ -81,11 +80,11 @@ QString PicturePath(const QString& fileName) {
 }
 
 std::optional<CorporateIdentity> LoadCorporateIdentity() {
-    return load(kFirmRow);
+    return load(shop::kFirmRow);
 }
 
 std::optional<CorporateIdentity> LoadDefaultCorporateIdentity() {
-    auto identity = load(kDefaultRow);
+    auto identity = load(shop::kDefaultRow);
     if (identity)
         StagePicture(ExtensionOf(identity->txt_Hintergrundbild), bytesOf(kDefault + u"jpg"_s));
     return identity;

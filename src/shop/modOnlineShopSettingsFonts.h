@@ -3,8 +3,8 @@
 #include <QString>
 #include <optional>
 
-/// What the web shop looks like, and its title picture. The row 1 is the firm's, the row 0 what came with the
-/// installation. Pictures lie in the folder Internet beside the program: logo_kurier.<ext> is in force,
+/// What the web shop looks like, and its title picture. The rows are those of shop/SettingRows.h.
+/// Pictures lie in the folder Internet beside the program: logo_kurier.<ext> is in force,
 /// temp_logo_kurier.<ext> a working copy of one that is chosen, logo_demokurier.jpg the default.
 namespace modOnlineShopSettingsFonts {
 

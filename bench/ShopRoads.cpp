@@ -23,26 +23,6 @@ constexpr double kUploadAim = 1.11;
 constexpr int kLinks = 20'000;
 constexpr qint64 kUploaded = 256 * 1024 * 1024;
 
-class NoView : public shop::TransferView {
-    void setStatus(const QString&) override {}
-
-    void setDateiTyp(const QString&) override {}
-
-    void setDateiVerzeichnis(const QString&) override {}
-
-    void setDateiName(const QString&) override {}
-
-    void setProgress(int) override {}
-
-    void setProgressMaximum(int) override {}
-
-    void showProgressBar(bool) override {}
-
-    void addStatusMsg(const QString&) override {}
-
-    void setWaiting(bool) override {}
-};
-
 /// A table of the shop: what is read, and what is written of each row.
 struct Copied {
     const char *select, *insert;
@@ -205,7 +185,7 @@ std::vector<Road> ShopRoads::roads() {
     return {{"Shop: catalogue exported and compacted", 1,
              [this](size_t) {
                  addLinks();
-                 NoView view;
+                 shop::TransferView view;
                  modOnlineShopDB::CreateOnlineShopDB(view, m_services.dialogs);
              },
              [this](size_t) { rawExport(); }, kExportAim},

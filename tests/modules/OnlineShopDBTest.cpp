@@ -28,20 +28,6 @@ class Steps : public shop::TransferView {
             onStep(value);
     }
 
-    void setDateiTyp(const QString&) override {}
-
-    void setDateiVerzeichnis(const QString&) override {}
-
-    void setDateiName(const QString&) override {}
-
-    void setProgressMaximum(int) override {}
-
-    void showProgressBar(bool) override {}
-
-    void addStatusMsg(const QString&) override {}
-
-    void setWaiting(bool) override {}
-
     QStringList all;
     std::function<void(int value)> onStep;
 

@@ -86,14 +86,16 @@ bool ScreenManager::closeAllBut(const QString& screen) {
     if (const QPointer<QMdiSubWindow> kept = windows.take(screen))
         m_open.insert(screen, kept);
     bool allClosed = true;
-    for (const QPointer<QMdiSubWindow>& window : std::as_const(windows)) {
-        if (!window)
+    for (auto window = windows.cbegin(); window != windows.cend(); ++window) {
+        if (!*window)
             continue;
-        // A screen that has something to bring to its end closes by itself.
-        if (window->close())
-            window->deleteLater();
-        else
+        if ((*window)->close()) {
+            (*window)->deleteLater();
+        } else {
+            // It has something to bring to its end, and closes by itself.
+            m_open.insert(window.key(), *window);
             allClosed = false;
+        }
     }
     for (const QPointer<QWidget>& floating : std::as_const(m_floating))
         if (floating)

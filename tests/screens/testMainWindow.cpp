@@ -43,6 +43,52 @@ TEST_F(ShellTest, StartsInItsOrder) {
     EXPECT_FALSE(QFile::exists(folder.filePath(u"WriteTest.tmp"_s)));
 }
 
+namespace {
+
+/// Goes only when it may, and counts how often it was closed.
+class Screen : public QWidget {
+  public:
+    explicit Screen(bool goes) : mayGo(goes) {}
+
+    bool mayGo;
+    int closings = 0;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        ++closings;
+        event->setAccepted(mayGo);
+    }
+};
+
+} // namespace
+
+TEST_F(ShellTest, ScreensCloseOnceUnlessTheyHaveSomethingToBringToItsEnd) {
+    build();
+    for (const QString& name : {u"frmStays"_s, u"frmGoes"_s, u"frmKept"_s})
+        app->screens().add(name, {[name](QWidget*) { return new Screen(name == u"frmGoes"); }});
+    ASSERT_TRUE(app->start());
+    platform::Navigation& ways = app->services().navigation;
+    ways.showScreen(u"frmKept"_s);
+    QPointer<QObject> goes = ways.showScreen(u"frmGoes"_s), stays = ways.showScreen(u"frmStays"_s);
+    QEventLoop outer;
+    QTimer::singleShot(0, [&] {
+        EXPECT_FALSE(ways.closeScreensBut(u"frmKept"_s));
+        // What is closed lives on as long as a dialog stands.
+        QEventLoop dialog;
+        QTimer::singleShot(50, &dialog, &QEventLoop::quit);
+        dialog.exec();
+        ASSERT_TRUE(goes);
+        EXPECT_LE(static_cast<Screen&>(*goes).closings, 2);
+        outer.quit();
+    });
+    outer.exec();
+    EXPECT_FALSE(ways.closeScreensBut(u"frmKept"_s)) << "it still has not gone";
+    EXPECT_EQ(ways.showScreen(u"frmStays"_s), stays);
+    static_cast<Screen&>(*stays).mayGo = true;
+    EXPECT_TRUE(ways.closeScreensBut(u"frmKept"_s));
+    EXPECT_EQ(static_cast<Screen&>(*ways.showScreen(u"frmKept"_s)).closings, 0);
+}
+
 TEST_F(ShellTest, OnlyALivingSecondInstanceEndsTheStartWithoutAWord) {
     start();
     {

@@ -186,7 +186,7 @@ void frmInternetBestellungen::Refresh() {
     const auto before = chosen();
     readRows();
     for (int row = 0; before && row < grid.rowCount(); ++row)
-        if (grid.value(row, kID).toLong() == before->id)
+        if (grid.value(row, kID).toLong() == before->id.number)
             grid.setRow(row);
     showDetails();
 }

@@ -44,6 +44,7 @@ class Evening : public test::ProgramTest {
         ConnMain.Execute(u"DROP INDEX idx_Bestellungen_Kunde_Nummer"_s);
         ConnMain.Execute(u"CREATE INDEX idx_Bestellungen_Kunde ON "
                          u"tbl_Auftragswesen_Bestellungen_Master(lng_KundenID)"_s);
+        ConnMain.Execute(u"PRAGMA user_version = 1"_s);
         modEinstellungenBenutzer::SaveAnmeldung(true);
         modEinstellungenBenutzer::SaveBenutzer({u"Anna"_s, u"Brot"_s, {}}, 0);
         modEinstellungenBenutzer::SaveBenutzer({u"Rosa"_s, u"Salz"_s, {true}}, 0);

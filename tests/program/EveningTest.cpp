@@ -271,7 +271,7 @@ TEST_F(Evening, WhatIsGivenUpComesBackAndTheSlipTellsTheTruth) {
     find<QPushButton>("cmdCleanMask")->click();
     EXPECT_TRUE(takenBack() == first) << "cleaned";
     ASSERT_TRUE(kept());
-    find<QPushButton>("cmdClose")->click();
+    screen()->findChild<QPushButton*>(u"cmdClose"_s)->click();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !screen(); }));
     EXPECT_FALSE(QFile::exists(draft));
     press(Qt::Key_B, Qt::ControlModifier);

@@ -4,7 +4,6 @@
 #include <QFile>
 #include <cerrno>
 #ifdef Q_OS_UNIX
-#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -19,11 +18,11 @@ void require(bool done, const QString& path) {
         throwFileError(lastError(), path);
 }
 
-/// The disk has it, and whoever reads it next asks the disk.
 void bringToDisk(const QFile& file) {
 #ifdef Q_OS_UNIX
     require(::fsync(file.handle()) == 0, file.fileName());
-    ::posix_fadvise(file.handle(), 0, 0, POSIX_FADV_DONTNEED);
+#else
+    Q_UNUSED(file);
 #endif
 }
 
@@ -59,6 +58,26 @@ void copyFile(const QString& from, const QString& to, const std::function<void(q
         target.remove();
         throw;
     }
+}
+
+bool haveSameBytes(const QString& one, const QString& other,
+                   const std::function<void(qint64, qint64)>& progress) {
+    QFile first(one), second(other);
+    errno = 0;
+    require(first.open(QIODevice::ReadOnly | QIODevice::Unbuffered), one);
+    require(second.open(QIODevice::ReadOnly | QIODevice::Unbuffered), other);
+    const qint64 total = first.size();
+    if (second.size() != total)
+        return false;
+    for (qint64 done = 0; done < total; done += kPiece) {
+        const QByteArray piece = first.read(kPiece);
+        require(!piece.isEmpty(), one);
+        if (second.read(kPiece) != piece)
+            return false;
+        if (progress)
+            progress(done, total);
+    }
+    return true;
 }
 
 void syncFile(const QString& path) {

@@ -64,7 +64,11 @@ void copyChecked(const QString& from, const QString& to, const platform::Progres
     removeLeftover(unfinished);
     try {
         common::copyFile(from, unfinished, stretch(progress, 0, 70));
-        checkCopy(unfinished, stretch(progress, 70, 100));
+        if (!common::haveSameBytes(from, unfinished, stretch(progress, 70, 100)))
+            throw common::RunTimeError(
+                common::kPlatformFailure,
+                u"Der Datenträger gibt nicht zurück, was geschrieben wurde. Er ist wohl defekt."_s, to);
+        checkCopy(unfinished, {}, store::Depth::Tables);
         if (const std::error_code error = common::replaceFile(to, unfinished))
             common::throwFileError(error, to);
     } catch (...) {

@@ -16,8 +16,8 @@ void removeLeftover(const QString& path);
 /// As store::CheckDatabase: the file is a whole copy of the main database.
 void checkCopy(const QString& path, const platform::Progress& progress,
                store::Depth depth = store::Depth::Structure);
-/// Copies a closed copy of the main database to that path, where it replaces a file that stands there in one
-/// step, once it has been written, synced and checked under another name beside it.
+/// Copies a closed, checked copy of the main database to that path, where it replaces a file that stands
+/// there in one step, once it has been written, synced and checked under another name beside it.
 void copyChecked(const QString& from, const QString& to, const platform::Progress& progress);
 
 /// Why work on those files failed, a sentence for the user; "" where it was refused rights.

@@ -15,7 +15,8 @@ void CheckDatabase(const QString& path, const QString& password, const QStringLi
             throw common::RunTimeError(common::kStoreFailure,
                                        u"In der Datenbank \"%1\" fehlt die Tabelle \"%2\"."_s.arg(
                                            QFileInfo(path).fileName(), table));
-    engine.checkIntegrity(depth, progress);
+    if (depth != Depth::Tables)
+        engine.checkIntegrity(depth, progress);
 }
 
 } // namespace store

@@ -121,6 +121,11 @@ TEST_F(Copies, WhatFailsOrIsGivenUpLeavesNoCopy) {
     };
     EXPECT_THROW(store::CompactDatabase(text(path), text(copy), giveUp), GivenUp);
     EXPECT_THROW(common::copyFile(path, copy, giveUp), GivenUp);
+    common::copyFile(path, copy);
+    EXPECT_TRUE(common::haveSameBytes(path, copy));
+    overwrite(copy, QFile(copy).size() - 1, "!");
+    EXPECT_FALSE(common::haveSameBytes(path, copy));
+    QFile::remove(copy);
     const test::FullDisk full(100'000);
     EXPECT_NE(errorOf([&] { store::CompactDatabase(text(path), text(copy)); }), 0);
     EXPECT_EQ(errorOf([&] { common::copyFile(path, copy); }), common::kDiskFull);

@@ -10,6 +10,23 @@ using namespace Qt::StringLiterals;
 using common::connectGuarded;
 using common::Origin;
 
+namespace {
+
+QString textOf(const modTagessicherung::Copy& copy) {
+    using modTagessicherung::Occasion;
+    const QString moment = copy.time.toString(u"dd.MM.yyyy HH:mm"_s);
+    switch (copy.occasion) {
+    case Occasion::Restore:
+        return frmDatenRestore::tr("%1, vor dem Einlesen").arg(moment);
+    case Occasion::Update:
+        return frmDatenRestore::tr("%1, vor der Aktualisierung").arg(moment);
+    default:
+        return copy.time.toString(u"dd.MM.yyyy"_s);
+    }
+}
+
+} // namespace
+
 frmDatenRestore::frmDatenRestore(const platform::Services& services, QWidget* parent) :
     frmDatensicherung(services, parent), m_ui(std::make_unique<Ui::frmDatenRestore>()) {
     m_ui->setupUi(this);
@@ -33,10 +50,7 @@ void frmDatenRestore::fillSicherungen() {
     const QList<modTagessicherung::Copy> copies = modTagessicherung::Copies();
     list.addItem(copies.isEmpty() ? tr("(noch keine)") : tr("(Datum wählen)"));
     for (const modTagessicherung::Copy& copy : copies)
-        list.addItem(copy.beforeRestore
-                         ? tr("%1, vor dem Einlesen").arg(copy.time.toString(u"dd.MM.yyyy HH:mm"_s))
-                         : copy.time.toString(u"dd.MM.yyyy"_s),
-                     copy.file);
+        list.addItem(textOf(copy), copy.file);
     list.setEnabled(!copies.isEmpty());
 }
 

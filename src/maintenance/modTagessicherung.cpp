@@ -13,7 +13,6 @@
 #include "store/StoreGlobals.h"
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSet>
 #include <QStorageInfo>
 #include <algorithm>
@@ -29,9 +28,11 @@ namespace {
 
 constexpr int kDays = 14;
 constexpr int kMonths = 12;
-constexpr int kBeforeRestore = 3;
+constexpr int kOfAnOccasion = 3;
 const QString kDaily = u"Tagessicherung_"_s;
 const QString kReplaced = u"Vor_dem_Einlesen_"_s;
+const QString kMoment = u"yyyy-MM-dd_hhmmss"_s;
+const QString kChanged = u"Vor_der_Aktualisierung_"_s;
 
 QString defaultFolder() {
     return store::appPath() + u"/Data/Sicherungen"_s;
@@ -55,9 +56,9 @@ void requireRoom() {
 /// A run that was cut off leaves one behind.
 void removeUnfinished() {
     const QDir folder(Folder());
-    for (const QString& name : folder.entryList(
-             {kDaily + u"*.mdb"_s + kUnfinished, kReplaced + u"*.mdb"_s + kUnfinished}, QDir::Files))
-        QFile::remove(folder.filePath(name));
+    for (const QString& kind : {kDaily, kReplaced, kChanged})
+        for (const QString& name : folder.entryList({kind + u"*.mdb"_s + kUnfinished}, QDir::Files))
+            QFile::remove(folder.filePath(name));
 }
 
 /// What is written goes to the disk as it comes: all at once it would keep a booking waiting.
@@ -72,15 +73,16 @@ platform::Progress bitByBit(const QString& file, const platform::Progress& progr
     };
 }
 
+/// Nothing that is one of ours has no valid time.
 Copy copyOf(const QFileInfo& file) {
-    static const QRegularExpression daily(u"^Tagessicherung_(\\d{4}-\\d\\d-\\d\\d)\\.mdb$"_s);
-    static const QRegularExpression replaced(u"^Vor_dem_Einlesen_(\\d{4}-\\d\\d-\\d\\d_\\d{6})\\.mdb$"_s);
-    const auto timeIn = [&](const QRegularExpression& name, const QString& form) {
-        return QDateTime::fromString(name.match(file.fileName()).captured(1), form);
+    const auto timeBehind = [name = file.completeBaseName()](const QString& kind, const QString& form) {
+        return name.startsWith(kind) ? QDateTime::fromString(name.mid(kind.size()), form) : QDateTime();
     };
-    if (const QDateTime day = timeIn(daily, u"yyyy-MM-dd"_s); day.isValid())
-        return {file.filePath(), day, false};
-    return {file.filePath(), timeIn(replaced, u"yyyy-MM-dd_hhmmss"_s), true};
+    if (const QDateTime day = timeBehind(kDaily, u"yyyy-MM-dd"_s); day.isValid())
+        return {file.filePath(), day, Occasion::Day};
+    if (const QDateTime moment = timeBehind(kReplaced, kMoment); moment.isValid())
+        return {file.filePath(), moment, Occasion::Restore};
+    return {file.filePath(), timeBehind(kChanged, kMoment), Occasion::Update};
 }
 
 bool isOfLastMonths(QDate date, QDate today) {
@@ -92,6 +94,27 @@ void deleteSuperfluous(const QString& spared = {}) {
     for (const Copy& copy : Superfluous(Copies(), Today()))
         if (QFileInfo(copy.file) != QFileInfo(spared))
             QFile::remove(copy.file);
+}
+
+QString now() {
+    return common::formatDate(common::clock::now(), u"YYYY-MM-DD_HHMMSS");
+}
+
+void makeCopy(const QString& name, const platform::Progress& progress) {
+    requireFolder();
+    removeUnfinished();
+    requireRoom();
+    const QString file = Folder() + u'/' + name + u".mdb"_s;
+    const QString unfinished = file + kUnfinished;
+    try {
+        store::CompactDatabase(store::mainConnectionString(), store::backupConnectionString(unfinished),
+                               bitByBit(unfinished, stretch(progress, 0, 70)));
+        maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
+        PutInPlace(file);
+    } catch (...) {
+        QFile::remove(unfinished);
+        throw;
+    }
 }
 
 } // namespace
@@ -137,11 +160,11 @@ QList<Copy> Copies() {
 QList<Copy> Superfluous(const QList<Copy>& copies, QDate today) {
     QList<Copy> gone;
     QSet<QPair<int, int>> months;
-    int beforeRestore = 0;
+    QHash<Occasion, int> others;
     for (const Copy& copy : copies) {
         const QDate date = copy.time.date();
-        if (copy.beforeRestore) {
-            if (++beforeRestore > kBeforeRestore)
+        if (copy.occasion != Occasion::Day) {
+            if (++others[copy.occasion] > kOfAnOccasion)
                 gone.append(copy);
             continue;
         }
@@ -160,32 +183,22 @@ QDate Today() {
 bool IsDue(QDate today) {
     const QList<Copy> copies = Copies();
     return std::none_of(copies.begin(), copies.end(), [today](const Copy& copy) {
-        return !copy.beforeRestore && copy.time.date() == today;
+        return copy.occasion == Occasion::Day && copy.time.date() == today;
     });
 }
 
 void MakeCopy(QDate today, const platform::Progress& progress) {
-    requireFolder();
-    removeUnfinished();
-    requireRoom();
-    const QString file = Folder() + u'/' + kDaily + today.toString(u"yyyy-MM-dd"_s) + u".mdb"_s;
-    const QString unfinished = file + kUnfinished;
-    try {
-        store::CompactDatabase(store::mainConnectionString(), store::backupConnectionString(unfinished),
-                               bitByBit(unfinished, stretch(progress, 0, 70)));
-        maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
-        PutInPlace(file);
-    } catch (...) {
-        QFile::remove(unfinished);
-        throw;
-    }
+    makeCopy(kDaily + today.toString(u"yyyy-MM-dd"_s), progress);
+}
+
+void MakeCopyBeforeUpdate(const platform::Progress& progress) {
+    makeCopy(kChanged + now(), progress);
 }
 
 QString NewNameBeforeRestore() {
     requireFolder();
     removeUnfinished();
-    return Folder() + u'/' + kReplaced + common::formatDate(common::clock::now(), u"YYYY-MM-DD_HHMMSS") +
-           u".mdb"_s;
+    return Folder() + u'/' + kReplaced + now() + u".mdb"_s;
 }
 
 void PutInPlace(const QString& file, const QString& spared) {

@@ -4,7 +4,7 @@
 #include <QList>
 #include <QString>
 
-/// A copy of the main database for each day on which the program ran.
+/// A copy of the main database for each day on which the program ran, and before it is replaced or changed.
 namespace modTagessicherung {
 
 /// Behind the name of a file that is not whole yet.
@@ -25,18 +25,21 @@ QString Folder();
 /// Why no copy can stand there; "" where one can.
 QString FolderProblem();
 
+/// Why a copy was made: for the day, of the database that a restore replaced, or before a newer program
+/// changed the schema.
+enum class Occasion { Day, Restore, Update };
+
 struct Copy {
     QString file;
     /// Of a daily one at midnight.
     QDateTime time;
-    /// The database that a restore replaced.
-    bool beforeRestore = false;
+    Occasion occasion = Occasion::Day;
 };
 
 /// The whole copies in the folder, the newest first. Other files do not count.
 QList<Copy> Copies();
 /// Those that nobody needs any more on that day: the last 14 days stay, the newest one of each of the last 12
-/// months, and the last three from before a restore.
+/// months, and the last three of each other occasion.
 QList<Copy> Superfluous(const QList<Copy>& copies, QDate today);
 
 QDate Today();
@@ -46,6 +49,9 @@ bool IsDue(QDate today);
 /// that it may run in any thread while the program works. `progress` is told now and again; what it throws
 /// gives the copy up, of which nothing is left then. Throws common::RunTimeError.
 void MakeCopy(QDate today, const platform::Progress& progress);
+
+/// The same before the schema is changed.
+void MakeCopyBeforeUpdate(const platform::Progress& progress);
 
 /// A file's name for the database that a restore is about to replace; the folder is there then.
 QString NewNameBeforeRestore();

@@ -12,6 +12,7 @@
 #include "platform/RegistryStore.h"
 #include "platform/net/Internet.h"
 #include "shell/frmMDI.h"
+#include "store/SchemaSteps.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <QDir>
@@ -133,13 +134,27 @@ void Startup::SetRegionalSettings() {
 }
 
 bool Startup::OpenDatabases() {
-    store::OpenDatabases([this] {
+    const auto saveRegistry = [this] {
         const QString root = QDir::toNativeSeparators(store::appPath() + u'/');
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"DB"_s, u"Root"_s,
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
-    });
+    };
+    try {
+        store::OpenDatabases(saveRegistry, [this](store::Connection& main) { bringUpToDate(main); });
+    } catch (const platform::GivenUp&) {
+        m_services.navigation.endProgram();
+        return false;
+    }
     return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
+}
+
+/// Of a large firm it takes a while, which is shown and can be given up: the database is the old one then.
+void Startup::bringUpToDate(store::Connection& main) {
+    const platform::Progress progress = m_services.dialogs.ShowProgress(
+        frmMDI::tr("Die Daten werden gesichert und auf den Stand dieser Version gebracht."));
+    store::BringUpToDate(
+        main, [&] { modTagessicherung::MakeCopyBeforeUpdate(progress); }, [&] { progress(0, 0); });
 }
 
 void Startup::EnableInterfaces() {

@@ -10,6 +10,10 @@ namespace platform {
 class BasicCAPI32;
 }
 
+namespace store {
+class Connection;
+}
+
 namespace shell {
 
 /// The telephone, and what tavolino.ini says about it.
@@ -41,6 +45,7 @@ class Startup {
     bool WriteTestApplicationFolder();
     void SetRegionalSettings();
     bool OpenDatabases();
+    void bringUpToDate(store::Connection& main);
     void EnableInterfaces();
     void tellBrokenIni();
     /// False when the program ended instead.

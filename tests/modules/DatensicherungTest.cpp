@@ -125,7 +125,7 @@ TEST_F(Datensicherung, ABackupIsReadInAgainAndThePresentDatabaseIsKept) {
     EXPECT_EQ(kuriere(u"NEU"_s), 0);
     const QList<modTagessicherung::Copy> kept = modTagessicherung::Copies();
     ASSERT_EQ(kept.size(), 1);
-    EXPECT_TRUE(kept[0].beforeRestore);
+    EXPECT_EQ(kept[0].occasion, modTagessicherung::Occasion::Restore);
     store::CloseDatabases();
     backup = kept[0].file;
     restore();

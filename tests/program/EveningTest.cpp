@@ -9,6 +9,7 @@
 #include "support/FullDisk.h"
 #include "support/ProgramFixture.h"
 #include "support/TestFirmServices.h"
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -200,6 +201,7 @@ TEST_F(Evening, AnEndInMidOrderIsTakenUpAtTheNextStart) {
     const QString question = u"Ein angefangener Auftrag wurde gefunden. Möchten Sie ihn weiter bearbeiten?"_s;
     open();
     EXPECT_TRUE(dialogs.said.isEmpty());
+    EXPECT_EQ(QDir(folder + u"/Data/Sicherungen"_s).entryList({u"Vor_der_Aktualisierung_*.mdb"_s}).size(), 1);
     EXPECT_EQ(TestFirm::value(u"SELECT name FROM sqlite_master WHERE name LIKE 'idx_Bestellungen_Kunde%'"_s),
               u"idx_Bestellungen_Kunde_Nummer"_s);
     ring(u"0791234567"_s);

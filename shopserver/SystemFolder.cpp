@@ -8,22 +8,13 @@
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+using common::Version;
 
 namespace shop {
 namespace {
 
 constexpr qint64 kMostBytesOfOffer = 64 * 1024;
 constexpr qint64 kMostBytesOfMessage = 16 * 1024;
-constexpr qint64 kPhoneBooks = 1'000'000'000;
-
-/// The desk compares versions by one number, in which a longer minor or revision would overlap the next.
-std::optional<Version> versionOf(const QString& text) {
-    static const QRegularExpression form(u"\\A([0-9]{1,5})\\.([0-9]{1,3})\\.([0-9]{1,4})\\z"_s);
-    const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch())
-        return {};
-    return Version{match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()};
-}
 
 QString messageIn(const QString& path) {
     QFile file(path);
@@ -53,11 +44,11 @@ SystemOffer SystemFolder::offer() const {
     if (!file.open(QIODevice::ReadOnly))
         throw SystemError("system.json kann nicht gelesen werden.");
     const QJsonObject told = QJsonDocument::fromJson(file.read(kMostBytesOfOffer)).object();
-    const auto newest = versionOf(told[u"version"_s].toString());
-    const auto mayRun = versionOf(told[u"mayRun"_s].toString());
+    const auto newest = Version::parse(told[u"version"_s].toString());
+    const auto mayRun = Version::parse(told[u"mayRun"_s].toString());
     const QDate until = QDate::fromString(told[u"mayRunUntil"_s].toString(), Qt::ISODate);
     const qint64 phoneBook = told[u"phoneBook"_s].toInteger(-1);
-    if (!newest || !mayRun || !until.isValid() || phoneBook < 0 || phoneBook >= kPhoneBooks)
+    if (!newest || !mayRun || !until.isValid() || phoneBook < 0 || phoneBook >= common::kPhoneBookVersions)
         throw SystemError("system.json braucht version, mayRun, mayRunUntil und phoneBook.");
     return {*newest, *mayRun, QDate(1899, 12, 30).daysTo(until), int(phoneBook)};
 }

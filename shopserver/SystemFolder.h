@@ -1,4 +1,5 @@
 #pragma once
+#include "common/Version.h"
 #include <QString>
 #include <QStringList>
 #include <stdexcept>
@@ -9,12 +10,8 @@ struct SystemError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-struct Version {
-    int major = 0, minor = 0, revision = 0;
-};
-
 struct SystemOffer {
-    Version newest, mayRun;
+    common::Version newest, mayRun;
     qint64 mayRunUntil = 0; ///< whole days since 30 December 1899
     int phoneBook = 0;
 };

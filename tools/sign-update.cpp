@@ -35,7 +35,8 @@ bool write(const QString& name, const QByteArray& bytes) {
 bool isVersion(const QString& kind, const QString& version) {
     if (kind == u"Update.exe")
         return common::Version::parse(version).has_value();
-    return kind == u"DBTavolinoPhone.exe" && common::parseDigits(version, 1'000'000'000).has_value();
+    return kind == u"DBTavolinoPhone.exe" &&
+           common::parseDigits(version, common::kPhoneBookVersions).has_value();
 }
 
 int keys(const QStringList& words) {

@@ -8,6 +8,9 @@ namespace common {
 /// The number that a text of digits alone tells; nothing for anything else, and from `bound` on.
 std::optional<qint64> parseDigits(QStringView text, qint64 bound);
 
+/// Versions of the phone book stay below.
+constexpr qint64 kPhoneBookVersions = 1'000'000'000;
+
 /// A version of the program.
 struct Version {
     qint64 major = 0;

@@ -2,6 +2,7 @@
 #include "platform/net/Download.h"
 #include "platform/net/Internet.h"
 #include <QThread>
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -25,8 +26,11 @@ struct Package {
     std::function<bool(const QString& version)> isNewer;
 };
 
-/// Fetches a package and its signature. What is not validly signed, or not newer, does not stay, nor what is
-/// given up, by the end of this object.
+inline const QString kProgramPackage = QStringLiteral("Update.exe");
+inline const QString kPhoneBookPackage = QStringLiteral("DBTavolinoPhone.exe");
+
+/// Fetches a package and its signature. Until the signature holds, the package has another name; nothing of
+/// it stays, by the end of this object, unless it is taken.
 class PackageFetch : public QObject {
     Q_OBJECT
   public:
@@ -36,13 +40,19 @@ class PackageFetch : public QObject {
     /// `ended` tells that it is over.
     void start();
 
-    QString file() const;
+    /// The package, which is the caller's from now on.
+    QString take();
+
+    /// Removes what a program that ended meanwhile left of the packages.
+    static void removeLeftovers();
 
     /// Why there is no file that may be started, a text for the user; "" when there is.
     const QString& problem() const { return m_problem; }
 
   Q_SIGNALS:
     void progressed(qint64 done, qint64 total);
+    /// All has arrived, and is looked at.
+    void checking();
     void ended();
 
   private:
@@ -50,8 +60,13 @@ class PackageFetch : public QObject {
     void readSignature();
     void check(const QByteArray& signature);
     void checked(const std::optional<QString>& version);
+    void putInPlace();
     void refuse(const QString& why);
     void end(const QString& problem);
+    /// Runs the answer's work; an error in it ends the fetching.
+    void answered(const std::function<void()>& work);
+    QString file() const;
+    QString unverifiedFile() const;
     QString signatureFile() const;
 
     const Package m_package;
@@ -60,8 +75,9 @@ class PackageFetch : public QObject {
     platform::Download m_download;
     platform::Download m_signature;
     std::unique_ptr<QThread> m_check;
+    const std::shared_ptr<std::atomic<bool>> m_givenUp = std::make_shared<std::atomic<bool>>(false);
     QString m_problem;
-    bool m_isReady = false;
+    bool m_isTaken = false;
 };
 
 } // namespace maintenance

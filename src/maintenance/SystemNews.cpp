@@ -70,7 +70,7 @@ std::optional<Version> readVersion(const QString& answer) {
 }
 
 std::optional<qint64> readPhoneBookVersion(const QString& answer) {
-    return numberOf(answer, kNewest, kPhoneBookVersions);
+    return numberOf(answer, kNewest, common::kPhoneBookVersions);
 }
 
 } // namespace maintenance

@@ -28,7 +28,4 @@ std::optional<common::Version> readVersion(const QString& answer);
 /// The tag 01.
 std::optional<qint64> readPhoneBookVersion(const QString& answer);
 
-/// Versions of the phone book stay below.
-constexpr qint64 kPhoneBookVersions = 1'000'000'000;
-
 } // namespace maintenance

@@ -4,6 +4,7 @@
 #include "orders/OrderDraft.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/form/KeepPlace.h"
 #include "store/StoreGlobals.h"
 #include <optional>
 
@@ -14,9 +15,7 @@ frmDatensicherung::frmDatensicherung(const platform::Services& services, QWidget
 }
 
 void frmDatensicherung::hideAtFirst(QProgressBar& bar) {
-    QSizePolicy policy = bar.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    bar.setSizePolicy(policy);
+    platform::keepPlaceWhenHidden(bar);
     bar.hide();
 }
 

@@ -14,11 +14,19 @@ class frmSystemMessagesService : public QWidget {
     explicit frmSystemMessagesService(const platform::Services& services, QWidget* parent = nullptr);
     ~frmSystemMessagesService() override;
 
+    /// The one that was told last.
+    void showSystemMessage();
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
+    void drawCode();
     void cmdReadMessage_Click();
     void cmdSend_Click();
     /// Whether the server confirmed; what is wrong has been told.
-    bool request(const QString& script, const QString& key, const QString& value, const QString& title);
+    bool request(const QString& script, const QString& value, const QString& title);
+    void tell(const QString& text, const QString& title);
 
     std::unique_ptr<Ui::frmSystemMessagesService> m_ui;
     platform::Services m_services;

@@ -3,15 +3,16 @@
 #include "common/Version.h"
 #include "maintenance/SystemNews.h"
 #include "maintenance/mod_SoftwareUpdate.h"
+#include "orders/OrderDraft.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/UserWatch.h"
+#include "platform/form/KeepPlace.h"
 #include "platform/net/Internet.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmSystemUpdate.h"
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
@@ -29,12 +30,12 @@ bool isNewerProgram(const QString& version) {
 }
 
 bool isNewerPhoneBook(const QString& version) {
-    const auto offered = common::parseDigits(version, maintenance::kPhoneBookVersions);
+    const auto offered = common::parseDigits(version, common::kPhoneBookVersions);
     return offered && !mod_SoftwareUpdate::IsPhoneBookCurrent(*offered);
 }
 
 Update softwareUpdate() {
-    return {.package = {u"Update.exe"_s, 512 * kMegabyte, isNewerProgram},
+    return {.package = {maintenance::kProgramPackage, 512 * kMegabyte, isNewerProgram},
             .screen = mod_SoftwareUpdate::kSoftwareScreen,
             .windowTitle = frmSystemUpdate::tr("System: Software Aktualisierung"),
             .button = frmSystemUpdate::tr("&Software aktualisieren"),
@@ -48,7 +49,7 @@ Update softwareUpdate() {
 }
 
 Update phoneBookUpdate() {
-    return {.package = {u"DBTavolinoPhone.exe"_s, 2048 * kMegabyte, isNewerPhoneBook},
+    return {.package = {maintenance::kPhoneBookPackage, 2048 * kMegabyte, isNewerPhoneBook},
             .screen = mod_SoftwareUpdate::kPhoneBookScreen,
             .windowTitle = frmSystemUpdate::tr("System: Telefonbuch Aktualisierung"),
             .button = frmSystemUpdate::tr("&Telefonbuch aktualisieren"),
@@ -72,27 +73,31 @@ frmSystemUpdate::frmSystemUpdate(const platform::Services& services, const maint
     setWindowTitle(m_update.windowTitle);
     m_ui->lbl_Hint->setText(m_update.hint);
     m_ui->cmdUpdate->setText(m_update.button);
-    // The buttons keep their places.
-    for (QWidget* widget : {static_cast<QWidget*>(m_ui->ProgressBar), static_cast<QWidget*>(m_ui->cmdAbort),
-                            static_cast<QWidget*>(m_ui->lbl_SoftwareDownload)}) {
-        QSizePolicy policy = widget->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        widget->setSizePolicy(policy);
-    }
+    platform::keepPlaceWhenHidden(*m_ui->ProgressBar);
+    platform::keepPlaceWhenHidden(*m_ui->cmdAbort);
+    platform::keepPlaceWhenHidden(*m_ui->lbl_SoftwareDownload);
     showFetching(false);
+    m_closeDown.setInterval(kMillisecondsToWait);
     connectGuarded(Origin::User, m_ui->cmdUpdate, &QPushButton::clicked, this, [this] { cmdUpdate_Click(); });
-    connectGuarded(Origin::User, m_ui->cmdAbort, &QPushButton::clicked, this, [this] {
-        m_fetch.reset();
-        showFetching(false);
-    });
+    connectGuarded(Origin::User, m_ui->cmdAbort, &QPushButton::clicked, this, [this] { giveUp(); });
     connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
+    connect(&m_closeDown, &QTimer::timeout, this, [this] {
+        if (!common::guarded(Origin::Answer, [this] { closeDown(); }))
+            giveUp();
+    });
 }
 
 frmSystemUpdate::~frmSystemUpdate() = default;
 
 void frmSystemUpdate::closeEvent(QCloseEvent* event) {
-    m_fetch.reset();
+    giveUp();
     QWidget::closeEvent(event);
+}
+
+void frmSystemUpdate::giveUp() {
+    m_closeDown.stop();
+    m_fetch.reset();
+    showFetching(false);
 }
 
 void frmSystemUpdate::showFetching(bool fetching) {
@@ -102,7 +107,13 @@ void frmSystemUpdate::showFetching(bool fetching) {
     for (QWidget* widget : {static_cast<QWidget*>(m_ui->ProgressBar), static_cast<QWidget*>(m_ui->cmdAbort),
                             static_cast<QWidget*>(m_ui->lbl_SoftwareDownload)})
         widget->setVisible(fetching);
+    m_ui->lbl_SoftwareDownload->setText(tr("Software download......"));
     showProgress(0, 0);
+}
+
+void frmSystemUpdate::showChecking() {
+    m_ui->lbl_SoftwareDownload->setText(tr("Die heruntergeladene Datei wird geprüft."));
+    m_ui->ProgressBar->setMaximum(0);
 }
 
 void frmSystemUpdate::showProgress(qint64 done, qint64 total) {
@@ -123,6 +134,7 @@ void frmSystemUpdate::cmdUpdate_Click() {
     m_fetch = std::make_unique<PackageFetch>(m_update.package, ends, m_publisher.publicKey);
     connectGuarded(Origin::Answer, m_fetch.get(), &PackageFetch::progressed, this,
                    [this](qint64 done, qint64 total) { showProgress(done, total); });
+    connectGuarded(Origin::Answer, m_fetch.get(), &PackageFetch::checking, this, [this] { showChecking(); });
     connectGuarded(Origin::Answer, m_fetch.get(), &PackageFetch::ended, this, [this] { fetched(); });
     m_fetch->start();
 }
@@ -130,8 +142,9 @@ void frmSystemUpdate::cmdUpdate_Click() {
 void frmSystemUpdate::fetched() {
     const QString problem = m_fetch->problem();
     if (problem.isEmpty()) {
-        m_ui->cmdAbort->setEnabled(false);
-        return closeDown();
+        m_ui->lbl_SoftwareDownload->setText(tr("Die Installation beginnt, sobald Sie einige Sekunden nichts "
+                                               "eingeben und kein anderes Fenster mehr beschäftigt ist."));
+        return m_closeDown.start();
     }
     m_fetch.release()->deleteLater();
     showFetching(false);
@@ -140,30 +153,35 @@ void frmSystemUpdate::fetched() {
 
 void frmSystemUpdate::closeDown() {
     // Whoever asks something in a dialog still needs his screen.
-    const QWidget* const dialog = QApplication::activeModalWidget();
-    if ((!dialog || dialog == window()) && m_services.navigation.closeScreensBut(m_update.screen))
+    if (!platform::mayInterrupt(window()))
+        return;
+    orders::OrderDraft::Keeping keeping;
+    if (m_services.navigation.closeScreensBut(m_update.screen))
         return install();
-    QTimer::singleShot(kMillisecondsToWait, this, [this] {
-        common::guarded(Origin::Answer, [this] {
-            if (m_fetch)
-                closeDown();
-        });
-    });
+    keeping.giveUp();
 }
 
 void frmSystemUpdate::install() {
-    const QString file = m_fetch->file();
+    m_closeDown.stop();
+    m_ui->cmdAbort->setEnabled(false);
     m_services.navigation.standStill();
-    store::CloseDatabases();
-    m_services.dialogs.MsgBox(m_update.farewell, platform::kInformation, tr("Aktualisierung starten"));
-    if (!m_publisher.startProgram || !m_publisher.startProgram(file)) {
-        qWarning("%s could not be started", qUtf8Printable(m_update.package.name));
-        m_services.dialogs.MsgBox(
-            tr("Die Installation konnte nicht gestartet werden. Die Datei liegt unter:\n%1")
-                .arg(QDir::toNativeSeparators(file)),
-            platform::kStop, tr("Aktualisierung starten"));
-    }
+    // Nothing works any more from here on: what fails ends the program, too.
+    common::guardedApart(Origin::Answer, [this] {
+        store::CloseDatabases();
+        startInstallation(m_fetch->take());
+    });
     m_services.navigation.endProgram();
+}
+
+void frmSystemUpdate::startInstallation(const QString& file) {
+    const QString title = tr("Aktualisierung starten");
+    m_services.dialogs.MsgBox(m_update.farewell, platform::kInformation, title);
+    if (m_publisher.startProgram && m_publisher.startProgram(file))
+        return;
+    qWarning("%s could not be started", qUtf8Printable(m_update.package.name));
+    m_services.dialogs.MsgBox(tr("Die Installation konnte nicht gestartet werden. Die Datei liegt unter:\n%1")
+                                  .arg(QDir::toNativeSeparators(file)),
+                              platform::kStop, title);
 }
 
 frmSystemSoftwareUpdate::frmSystemSoftwareUpdate(const platform::Services& services,

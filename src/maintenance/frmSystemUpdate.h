@@ -1,6 +1,7 @@
 #pragma once
 #include "maintenance/PackageFetch.h"
 #include "platform/Services.h"
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
@@ -33,18 +34,22 @@ class frmSystemUpdate : public QWidget {
 
   private:
     void cmdUpdate_Click();
+    void giveUp();
     void showFetching(bool fetching);
+    void showChecking();
     void showProgress(qint64 done, qint64 total);
     void fetched();
-    /// Waits until all other screens have brought their work to its end.
+    /// Waits until the user is at rest and all other screens have brought their work to its end.
     void closeDown();
     void install();
+    void startInstallation(const QString& file);
 
     std::unique_ptr<Ui::frmSystemUpdate> m_ui;
     platform::Services m_services;
     const maintenance::Publisher& m_publisher;
     const Update m_update;
     std::unique_ptr<maintenance::PackageFetch> m_fetch;
+    QTimer m_closeDown;
 };
 
 /// The program's own update.

@@ -35,10 +35,6 @@ QString deadlineTitle() {
     return tr("Software Aktualisierung");
 }
 
-bool isEntitled() {
-    return SysAnmeldungBenutzer == 0 || UserAdministrator != 0;
-}
-
 bool asks(const Services& services, const QString& question, const QString& title) {
     return services.dialogs.MsgBox(question, platform::kYesNo, title) == platform::kAnswerYes;
 }
@@ -82,7 +78,7 @@ void forceUpdate(const Services& services) {
                           tr("Damit Sie die Software Aktualisierung vornehmen können, müssen Sie als "
                              "Administrator angemeldet sein."),
                           deadlineTitle());
-    // The title is spelled so on purpose.
+    // The title and the sentence are spelled so on purpose.
     const QString title = tr("Software Aktualisiierung");
     if (!agrees)
         return endProgram(services,
@@ -105,47 +101,69 @@ void checkPhoneBook(const Services& services) {
     tell(services, tr("Das Telefonbuch ist auf dem aktuellsten Stand."), phoneBookTitle());
 }
 
+/// What was told at the start does not hold for a version that came out since. Without an answer nobody is
+/// forced.
+void askForDeadline(const Services& services, const Version& newest) {
+    auto& news = systemNews();
+    if (!isBehind(newest) || (news.newest && news.newest->asNumber() == newest.asNumber()))
+        return;
+    QString problem;
+    const auto told = maintenance::readSystemNews(
+        platform::PostURL(services, startAddress(services.internet.endpoints()), &problem));
+    if (problem.isEmpty() && told.newest)
+        news = told;
+    else
+        news.newest.reset();
+}
+
 } // namespace
 
-void CheckForUpdates(const Services& services) {
+bool isEntitled() {
+    return SysAnmeldungBenutzer == 0 || UserAdministrator != 0;
+}
+
+bool CheckForUpdates(const Services& services) {
     const QString missing = services.internet.endpoints().missingForSystem();
-    if (!missing.isEmpty())
-        return tell(services, missing, softwareTitle());
+    if (!missing.isEmpty()) {
+        tell(services, missing, softwareTitle());
+        return false;
+    }
     const auto newest =
         maintenance::readVersion(ask(services, u"TavolinoNet_SoftwareVersion.asp"_s, softwareTitle()));
-    if (!newest || !OfferSoftwareUpdate(services, *newest))
-        return;
-    tell(services, tr("Die Software ist auf dem aktuellsten Stand."), softwareTitle());
-    checkPhoneBook(services);
+    if (!newest)
+        return false;
+    askForDeadline(services, *newest);
+    if (OfferSoftwareUpdate(services, *newest)) {
+        tell(services, tr("Die Software ist auf dem aktuellsten Stand."), softwareTitle());
+        checkPhoneBook(services);
+    }
+    return true;
 }
 
 bool isBehind(const Version& newest) {
     return kProgramVersion.asNumber() < newest.asNumber();
 }
 
-bool mustUpdate(const Version& newest) {
-    return isBehind(newest) && systemNews().newest && !mayStillRun();
-}
-
-bool CheckSoftwareUpdate(const Services& services, const Version& newest) {
+Standing CheckSoftwareUpdate(const Services& services, const Version& newest) {
     if (!isBehind(newest))
-        return true;
-    if (mustUpdate(newest))
+        return Standing::Current;
+    if (systemNews().newest && !mayStillRun()) {
         forceUpdate(services);
-    else if (systemNews().newest)
+        return Standing::Forced;
+    }
+    if (systemNews().newest)
         tell(services,
              tr("Sie haben noch %1 Tage Zeit, um Ihre Software zu aktualisieren.")
                  .arg(systemNews().UpdateFristDatum - today()),
              deadlineTitle());
-    return false;
+    return Standing::Behind;
 }
 
 bool OfferSoftwareUpdate(const Services& services, const Version& newest) {
-    if (CheckSoftwareUpdate(services, newest))
-        return true;
-    if (!mustUpdate(newest))
+    const Standing standing = CheckSoftwareUpdate(services, newest);
+    if (standing == Standing::Behind)
         ShowSoftwareUpdate(services);
-    return false;
+    return standing == Standing::Current;
 }
 
 void ShowSoftwareUpdate(const Services& services) {

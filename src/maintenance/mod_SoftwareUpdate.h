@@ -15,18 +15,23 @@ inline const QString kPhoneBookScreen = QStringLiteral("frmSystemTelefonbuchUpda
 /// The screen of the software as a modal one.
 inline const QString kForcedScreen = QStringLiteral("frmSystemSoftwareUpdate modal");
 
-/// Asks the server for the newest versions, and leads to the updates.
-void CheckForUpdates(const platform::Services& services);
+/// Whether the user may update the program: the administrator, and everybody where nobody logs in.
+bool isEntitled();
+
+/// Asks the server for the newest versions, and leads to the updates. False when it did not tell them.
+bool CheckForUpdates(const platform::Services& services);
 
 /// Whether the running program is behind the given version.
 bool isBehind(const common::Version& newest);
-/// Whether it is held to an update: it is behind, and its version or this day is not one that may still run.
-/// A deadline that the server never told forces nobody.
-bool mustUpdate(const common::Version& newest);
-/// True when the running program is current. Otherwise the user has been told how long it may still run; or
-/// he had to update it, which has ended the program either way.
-bool CheckSoftwareUpdate(const platform::Services& services, const common::Version& newest);
-/// The same, and offers the update where none is forced.
+
+/// How the running program stands. Forced: its version or this day is not one that may still run. A deadline
+/// that the server never told forces nobody.
+enum class Standing { Current, Behind, Forced };
+
+/// Tells a user who is behind how long the program may still run; or has him update it, which has ended the
+/// program either way.
+Standing CheckSoftwareUpdate(const platform::Services& services, const common::Version& newest);
+/// The same, and offers the update where none is forced. True when the running program is current.
 bool OfferSoftwareUpdate(const platform::Services& services, const common::Version& newest);
 
 /// Both ask, and open the screen on Yes. Nothing at all for who is not entitled.

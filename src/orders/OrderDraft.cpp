@@ -169,7 +169,8 @@ void putAside(const QString& file) {
     std::error_code failure;
     std::filesystem::rename(QFileInfo(file).filesystemFilePath(),
                             QFileInfo(file + kGivenUp).filesystemFilePath(), failure);
-    if (failure)
+    // A screen is told of its closing more than once; what could not be written has been told.
+    if (failure && failure != std::errc::no_such_file_or_directory)
         qWarning("The order that was given up cannot be kept: %s", failure.message().c_str());
 }
 

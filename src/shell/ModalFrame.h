@@ -1,6 +1,7 @@
 #pragma once
 #include <QDialog>
 #include <QEvent>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace shell {
@@ -17,7 +18,12 @@ class ModalFrame : public QDialog {
         screen->installEventFilter(this);
     }
 
-    void reject() override { m_screen->close(); }
+    /// The keys and the frame close what the screen's own button may close.
+    void reject() override {
+        const auto* button = m_screen->findChild<QPushButton*>(QStringLiteral("cmdClose"));
+        if (!button || button->isEnabled())
+            m_screen->close();
+    }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {

@@ -56,6 +56,8 @@ void registerUpdates(ScreenRegistry& registry, const platform::Services& service
                  }});
     registry.add(mod_SoftwareUpdate::kForcedScreen,
                  {.create = [services, &publisher](QWidget* window) -> QWidget* {
+                      // Two of them would write the same file.
+                      qobject_cast<frmMDI*>(window)->screens().close(mod_SoftwareUpdate::kSoftwareScreen);
                       return new ModalFrame(new frmSystemSoftwareUpdate(services, publisher), window);
                   },
                   .modal = true});

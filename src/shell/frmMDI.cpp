@@ -8,9 +8,9 @@
 #include "desks/PreOrderDesk.h"
 #include "maintenance/DailyCopy.h"
 #include "maintenance/SystemNews.h"
-#include "maintenance/mod_SoftwareUpdate.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/UserWatch.h"
 #include "platform/line/TelephoneLine.h"
 #include "platform/net/Inet.h"
 #include "shell/ContextHelp.h"
@@ -61,6 +61,8 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     maintenance::systemNews() = {};
     m_dailyCopy = new maintenance::DailyCopy(m_services, this);
     qApp->installEventFilter(this);
+    // Sees what the filter above takes, too.
+    new platform::UserWatch(this);
 }
 
 frmMDI::~frmMDI() {
@@ -86,7 +88,7 @@ void frmMDI::choose(const MenuEntry& entry) {
     case MenuKind::AnruferListe:
         return openAnruferListe();
     case MenuKind::SoftwareUpdate:
-        return mod_SoftwareUpdate::CheckForUpdates(m_services);
+        return checkForUpdates();
     default:
         m_screens->show(entry.screen);
     }
@@ -153,16 +155,7 @@ void frmMDI::setUpPanels() {
     m_ui->ShowInternetListeCommand->setEnabled(m_screens->has(u"frmInternetBestellungen"_s));
     connectGuarded(Origin::User, m_ui->ShowInternetListeCommand, &QPushButton::clicked, this,
                    [this] { ShowInternetListeCommand_Click(); });
-    m_ui->lbl_SoftwareUpdate->hide();
-    connectGuarded(Origin::User, m_ui->lbl_SoftwareUpdate, &QPushButton::clicked, this, [this] {
-        mod_SoftwareUpdate::ShowSoftwareUpdate(m_services);
-        m_ui->lbl_SoftwareUpdate->hide();
-    });
-    m_ui->lbl_SystemMessage->hide();
-    connectGuarded(Origin::User, m_ui->lbl_SystemMessage, &QPushButton::clicked, this, [this] {
-        m_screens->show(u"frmSystemMessagesService"_s);
-        m_ui->lbl_SystemMessage->hide();
-    });
+    setUpSystemPanels();
 }
 
 /// In every window of the program, so also in a preview.

@@ -1,5 +1,6 @@
 #pragma once
 #include "desks/MainDesks.h"
+#include "desks/SystemDesk.h"
 #include "platform/Services.h"
 #include "shell/ScreenManager.h"
 #include <QMainWindow>
@@ -26,11 +27,15 @@ class WaitingCall;
 struct MenuEntry;
 } // namespace shell
 
-/// The main window and the program's spine: menu, tool bar, status box, the waiting call, four timers and the
+/// The main window and the program's spine: menu, tool bar, status box, the waiting call, the timers and the
 /// room for all other screens. Closing it in any way ends the program without a question.
 ///
 /// Its start-up sequence is shell::Startup.
-class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDesk, public desks::Attention {
+class frmMDI : public QMainWindow,
+               public desks::StatusBox,
+               public desks::CallDesk,
+               public desks::Attention,
+               public desks::SystemDesk {
     Q_OBJECT
   public:
     /// What the window needs of the computer.
@@ -71,7 +76,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// How many calls of the last day nobody took, on the way to their list.
     void showMissedCalls();
 
-    /// Nothing comes in by itself any more: no call, no timer, no answer of the shop.
+    /// Nothing comes in by itself any more: no call, no timer, no answer of a server.
     void standStill();
 
     maintenance::DailyCopy& dailyCopy() { return *m_dailyCopy; }
@@ -98,6 +103,7 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     // Updates and messages
     /// Asks the system's server what is new; the answer comes later. Nothing happens without one.
     void startSystemNews();
+    void systemMessageWasRead() override;
 
     /// Whether users log in.
     bool loginIsOn() const;
@@ -140,7 +146,10 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     /// Both, as far as the user is entitled.
     void showUpdatePanels();
     void systemAnswered(int state);
-    /// Once for an answer and for a log-in, and not before a dialog that stands is over.
+    void checkForUpdates();
+    void openSystemMessage();
+    void setUpSystemPanels();
+    /// Once for an answer and for a log-in, and not while the user keys or a dialog stands.
     void tellSystemNews();
     bool mayReach(const QString& screen) const;
     bool isMenuShortcut(const class QKeyEvent& key) const;
@@ -161,6 +170,8 @@ class frmMDI : public QMainWindow, public desks::StatusBox, public desks::CallDe
     bool m_userLoggedIn = false;
     std::unique_ptr<platform::Inet> m_startRequest;
     bool m_newsUntold = false;
+    /// By the menu, before the answer came.
+    bool m_newsWereTold = false;
     QTimer m_newsTimer{this};
     QTimer TimerBeep{this};
     QTimer VorbestellungTimer{this};

@@ -1,4 +1,5 @@
 // What the user of the main window may reach.
+#include "maintenance/mod_SoftwareUpdate.h"
 #include "platform/Navigation.h"
 #include "shell/MenuTree.h"
 #include "shell/Rights.h"
@@ -27,7 +28,7 @@ void frmMDI::ApplyUserRights() {
 }
 
 bool frmMDI::isFree() const {
-    return !loginIsOn() || UserAdministrator != 0;
+    return mod_SoftwareUpdate::isEntitled();
 }
 
 void frmMDI::setUserLoggedIn() {

@@ -36,7 +36,6 @@ void frmInternetEMailConfo::LoadDefaultMessage() {
 }
 
 void frmInternetEMailConfo::cmdSend_Click() {
-    const platform::Endpoints& ends = m_services.internet.endpoints();
     const QString title = tr("Kundenbestätigung");
     QString problem;
     if (!modFunctions::IsValidEmailAddress(m_ui->txt_EMail->text(), problem)) {
@@ -44,24 +43,14 @@ void frmInternetEMailConfo::cmdSend_Click() {
                                   platform::kInformation, tr("Ungültige E-Mail"));
         return;
     }
-    problem = ends.missingForSystem();
-    QString answer;
-    if (problem.isEmpty()) {
-        const auto encoded = [](QString text) {
-            return modFunctions::TextToURL(text.replace(u'\n', u"\r\n"_s));
-        };
-        answer = platform::PostURL(m_services,
-                                   ends.systemAddress(u"TavolinoNet_EMailConfo.asp?id1="_s) +
-                                       encoded(m_ui->txt_Betreff->text()) + u"&id2="_s +
-                                       encoded(m_ui->txt_Body->toPlainText()) + u"&id3="_s +
-                                       encoded(m_ui->txt_EMail->text()),
-                                   &problem);
-    }
-    if (answer == u"OK") {
+    const auto encoded = [](QString text) { return modFunctions::TextToURL(text.replace(u'\n', u"\r\n"_s)); };
+    if (platform::isConfirmed(m_services, {.missing = m_services.internet.endpoints().missingForSystem(),
+                                           .script = u"TavolinoNet_EMailConfo.asp?id1="_s +
+                                                     encoded(m_ui->txt_Betreff->text()) + u"&id2="_s +
+                                                     encoded(m_ui->txt_Body->toPlainText()) + u"&id3="_s +
+                                                     encoded(m_ui->txt_EMail->text()),
+                                           .failed = tr("Die Bestätigung ist fehlgeschlagen!"),
+                                           .title = title}))
         m_services.dialogs.MsgBox(tr("Die Nachricht wurde dem Kunden übermittelt"), platform::kInformation,
                                   title);
-        return;
-    }
-    const QString cause = problem.isEmpty() ? QString() : u"\r\n"_s + problem;
-    m_services.dialogs.MsgBox(tr("Die Bestätigung ist fehlgeschlagen!") + cause, platform::kStop, title);
 }

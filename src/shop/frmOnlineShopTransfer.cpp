@@ -3,6 +3,7 @@
 #include "desks/MainDesks.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/form/KeepPlace.h"
 #include "platform/net/Endpoints.h"
 #include "platform/net/Internet.h"
 #include "shop/TransferView.h"
@@ -81,9 +82,7 @@ frmOnlineShopTransfer::frmOnlineShopTransfer(const platform::Services& services,
     QWidget(parent), m_ui(std::make_unique<Ui::frmOnlineShopTransfer>()), m_services(services) {
     m_ui->setupUi(this);
     // The controls below keep their places when the bar goes.
-    QSizePolicy policy = m_ui->ProgressBar->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    m_ui->ProgressBar->setSizePolicy(policy);
+    platform::keepPlaceWhenHidden(*m_ui->ProgressBar);
     showAddresses();
     enableUpdate();
     connectGuarded(Origin::User, m_ui->check_Agreement, &QCheckBox::toggled, this,

@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 using common::kProgramVersion;
 using common::Version;
 using maintenance::systemNews;
+using mod_SoftwareUpdate::Standing;
 using test::AnsweringServer;
 
 namespace {
@@ -125,14 +126,15 @@ TEST_F(SoftwareUpdate, TheDeadlineDecidesWhetherItIsForced) {
                                             {kProgramVersion, -1, kForce},
                                             {kNext, 30, kForce}}) {
         systemNews() = {.newest = kNext, .UpdateFrist = frist, .UpdateFristDatum = today + days};
-        EXPECT_TRUE(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kProgramVersion));
+        EXPECT_EQ(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kProgramVersion), Standing::Current);
         EXPECT_EQ(said(), u"");
-        EXPECT_FALSE(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kNext));
+        EXPECT_EQ(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kNext),
+                  says == kForce ? Standing::Forced : Standing::Behind);
         EXPECT_TRUE(said().startsWith(says)) << days;
         EXPECT_EQ(std::exchange(navigation.ended, false), says == kForce);
     }
     systemNews() = {};
-    EXPECT_FALSE(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kNext));
+    EXPECT_EQ(mod_SoftwareUpdate::CheckSoftwareUpdate(services, kNext), Standing::Behind);
     EXPECT_EQ(said(), u"") << "a deadline that was never told forces nobody";
 }
 
@@ -182,6 +184,12 @@ TEST_F(SoftwareUpdate, AskingTheServerLeadsToTheUpdates) {
     SysAnmeldungBenutzer = 1;
     EXPECT_EQ(check(), u"") << "for who is not entitled";
     EXPECT_EQ(dialogs.unexpected, 0);
+    // The deadline that was told at the start is not the one of a version that came out since.
+    SysAnmeldungBenutzer = 0;
+    systemNews() = {.newest = kProgramVersion};
+    EXPECT_TRUE(check().startsWith(kOffer)) << "the server does not tell the deadline";
+    serve(u"TavolinoNet_Start"_s, tags({u"9"_s, u"0"_s, u"0"_s, u"9"_s, u"0"_s, u"0"_s, u"2"_s}));
+    EXPECT_TRUE(check().startsWith(kForce));
 }
 
 TEST_F(SoftwareUpdate, ABadAnswerIsNone) {

@@ -1,7 +1,9 @@
+#include "common/Guard.h"
 #include "maintenance/SystemNews.h"
 #include "maintenance/frmSystemMessagesService.h"
 #include "maintenance/frmSystemUpdate.h"
 #include "maintenance/mod_SoftwareUpdate.h"
+#include "platform/UserWatch.h"
 #include "platform/net/Signature.h"
 #include "screens/ScreenTest.h"
 #include "screens/ShellFixture.h"
@@ -81,11 +83,17 @@ using PhoneBookUpdateScreen = UpdateTest<frmSystemTelefonbuchUpdate>;
 TEST_F(SoftwareUpdateScreen, ASignedPackageIsStartedBehindTheClosedDatabases) {
     serve(u"Update.exe"_s, u"1.0.1"_s);
     navigation.allClose = false;
+    platform::UserWatch user;
+    user.milliseconds = 600;
     update();
     EXPECT_FALSE(find(u"cmdUpdate")->isEnabled() || find(u"cmdClose")->isEnabled());
     EXPECT_TRUE(find(u"ProgressBar")->isVisible());
     EXPECT_EQ(find<QLabel>(u"lbl_SoftwareDownload")->text(), u"Software download......");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return left() == QStringList{u"Update.exe"_s}; }));
+    QTest::qWait(300);
+    EXPECT_TRUE(navigation.keptOpen.isEmpty()) << "the user keys";
     EXPECT_TRUE(QTest::qWaitFor([this] { return navigation.keptOpen.size() > 1; }));
+    EXPECT_TRUE(find(u"cmdAbort")->isEnabled());
     EXPECT_TRUE(ConnMain.IsOpen() && dialogs.said.isEmpty()) << "another screen has something to end";
     navigation.allClose = true;
     ASSERT_TRUE(waitForBox());
@@ -110,7 +118,6 @@ TEST_F(SoftwareUpdateScreen, WhatIsNotSignedForThisUpdateIsDeletedAndNotStarted)
         {"of the version that runs", [&] { signedAs(exe, u"1.0.0"_s); }, kUnsigned},
         {"of no version", [&] { signedAs(exe, u"1e9.0.0"_s); }, kUnsigned},
         {"missing", [&] { answer("404 Not Found"); }, kUnsigned},
-        {"nobody trusted", [&] { publisher.publicKey.clear(); }, kUnsigned},
         {"signature busy", [&] { answer("503 Busy"); },
          u"503: An error occurred calling InternetOpenUrl function\nDer Server meldet den Fehler 503."_s},
         {"cut", [&] { server.answersTo[exe + u' '].chop(1); },
@@ -126,6 +133,11 @@ TEST_F(SoftwareUpdateScreen, WhatIsNotSignedForThisUpdateIsDeletedAndNotStarted)
         EXPECT_TRUE(QTest::qWaitFor([this] { return left().isEmpty(); }, 1000));
         EXPECT_TRUE(find(u"cmdUpdate")->isEnabled() && find(u"cmdClose")->isEnabled());
     }
+    server.requests.clear();
+    publisher.publicKey.clear();
+    update();
+    ASSERT_TRUE(waitForBox());
+    EXPECT_TRUE(server.requests.isEmpty()) << "without a key nothing is fetched";
     EXPECT_TRUE(order.isEmpty() && ConnMain.IsOpen() && !navigation.ended);
 }
 
@@ -135,6 +147,7 @@ TEST_F(SoftwareUpdateScreen, TheFetchingCanBeGivenUp) {
     for (const bool byButton : {false, true}) {
         update();
         EXPECT_TRUE(QTest::qWaitFor([this] { return !left().isEmpty(); }));
+        EXPECT_FALSE(left().contains(u"Update.exe"_s)) << "before it is known to be good";
         byButton ? click(u"cmdAbort") : void(screen->close());
         EXPECT_EQ(left(), QStringList()) << byButton;
     }
@@ -149,6 +162,18 @@ TEST_F(PhoneBookUpdateScreen, ComparesWithTheLocalPhoneBook) {
     ASSERT_TRUE(waitForBox());
     EXPECT_EQ(said().first().text, kUnsigned) << "the same again";
     serve(exe, u"2"_s);
+    ConnPhone.Execute(u"ALTER TABLE tbl_PhoneBookVersion RENAME TO away"_s);
+    common::setErrorHandler([this](common::Origin origin, const std::exception_ptr&) {
+        EXPECT_EQ(origin, common::Origin::Answer) << "it would end the program";
+        order << u"error"_s;
+    });
+    click(u"cmdUpdate");
+    ASSERT_TRUE(waitForBox());
+    common::setErrorHandler({});
+    EXPECT_EQ(std::exchange(order, {}), QStringList{u"error"_s});
+    EXPECT_TRUE(find(u"cmdClose")->isEnabled());
+    said();
+    ConnPhone.Execute(u"ALTER TABLE away RENAME TO tbl_PhoneBookVersion"_s);
     starts = false;
     click(u"cmdUpdate");
     EXPECT_TRUE(QTest::qWaitFor([this] { return navigation.ended; }, 5000));
@@ -186,7 +211,9 @@ TEST_F(MessagesScreen, AMessageIsReadOnce) {
     EXPECT_FALSE(find(u"cmdReadMessage")->isEnabled());
     EXPECT_EQ(said().size(), 1) << "the server has not heard of it";
     server.answer = AnsweringServer::page("OK");
-    open();
+    systemNews().SystemMessageText = u"Neu"_s;
+    screen->showSystemMessage();
+    EXPECT_EQ(find<QPlainTextEdit>(u"txt_SystemMessage")->toPlainText(), u"Neu");
     click(u"cmdReadMessage");
     EXPECT_EQ(sent(), u"Müller & Söhne");
     EXPECT_TRUE(said().isEmpty());
@@ -197,8 +224,14 @@ TEST_F(MessagesScreen, AMessageIsReadOnce) {
 TEST_F(MessagesScreen, WhatWasTypedArrivesAsItIs) {
     open();
     const QString typed = u"1 + 1 = 2 & 100% \"ja\" #?;/\\%41 <b>\n\tGrüezi {€} ~^|"_s;
-    find<QPlainTextEdit>(u"txt_SendSystemMessage")->setPlainText(typed);
     const QString code = find<QLabel>(u"lbl_Random")->text();
+    enter(u"txt_Code", code);
+    for (const QString& unfit : {u" \n"_s, QString(2000, u'€')}) {
+        find<QPlainTextEdit>(u"txt_SendSystemMessage")->setPlainText(unfit);
+        click(u"cmdSend");
+        EXPECT_EQ(said().first().style, platform::kInformation);
+    }
+    find<QPlainTextEdit>(u"txt_SendSystemMessage")->setPlainText(typed);
     for (const QString& wrong : {u""_s, code + u'0', QString::number(code.toInt() ^ 1)}) {
         enter(u"txt_Code", wrong);
         click(u"cmdSend");
@@ -212,6 +245,8 @@ TEST_F(MessagesScreen, WhatWasTypedArrivesAsItIs) {
     server.answer = AnsweringServer::page("OK");
     click(u"cmdSend");
     EXPECT_EQ(said().first().text, u"Die Nachricht wurde an den System Verwalter gesendet.");
+    click(u"cmdSend");
+    EXPECT_EQ(said().first().title, u"Fehlerhafter Code") << "sent twice by one code";
 }
 
 class SystemNewsShell : public test::ShellTest {
@@ -236,7 +271,11 @@ class SystemNewsShell : public test::ShellTest {
 
 TEST_F(SystemNewsShell, TheAnswerShowsThePanelsAndOffersTheUpdateOnce) {
     server.answer = news("5");
+    const QString leftover = folder.filePath(u"Internet/Update.exe.teil"_s);
+    QDir().mkpath(folder.filePath(u"Internet"_s));
+    EXPECT_TRUE(QFile(leftover).open(QIODevice::WriteOnly));
     start();
+    EXPECT_FALSE(QFile::exists(leftover));
     EXPECT_TRUE(server.requests.isEmpty()) << "the start waited for a server";
     ASSERT_TRUE(waitFor([this] { return shows("lbl_SoftwareUpdate"); }));
     EXPECT_TRUE(server.requests.first().startsWith(
@@ -278,7 +317,11 @@ TEST_F(SystemNewsShell, ADialogThatStandsIsWaitedForAndALogInIsToldAgain) {
     ASSERT_TRUE(waitFor([this] { return shows("lbl_SoftwareUpdate"); }));
     QTest::qWait(400);
     EXPECT_TRUE(dialogs.said.isEmpty());
+    QTest::keyClick(&dialog, Qt::Key_A);
     dialog.close();
+    QTest::qWait(400);
+    EXPECT_TRUE(dialogs.said.isEmpty()) << "the user keys";
+    window.findChild<platform::UserWatch*>()->milliseconds = 0;
     EXPECT_TRUE(waitFor([this] { return dialogs.said.size() == 2; }));
     // Nobody but the administrator.
     SysAnmeldungBenutzer = 1;
@@ -298,16 +341,24 @@ TEST_F(SystemNewsShell, ADialogThatStandsIsWaitedForAndALogInIsToldAgain) {
 TEST_F(SystemNewsShell, AForcedUpdateIsModalAndClosesWithItsScreen) {
     frmMDI& window = start();
     window.show();
+    EXPECT_TRUE(window.screens().show(mod_SoftwareUpdate::kSoftwareScreen));
     systemNews() = {.newest = common::Version{9, 0, 0}};
     dialogs.answer(platform::kAnswerYes, [this] {
         QTimer::singleShot(50, [this] {
             QWidget* const dialog = QApplication::activeModalWidget();
             ASSERT_TRUE(dialog);
-            EXPECT_TRUE(dialog->findChild<QPushButton*>(u"cmdUpdate"_s)->isVisible());
-            dialog->findChild<QPushButton*>(u"cmdClose"_s)->click();
+            EXPECT_EQ(app->mainWindow().screens().current(), nullptr) << "two would write one file";
+            auto* const close = dialog->findChild<QPushButton*>(u"cmdClose"_s);
+            close->setEnabled(false);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            QTest::qWait(20);
+            EXPECT_TRUE(dialog->isVisible()) << "Esc gave a fetching up";
+            close->setEnabled(true);
+            close->click();
         });
     });
-    EXPECT_FALSE(mod_SoftwareUpdate::CheckSoftwareUpdate(app->services(), {9, 0, 0}));
+    EXPECT_EQ(mod_SoftwareUpdate::CheckSoftwareUpdate(app->services(), {9, 0, 0}),
+              mod_SoftwareUpdate::Standing::Forced);
     EXPECT_EQ(dialogs.last().title, u"Software Aktualisiierung");
     EXPECT_EQ(ended, QList<int>{0});
 }

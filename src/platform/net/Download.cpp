@@ -11,7 +11,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-constexpr qint64 kReadAhead = 256LL * 1024;
 constexpr int kFound = 200;
 constexpr int kNotFound = 404;
 
@@ -123,7 +122,9 @@ WebProblem Download::putInPlace() {
 
 WebProblem Download::problemOfFile() const {
     const QFileInfo file(m_file);
-    const bool isFull = QStorageInfo(file.absolutePath()).bytesAvailable() < kReadAhead;
+    // Below 0 for a folder that is not there.
+    const qint64 room = QStorageInfo(file.absolutePath()).bytesAvailable();
+    const bool isFull = room >= 0 && room < kReadAhead;
     return {isFull ? common::kDiskFull : common::kNotWritable,
             isFull ? tr("Der Datenträger ist voll.")
                    : tr("Die Datei \"%1\" lässt sich nicht schreiben.").arg(file.fileName())};

@@ -61,6 +61,10 @@ QString Endpoints::missingForSystem() const {
     return missing({{u"SystemAdresse", hasSystem()}});
 }
 
+QString Endpoints::missingForMessages() const {
+    return missing({{u"SystemAdresse", hasSystem()}, {u"Installation", !installation.isEmpty()}});
+}
+
 Endpoints Endpoints::read(const QString& iniFile) {
     IniSection section(iniFile, u"Internet"_s, IniSection::Missing::Fine);
     Endpoints ends;

@@ -54,6 +54,7 @@ struct Endpoints {
     QString missingForShop() const;
     QString missingForUpload() const;
     QString missingForSystem() const;
+    QString missingForMessages() const;
 
     /// A file that is not there gives no server at all. Never throws.
     static Endpoints read(const QString& iniFile);

@@ -18,4 +18,17 @@ QString PostURL(const Services& services, const QString& url, QString* problem) 
     return control->Answer();
 }
 
+bool isConfirmed(const Services& services, const SystemRequest& request) {
+    QString problem = request.missing;
+    QString answer;
+    if (problem.isEmpty())
+        answer = PostURL(services, services.internet.endpoints().systemAddress(request.script), &problem)
+                     .trimmed();
+    if (problem.isEmpty() && answer == u"OK")
+        return true;
+    const QString cause = problem.isEmpty() ? QString() : QStringLiteral("\r\n") + problem;
+    services.dialogs.MsgBox(request.failed + cause, kStop, request.title);
+    return false;
+}
+
 } // namespace platform

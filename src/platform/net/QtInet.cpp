@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-constexpr qint64 kReadAhead = 256LL * 1024;
-
 /// Windows-1252 differs from Latin-1 in these; what it leaves open stays the control character.
 constexpr char16_t kFrom80[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
 

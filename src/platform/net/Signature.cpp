@@ -21,8 +21,8 @@ const unsigned char* bytes(const QByteArray& text) {
     return reinterpret_cast<const unsigned char*>(text.constData());
 }
 
-/// Empty when the file cannot be read to its end.
-QByteArray hashOf(const QString& name) {
+/// Empty when the file cannot be read to its end, or is given up before.
+QByteArray hashOf(const QString& name, const std::atomic<bool>* givenUp = nullptr) {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
@@ -30,8 +30,11 @@ QByteArray hashOf(const QString& name) {
     crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES_MAX);
     QByteArray block(1 << 20, Qt::Uninitialized);
     qint64 size = 0;
-    while ((size = file.read(block.data(), block.size())) > 0)
+    while ((size = file.read(block.data(), block.size())) > 0) {
+        if (givenUp && *givenUp)
+            return {};
         crypto_generichash_update(&state, bytes(block), static_cast<unsigned long long>(size));
+    }
     if (size < 0)
         return {};
     QByteArray hash(crypto_generichash_BYTES_MAX, Qt::Uninitialized);
@@ -77,7 +80,7 @@ std::optional<QByteArray> signFile(const QString& file, const QString& kind, con
 }
 
 std::optional<QString> signedVersion(const QString& file, const QByteArray& text, const QString& kind,
-                                     const QByteArray& publicKey) {
+                                     const QByteArray& publicKey, const std::atomic<bool>* givenUp) {
     const QByteArray version = restOfLine(text, kVersionLine);
     const QByteArray encoded = restOfLine(text, '\n' + kSignatureLine);
     const QByteArray head = headOf(kind.toUtf8(), version);
@@ -87,7 +90,7 @@ std::optional<QString> signedVersion(const QString& file, const QByteArray& text
     if (!isReady() || publicKey.size() != kPublicKeySize || !isForm || version.isEmpty() || !signature ||
         signature.decoded.size() != crypto_sign_BYTES)
         return {};
-    const QByteArray hash = hashOf(file);
+    const QByteArray hash = hashOf(file, givenUp);
     const QByteArray told = head + hash;
     if (hash.isEmpty() ||
         crypto_sign_verify_detached(bytes(signature.decoded), bytes(told),

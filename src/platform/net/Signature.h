@@ -1,6 +1,7 @@
 #pragma once
 #include <QByteArray>
 #include <QString>
+#include <atomic>
 #include <optional>
 
 /// Signatures of the files that come from the net and are started: Ed25519 over what the file is, its version
@@ -28,8 +29,8 @@ std::optional<QByteArray> signFile(const QString& file, const QString& kind, con
                                    const QByteArray& secretKey);
 
 /// The version that the signature tells; nothing when it is not a valid one of this file as that kind. Reads
-/// the file piece by piece.
+/// the file piece by piece, and gives it up once `givenUp` says so.
 std::optional<QString> signedVersion(const QString& file, const QByteArray& signature, const QString& kind,
-                                     const QByteArray& publicKey);
+                                     const QByteArray& publicKey, const std::atomic<bool>* givenUp = nullptr);
 
 } // namespace platform

@@ -14,6 +14,9 @@ struct WebProblem {
     QString sentence{};
 };
 
+/// So much of an answer waits for its reader.
+constexpr qint64 kReadAhead = 256LL * 1024;
+
 bool isWebAddress(const QUrl& url);
 /// Follows no redirect, takes no packed answer. `certificate`: file of one to trust beside the system's own,
 /// "" for none.

@@ -91,7 +91,7 @@ QString webAnswer(int orders) {
 ListRoads::ListRoads(RawStore& store, const Workload& work) :
     m_store(store), m_work(work), m_draft(m_kept, QDir::tempPath() + u"/tavolino-bench.entwurf"_s) {
     platform::setWaiting(false);
-    shell::registerScreens(m_registry, m_services.services(), m_phoneBook);
+    shell::registerScreens(m_registry, m_services.services(), m_phoneBook, m_publisher);
     m_room.resize(1366, 768);
     m_room.show();
     for (orders::WorkingOrder* order : {&m_preOrder, &m_kept, &m_unkept}) {

@@ -2,6 +2,7 @@
 #include "Measure.h"
 #include "OurRoads.h"
 #include "Replay.h"
+#include "maintenance/PackageFetch.h"
 #include "orders/OrderDraft.h"
 #include "shell/ScreenRegistry.h"
 
@@ -37,6 +38,7 @@ class ListRoads {
     const Workload& m_work;
     QuietServices m_services;
     QuietPhoneBook m_phoneBook;
+    maintenance::Publisher m_publisher;
     shell::ScreenRegistry m_registry;
     QWidget m_room;
     std::vector<std::unique_ptr<QWidget>> m_screens;

@@ -43,8 +43,10 @@ class QuietNavigation : public platform::Navigation {
 
 class QuietRegistry : public platform::RegistryStore {
   public:
-    QString GetSetting(const QString&, const QString&, const QString&, const QString& fallback) override {
-        return fallback;
+    /// The guide has been switched off.
+    QString GetSetting(const QString&, const QString& section, const QString&,
+                       const QString& fallback) override {
+        return section == QStringLiteral("StepByStep") ? QStringLiteral("0") : fallback;
     }
 
     void SaveSetting(const QString&, const QString&, const QString&, const QString&) override {}

@@ -17,7 +17,7 @@ Step welcome() {
     return {u"Willkommen"_s,
             paragraphs(
                 {u"<b>Willkommen bei Tavolino.</b>",
-                 u"Diese Anleitung führt Sie in acht Schritten von der leeren Installation zum ersten "
+                 u"Diese Anleitung führt Sie in neun Schritten von der leeren Installation zum ersten "
                  u"Auftrag. Jeder Schritt zeigt seine Maske und öffnet sie mit einem Knopf; die Anleitung "
                  u"bleibt daneben stehen.",
                  u"Alles geht mit der Tastatur: Die Eingabetaste führt von Feld zu Feld, unterstrichene "

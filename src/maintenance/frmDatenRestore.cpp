@@ -41,6 +41,8 @@ frmDatenRestore::frmDatenRestore(const platform::Services& services, QWidget* pa
                    [this] { cmdLoadFile_Click(); });
     connectGuarded(Origin::User, m_ui->cmdBackup, &QPushButton::clicked, this, [this] { cmdBackup_Click(); });
     connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
+    // Without a copy the list is no place for the keys.
+    m_ui->cmdLoadFile->setFocus();
 }
 
 frmDatenRestore::~frmDatenRestore() = default;

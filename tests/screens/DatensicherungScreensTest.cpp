@@ -83,7 +83,11 @@ TEST_F(DatensicherungScreens, ABackupIsMadeAndReadInAgainByAProgramThatIsStarted
     EXPECT_EQ(said().size(), 1);
     EXPECT_TRUE(ConnMain.IsOpen() && ended.isEmpty());
     app->mainWindow().screens().show(u"frmVerwaltungKuriere"_s);
+    QTimer::singleShot(0, screen, [screen] {
+        QTest::mouseClick(screen->findChild<QPushButton*>(u"cmdClose"_s), Qt::LeftButton);
+    });
     backUpTo(backup);
+    EXPECT_FALSE(screen->isHidden()) << "nobody hears the user meanwhile";
     EXPECT_EQ(
         said(),
         QStringList{u"Backup erstellt: Das Backup wurde erstellt. Das Programm wird jetzt geschlossen."_s});

@@ -13,8 +13,8 @@ std::optional<double> stopped;
 /// next.
 qint64 localOffset(qint64 utc) {
     constexpr qint64 kMinute = 60'000;
-    static qint64 knownMinute = -1;
-    static qint64 offset = 0;
+    static thread_local qint64 knownMinute = -1;
+    static thread_local qint64 offset = 0;
     if (utc / kMinute != knownMinute) {
         knownMinute = utc / kMinute;
         offset = QDateTime::fromMSecsSinceEpoch(utc).offsetFromUtc() * qint64(1000);

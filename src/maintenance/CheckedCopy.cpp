@@ -14,33 +14,33 @@
 using namespace Qt::StringLiterals;
 
 namespace maintenance {
-namespace {
-
 const QString kUnfinished = u".unfertig"_s;
 
 QString dataFolder() {
     return store::appPath() + u"/Data"_s;
 }
 
-} // namespace
-
 QString mainFile() {
     return dataFolder() + u"/DBTavolino.mdb"_s;
 }
 
 bool isOwnDataFile(const QString& path) {
+    const QStringList own = {u"DBTavolino.mdb*"_s,   u"DBTavolinoPhone.mdb*"_s, u"DB_PRINT_Tavolino.mdb*"_s,
+                             u"DBOnlineShop.mdb*"_s, u"DB*_CLEAN.mdb*"_s,       u"DBTavolino_NEU.mdb*"_s,
+                             u"Auftrag.entwurf*"_s,  u"tavolino.log*"_s};
+    const QFileInfo chosen(path);
     const QDir data(dataFolder());
-    const QStringList own = data.entryList({u"DBTavolino.mdb*"_s, u"DBTavolinoPhone.mdb*"_s,
-                                            u"DB_PRINT_Tavolino.mdb*"_s, u"DBOnlineShop.mdb*"_s,
-                                            u"DB*_CLEAN.mdb*"_s, u"Auftrag.entwurf*"_s, u"tavolino.log*"_s},
-                                           QDir::Files);
+    if (QDir::match(own, chosen.fileName()) &&
+        QDir(chosen.absolutePath()).canonicalPath() == data.canonicalPath())
+        return true;
     std::error_code error;
     const auto same = [&](const QString& file) {
-        return std::filesystem::equivalent(QFileInfo(path).filesystemFilePath(),
-                                           QFileInfo(file).filesystemFilePath(), error);
+        return std::filesystem::equivalent(chosen.filesystemFilePath(), QFileInfo(file).filesystemFilePath(),
+                                           error);
     };
+    const QStringList there = data.entryList(own, QDir::Files);
     return same(store::appPath() + u"/tavolino.ini"_s) ||
-           std::any_of(own.begin(), own.end(),
+           std::any_of(there.begin(), there.end(),
                        [&](const QString& name) { return same(data.filePath(name)); });
 }
 
@@ -72,13 +72,16 @@ void copyChecked(const QString& from, const QString& to, const platform::Progres
         if (const std::error_code error = common::replaceFile(to, unfinished))
             common::throwFileError(error, to);
     } catch (...) {
-        QFile::remove(unfinished);
+        removeLeftover(unfinished);
         throw;
     }
 }
 
-QString causeOf(const common::RunTimeError& error, const QString& file) {
-    for (const QString& folder : {QFileInfo(file).absolutePath(), dataFolder()}) {
+QString causeOf(const common::RunTimeError& error, const QStringList& folders) {
+    const bool mayBeFolders = error.number() == common::kNotWritable ||
+                              error.number() == common::kPlatformFailure ||
+                              error.number() == common::kFileNotFound;
+    for (const QString& folder : mayBeFolders ? folders : QStringList()) {
         if (QStorageInfo(folder).isReadOnly())
             return u"Der Datenträger mit dem Ordner \"%1\" ist schreibgeschützt."_s.arg(
                 QDir::toNativeSeparators(folder));

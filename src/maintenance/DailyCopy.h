@@ -22,8 +22,9 @@ class DailyCopy : public QObject {
 
     /// Once, when the program stands.
     void startLater(std::chrono::milliseconds delay);
-    /// No copy is made any more, and what was begun of one goes. Waits until it has gone, or so long.
-    void giveUp(std::chrono::milliseconds patience = std::chrono::hours(1));
+    /// No copy is made any more, and what was begun of one goes. Waits until it has gone, or so
+    /// long: one that stands on a dead disk keeps the database open, and whoever wants it alone is refused.
+    void giveUp(std::chrono::milliseconds patience = std::chrono::seconds(5));
 
   Q_SIGNALS:
     /// The copy stands, or has failed.

@@ -1,9 +1,11 @@
 #include "maintenance/frmDatenBackup.h"
 #include "common/Guard.h"
+#include "maintenance/CheckedCopy.h"
 #include "maintenance/modDatenBackup.h"
 #include "platform/Dialogs.h"
 #include "ui_frmDatenBackup.h"
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 using common::connectGuarded;
@@ -38,7 +40,7 @@ void frmDatenBackup::cmdBackup_Click() {
         return tell(refusal, windowTitle());
     run(*m_ui->ProgressBar,
         {.work = [path](const platform::Progress& progress) { modDatenBackup::CreateBackup(path, progress); },
-         .file = path,
+         .folders = {QFileInfo(path).absolutePath(), maintenance::dataFolder()},
          .texts =
              {.done = tr("Das Backup wurde erstellt. Das Programm wird jetzt geschlossen."),
               .doneTitle = tr("Backup erstellt"),

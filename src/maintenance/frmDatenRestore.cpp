@@ -1,5 +1,6 @@
 #include "maintenance/frmDatenRestore.h"
 #include "common/Guard.h"
+#include "maintenance/CheckedCopy.h"
 #include "maintenance/modDatenRestore.h"
 #include "maintenance/modTagessicherung.h"
 #include "platform/Dialogs.h"
@@ -85,11 +86,11 @@ void frmDatenRestore::cmdBackup_Click() {
     try {
         modDatenRestore::ProbeBackup(path);
     } catch (const common::RunTimeError& failure) {
-        return tellFailure(failure, path, texts);
+        return tellFailure(failure, {}, texts);
     }
     run(*m_ui->ProgressBar,
         {.work =
              [path](const platform::Progress& progress) { modDatenRestore::RestoreBackup(path, progress); },
-         .file = path,
+         .folders = {maintenance::dataFolder(), modTagessicherung::Folder()},
          .texts = texts});
 }

@@ -46,19 +46,19 @@ void frmDatensicherung::run(QProgressBar& bar, const Job& job) {
             job.work, [&bar](qint64 done, qint64 total) { bar.setValue(int(done * bar.maximum() / total)); });
         tell(job.texts.done, job.texts.doneTitle);
     } catch (const common::RunTimeError& failure) {
-        tellFailure(failure, job.file, job.texts);
+        tellFailure(failure, job.folders, job.texts);
     } catch (const std::exception& failure) {
         tellFailure({common::kPlatformFailure, tr("Ein unerwarteter Fehler ist aufgetreten."),
                      QString::fromUtf8(failure.what())},
-                    job.file, job.texts);
+                    job.folders, job.texts);
     }
     m_services.navigation.endProgram();
 }
 
-void frmDatensicherung::tellFailure(const common::RunTimeError& failure, const QString& file,
+void frmDatensicherung::tellFailure(const common::RunTimeError& failure, const QStringList& folders,
                                     const Texts& texts) {
     qWarning("%s: %s", qPrintable(objectName()), failure.what());
-    const QString cause = maintenance::causeOf(failure, file);
+    const QString cause = maintenance::causeOf(failure, folders);
     if (cause.isEmpty())
         return tell(texts.refused, tr("Keine Administratorenrechte"));
     tell(texts.failed + u'\n' + cause, windowTitle());

@@ -23,7 +23,8 @@ class frmDatensicherung : public QWidget {
     struct Job {
         /// In a thread of its own.
         std::function<void(const platform::Progress&)> work;
-        QString file;
+        /// Where it writes.
+        QStringList folders;
         Texts texts;
         /// The order on the screen is offered by the next start.
         bool keepsOrder = false;
@@ -32,10 +33,10 @@ class frmDatensicherung : public QWidget {
     /// The controls below keep their places when the bar comes.
     static void hideAtFirst(QProgressBar& bar);
     /// Closes the other screens and the databases, does the work, tells how it went and ends the program.
-    /// Before anything is closed it may find that a screen has something to bring to its end; then it says so
-    /// and the program goes on.
+    /// Where a screen has something to bring to its end it says so, and the program goes on; other screens
+    /// may have closed by then.
     void run(QProgressBar& bar, const Job& job);
-    void tellFailure(const common::RunTimeError& failure, const QString& file, const Texts& texts);
+    void tellFailure(const common::RunTimeError& failure, const QStringList& folders, const Texts& texts);
     void tell(const QString& text, const QString& title);
 
     platform::Services m_services;

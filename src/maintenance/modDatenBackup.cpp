@@ -27,7 +27,7 @@ void compactMain(const platform::Progress& progress) {
         progress(45, 100);
         hold.replaceWith(clean);
     } catch (...) {
-        QFile::remove(clean);
+        maintenance::removeLeftover(clean);
         throw;
     }
     progress(60, 100);
@@ -53,7 +53,8 @@ QString Refusal(const QString& path) {
     // A log of the former file would be taken for the new one's.
     for (const char16_t* log : {u"-wal", u"-journal"})
         if (QFileInfo(path + QString::fromUtf16(log)).size() > 0)
-            return u"Die Datei \"%1\" ist noch in einem anderen Programm geöffnet."_s.arg(target.fileName());
+            return u"Die Datei \"%1\" ist noch in einem anderen Programm geöffnet oder wurde nicht richtig geschlossen."_s
+                .arg(target.fileName());
     return {};
 }
 

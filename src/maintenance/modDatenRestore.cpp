@@ -4,12 +4,13 @@
 #include "maintenance/CheckedCopy.h"
 #include "maintenance/WorkApart.h"
 #include "maintenance/modTagessicherung.h"
+#include "orders/OrderDraft.h"
 #include "store/MainCopies.h"
 #include "store/Recordset.h"
 #include "store/SchemaSteps.h"
 #include "store/SoleHold.h"
 #include "store/StoreGlobals.h"
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -20,25 +21,64 @@ namespace {
 
 /// Of the copy that becomes the working database: the backup may be an older program's.
 void bringUpToDate(const QString& file) {
+    const QString connection = store::backupConnectionString(file);
+    bool isChanged = false;
     store::Connection copy;
-    copy.Open(store::backupConnectionString(file));
-    store::BringUpToDate(copy);
+    copy.Open(connection);
+    store::BringUpToDate(copy, [&] { isChanged = true; });
     copy.Close();
+    // A log beside it would stay behind under its present name.
+    store::SoleHold{connection};
+    if (isChanged)
+        maintenance::checkCopy(file, platform::unwatched);
 }
 
-/// A database that is damaged is kept as it is: it is why somebody restores.
+bool canBeRead(const QString& path) {
+    QFile file(path);
+    bool isRead = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    for (qint64 left = file.size(); isRead && left > 0;) {
+        const qsizetype taken = file.read(1 << 20).size();
+        isRead = taken > 0;
+        left -= taken;
+    }
+    return isRead;
+}
+
+/// A database that is damaged is kept as it is. False where its disk does not give it back any more: that is
+/// why somebody restores.
+bool copyDamaged(const QString& target, const platform::Progress& progress) {
+    maintenance::removeLeftover(target);
+    try {
+        common::copyFile(maintenance::mainFile(), target, progress);
+        return true;
+    } catch (const common::RunTimeError& error) {
+        if (error.number() != common::kPlatformFailure || canBeRead(maintenance::mainFile()))
+            throw;
+        qWarning("The present database cannot be kept: %s", error.what());
+        return false;
+    }
+}
+
+bool isOfTarget(const common::RunTimeError& error) {
+    return error.number() == common::kDiskFull || error.number() == common::kNotWritable ||
+           error.number() == common::kPlatformFailure || error.number() == common::kFileNotFound;
+}
+
 void keepPresent(store::SoleHold& hold, const QString& backup, const platform::Progress& progress) {
     const QString kept = modTagessicherung::NewNameBeforeRestore();
-    const QString unfinished = kept + modTagessicherung::kUnfinished;
+    const QString unfinished = kept + maintenance::kUnfinished;
     maintenance::removeLeftover(unfinished);
     try {
         hold.CompactDatabase(store::backupConnectionString(unfinished), stretch(progress, 0, 80));
         maintenance::checkCopy(unfinished, stretch(progress, 80, 100));
     } catch (const common::RunTimeError& damage) {
-        if (damage.number() != common::kStoreFailure)
+        if (isOfTarget(damage))
             throw;
-        maintenance::removeLeftover(unfinished);
-        common::copyFile(maintenance::mainFile(), unfinished, progress);
+        qWarning("The present database is kept as it is: %s", damage.what());
+        const bool isKept = copyDamaged(unfinished, progress);
+        hold.renew();
+        if (!isKept)
+            return;
     }
     modTagessicherung::PutInPlace(kept, backup);
 }
@@ -49,8 +89,7 @@ QString Refusal(const QString& path) {
     if (maintenance::isOwnDataFile(path))
         return u"Die Datei \"%1\" gehört zu den Daten, mit denen Tavolino arbeitet. Wählen Sie ein Backup."_s
             .arg(QFileInfo(path).fileName());
-    // Where the present database goes first.
-    return modTagessicherung::FolderProblem();
+    return {};
 }
 
 void ProbeBackup(const QString& path) {
@@ -75,9 +114,11 @@ void RestoreBackup(const QString& path, const platform::Progress& progress) {
         keepPresent(hold, path, stretch(progress, 45, 95));
         hold.replaceWith(coming);
     } catch (...) {
-        QFile::remove(coming);
+        maintenance::removeLeftover(coming);
         throw;
     }
+    // Their customers' numbers are the former database's.
+    orders::OrderDraft::forgetAll(orders::OrderDraft::defaultFile());
     progress(100, 100);
 }
 

@@ -11,8 +11,8 @@ QString Refusal(const QString& path);
 /// missing, a wrong password, a newer schema.
 void ProbeBackup(const QString& path);
 /// With the databases closed. Works long and touches nothing but files, so that it may run in any thread. The
-/// present database stays as a checked copy among the daily ones. Throws common::RunTimeError; at every
-/// instant the working database is whole, the present one or the restored one.
+/// present database stays as a checked copy among the daily ones; orders that were begun do not. Throws
+/// common::RunTimeError; at every instant the working database is whole, the present one or the restored one.
 void RestoreBackup(const QString& path, const platform::Progress& progress);
 
 } // namespace modDatenRestore

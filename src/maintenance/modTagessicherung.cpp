@@ -22,8 +22,6 @@ using maintenance::stretch;
 
 namespace modTagessicherung {
 
-const QString kUnfinished = u".unfertig"_s;
-
 namespace {
 
 constexpr int kDays = 14;
@@ -44,21 +42,29 @@ void requireFolder() {
 }
 
 /// A copy that fills the disk would keep an order from being booked.
-void requireRoom() {
-    const QStorageInfo disk(Folder());
+void requireRoom(const QString& folder) {
+    const QStorageInfo disk(folder);
     const qint64 size = QFileInfo(maintenance::mainFile()).size();
     if (disk.isValid() && disk.bytesAvailable() < size + size / 4 + 50'000'000)
         throw common::RunTimeError(common::kDiskFull,
                                    u"Auf dem Datenträger ist zu wenig Platz für eine Tagessicherung."_s,
-                                   QDir::toNativeSeparators(Folder()));
+                                   QDir::toNativeSeparators(folder));
 }
 
 /// A run that was cut off leaves one behind.
-void removeUnfinished() {
-    const QDir folder(Folder());
+void removeUnfinished(const QDir& folder) {
     for (const QString& kind : {kDaily, kReplaced, kChanged})
-        for (const QString& name : folder.entryList({kind + u"*.mdb"_s + kUnfinished}, QDir::Files))
-            QFile::remove(folder.filePath(name));
+        for (const QString& name :
+             folder.entryList({kind + u"*.mdb"_s + maintenance::kUnfinished}, QDir::Files))
+            maintenance::removeLeftover(folder.filePath(name));
+}
+
+/// What stands in the way of a day's copy is no reason to go without one before a change.
+QString folderBeforeChange() {
+    if (FolderProblem().isEmpty())
+        return Folder();
+    QDir().mkpath(defaultFolder());
+    return defaultFolder();
 }
 
 /// What is written goes to the disk as it comes: all at once it would keep a booking waiting.
@@ -85,11 +91,6 @@ Copy copyOf(const QFileInfo& file) {
     return {file.filePath(), timeBehind(kChanged, kMoment), Occasion::Update};
 }
 
-bool isOfLastMonths(QDate date, QDate today) {
-    const int months = (today.year() - date.year()) * 12 + today.month() - date.month();
-    return months < kMonths;
-}
-
 void deleteSuperfluous(const QString& spared = {}) {
     for (const Copy& copy : Superfluous(Copies(), Today()))
         if (QFileInfo(copy.file) != QFileInfo(spared))
@@ -100,19 +101,18 @@ QString now() {
     return common::formatDate(common::clock::now(), u"YYYY-MM-DD_HHMMSS");
 }
 
-void makeCopy(const QString& name, const platform::Progress& progress) {
-    requireFolder();
-    removeUnfinished();
-    requireRoom();
-    const QString file = Folder() + u'/' + name + u".mdb"_s;
-    const QString unfinished = file + kUnfinished;
+void makeCopy(const QString& folder, const QString& name, const platform::Progress& progress) {
+    removeUnfinished(folder);
+    requireRoom(folder);
+    const QString file = folder + u'/' + name + u".mdb"_s;
+    const QString unfinished = file + maintenance::kUnfinished;
     try {
         store::CompactDatabase(store::mainConnectionString(), store::backupConnectionString(unfinished),
                                bitByBit(unfinished, stretch(progress, 0, 70)));
         maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
         PutInPlace(file);
     } catch (...) {
-        QFile::remove(unfinished);
+        maintenance::removeLeftover(unfinished);
         throw;
     }
 }
@@ -150,27 +150,37 @@ QString FolderProblem() {
 
 QList<Copy> Copies() {
     QList<Copy> copies;
-    for (const QFileInfo& file : QDir(Folder()).entryInfoList({u"*.mdb"_s}, QDir::Files))
-        if (const Copy copy = copyOf(file); copy.time.isValid())
-            copies.append(copy);
+    for (const QString& folder : QSet{Folder(), defaultFolder()})
+        for (const QFileInfo& file : QDir(folder).entryInfoList({u"*.mdb"_s}, QDir::Files))
+            if (const Copy copy = copyOf(file);
+                copy.time.isValid() && (folder == Folder() || copy.occasion != Occasion::Day))
+                copies.append(copy);
     std::sort(copies.begin(), copies.end(), [](const Copy& a, const Copy& b) { return a.time > b.time; });
     return copies;
 }
 
-QList<Copy> Superfluous(const QList<Copy>& copies, QDate today) {
+QList<Copy> Superfluous(QList<Copy> copies, QDate today) {
+    const auto isPast = [today](const Copy& copy) { return copy.time.date() <= today.addDays(1); };
+    const auto isDaily = [](const Copy& copy) { return copy.occasion == Occasion::Day; };
+    const auto ahead = std::stable_partition(copies.begin(), copies.end(), isPast);
+    // The clock is behind now, or it was ahead once: it is trusted after two weeks.
+    if (ahead != copies.end() && std::count_if(copies.begin(), ahead, isDaily) < kDays)
+        return {};
     QList<Copy> gone;
     QSet<QPair<int, int>> months;
     QHash<Occasion, int> others;
+    int days = 0;
     for (const Copy& copy : copies) {
-        const QDate date = copy.time.date();
-        if (copy.occasion != Occasion::Day) {
+        if (!isDaily(copy)) {
             if (++others[copy.occasion] > kOfAnOccasion)
                 gone.append(copy);
             continue;
         }
-        const bool isNewestOfMonth = !months.contains({date.year(), date.month()});
-        months.insert({date.year(), date.month()});
-        if (date.daysTo(today) >= kDays && !(isNewestOfMonth && isOfLastMonths(date, today)))
+        const QPair<int, int> month{copy.time.date().year(), copy.time.date().month()};
+        const bool isNewestOfMonth = months.size() < kMonths && !months.contains(month);
+        if (isNewestOfMonth)
+            months.insert(month);
+        if (++days > kDays && !isNewestOfMonth)
             gone.append(copy);
     }
     return gone;
@@ -188,21 +198,22 @@ bool IsDue(QDate today) {
 }
 
 void MakeCopy(QDate today, const platform::Progress& progress) {
-    makeCopy(kDaily + today.toString(u"yyyy-MM-dd"_s), progress);
+    requireFolder();
+    makeCopy(Folder(), kDaily + today.toString(u"yyyy-MM-dd"_s), progress);
 }
 
 void MakeCopyBeforeUpdate(const platform::Progress& progress) {
-    makeCopy(kChanged + now(), progress);
+    makeCopy(folderBeforeChange(), kChanged + now(), progress);
 }
 
 QString NewNameBeforeRestore() {
-    requireFolder();
-    removeUnfinished();
-    return Folder() + u'/' + kReplaced + now() + u".mdb"_s;
+    const QString folder = folderBeforeChange();
+    removeUnfinished(folder);
+    return folder + u'/' + kReplaced + now() + u".mdb"_s;
 }
 
 void PutInPlace(const QString& file, const QString& spared) {
-    if (const std::error_code error = common::replaceFile(file, file + kUnfinished))
+    if (const std::error_code error = common::replaceFile(file, file + maintenance::kUnfinished))
         common::throwFileError(error, file);
     deleteSuperfluous(spared);
 }

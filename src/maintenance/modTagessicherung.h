@@ -7,9 +7,6 @@
 /// A copy of the main database for each day on which the program ran, and before it is replaced or changed.
 namespace modTagessicherung {
 
-/// Behind the name of a file that is not whole yet.
-extern const QString kUnfinished;
-
 /// What tavolino.ini says about it.
 struct Settings {
     /// Where the copies go; "" for Data/Sicherungen.
@@ -36,11 +33,13 @@ struct Copy {
     Occasion occasion = Occasion::Day;
 };
 
-/// The whole copies in the folder, the newest first. Other files do not count.
+/// The whole copies in the folder, the newest first; those made before a change also of Data/Sicherungen,
+/// where they go while the folder is away. Other files do not count.
 QList<Copy> Copies();
-/// Those that nobody needs any more on that day: the last 14 days stay, the newest one of each of the last 12
-/// months, and the last three of each other occasion.
-QList<Copy> Superfluous(const QList<Copy>& copies, QDate today);
+/// Those that nobody needs any more: the newest 14 stay, the newest one of each of the last 12 months that
+/// have any, and the last three of each other occasion. A clock that was set wrong takes none away: those of
+/// days to come count as the oldest, and nothing goes before 14 others stand beside them.
+QList<Copy> Superfluous(QList<Copy> copies, QDate today);
 
 QDate Today();
 /// Whether the day has none yet.
@@ -53,10 +52,10 @@ void MakeCopy(QDate today, const platform::Progress& progress);
 /// The same before the schema is changed.
 void MakeCopyBeforeUpdate(const platform::Progress& progress);
 
-/// A file's name for the database that a restore is about to replace; the folder is there then.
+/// A file's name for the database that a restore is about to replace; its folder is there then.
 QString NewNameBeforeRestore();
-/// Gives the finished file, kUnfinished behind its name so far, its name, and deletes what is superfluous but
-/// `spared`.
+/// Gives the finished file, maintenance::kUnfinished behind its name so far, its name, and deletes what is
+/// superfluous but `spared`.
 void PutInPlace(const QString& file, const QString& spared = {});
 
 } // namespace modTagessicherung

@@ -327,6 +327,12 @@ bool OrderDraft::takeBack() {
     return found;
 }
 
+void OrderDraft::forgetAll(const QString& file) {
+    removeUnfinished(file);
+    for (const QString& kept : {file, file + kGivenUp, file + kTakenBack, file + kAside})
+        QFile::remove(kept);
+}
+
 OrderDraft::Found OrderDraft::look(const QString& file) {
     removeUnfinished(file);
     finishTakingBack(file);

@@ -70,6 +70,8 @@ class OrderDraft : public QObject {
     /// Brings the cells back. False when there is nothing to bring back.
     static bool restore(const QString& file, WorkingOrder& order);
     static void decline(const QString& file);
+    /// Whatever is kept of any order goes.
+    static void forgetAll(const QString& file);
 
   Q_SIGNALS:
     /// The order is not kept any more from here on (the last whole draft stays), or is kept again. Told once

@@ -4,19 +4,23 @@
 #include "common/OwnerFile.h"
 #include <QFile>
 #include <QFileInfo>
+#include <atomic>
+#include <mutex>
 
 namespace shell {
 namespace {
 
-LogFile* captured = nullptr;
+std::atomic<LogFile*> captured = nullptr;
 QtMessageHandler former = nullptr;
 
 void toLog(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    static thread_local bool isWriting = false;
     // What the log itself causes must not come back to it.
-    if (LogFile* log = std::exchange(captured, nullptr)) {
+    if (LogFile* log = captured; log && !isWriting) {
+        isWriting = true;
         if (type != QtDebugMsg && type != QtInfoMsg)
             log->write(QStringLiteral("Qt"), text);
-        captured = log;
+        isWriting = false;
     }
     if (former)
         former(type, context, text);
@@ -25,6 +29,9 @@ void toLog(QtMsgType type, const QMessageLogContext& context, const QString& tex
 } // namespace
 
 void LogFile::write(const QString& kind, const QString& text) {
+    // The day's copy has a thread of its own.
+    static std::recursive_mutex oneAtATime;
+    const std::lock_guard lock(oneAtATime);
     if (QFileInfo(m_path).size() >= kLimit) {
         QFile::remove(m_path + QStringLiteral(".1"));
         QFile::rename(m_path, m_path + QStringLiteral(".1"));

@@ -11,6 +11,11 @@ SoleHold::SoleHold(const QString& connectionString) {
     const ConnectionString parts = ConnectionString::parse(connectionString);
     m_path = parts.path;
     m_password = parts.password;
+    renew();
+}
+
+void SoleHold::renew() {
+    m_engine.reset();
     m_engine = std::make_unique<SqliteEngine>(m_path, m_password);
     m_engine->holdAlone();
 }

@@ -77,6 +77,13 @@ struct Reset {
     ~Reset() { statement.tryReset(); }
 };
 
+/// While it waited for a sole holder, another file has taken its place.
+bool hasMoved(sqlite3* handle) {
+    int moved = 0;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
 ColumnType declaredType(const QString& text) {
     const QString type = text.toUpper();
     if (type == u"YESNO")
@@ -115,9 +122,11 @@ void SqliteEngine::openToWork(const QString& password) {
     // A database of an earlier program may be open to others still.
     for (const char16_t* suffix : {u"", u"-wal", u"-shm"})
         common::keepForOwner(m_path + QString::fromUtf16(suffix));
-    m_database = std::make_unique<SQLite::Database>(m_path.toStdString(), SQLite::OPEN_READWRITE, 5000);
-    registerFunctions(m_database->getHandle());
-    checkFile(password);
+    do {
+        m_database = std::make_unique<SQLite::Database>(m_path.toStdString(), SQLite::OPEN_READWRITE, 5000);
+        registerFunctions(m_database->getHandle());
+        checkFile(password);
+    } while (hasMoved(handle()));
     m_database->exec("PRAGMA journal_mode = WAL");
     m_database->exec("PRAGMA synchronous = FULL");
 }

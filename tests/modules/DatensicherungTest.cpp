@@ -168,7 +168,7 @@ TEST_F(Datensicherung, APathThatCannotTakeABackupIsRefusedBeforeAnythingCloses) 
     QFile::link(maintenance::mainFile(), firm.folder() + u"/link.mdb"_s);
     for (const QString& path :
          {maintenance::mainFile(), firm.folder() + u"/Data/../Data/DBTavolinoPhone.mdb"_s,
-          firm.folder() + u"/link.mdb"_s, data(u"DBOnlineShop.mdb"_s)}) {
+          firm.folder() + u"/link.mdb"_s, data(u"DBOnlineShop.mdb"_s), data(u"DBTavolino_NEU.mdb"_s)}) {
         EXPECT_TRUE(modDatenBackup::Refusal(path).contains(u"mit denen Tavolino arbeitet"_s))
             << path.toStdString();
         EXPECT_FALSE(modDatenRestore::Refusal(path).isEmpty());
@@ -219,7 +219,14 @@ TEST_F(Datensicherung, ADamagedDatabaseIsKeptAsItIsAndABackupTakesItsPlace) {
     store::CloseDatabases();
     backUp();
     damage();
+    // Its disk is away: the copy goes to the program's own.
+    write(firm.folder() + u"/tavolino.ini"_s, "[Sicherung]\nOrdner=/gibt/es/nicht\n");
+    const QStringList drafts = {data(u"Auftrag.entwurf"_s), data(u"Auftrag.entwurf.verworfen"_s)};
+    for (const QString& draft : drafts)
+        write(draft, "an order of the former database's customer");
     restore();
+    EXPECT_EQ(files(data({}), u"Auftrag*"_s), QStringList());
+    EXPECT_EQ(files(data({}), u"DBTavolino_NEU*"_s), QStringList());
     store::OpenDatabases();
     EXPECT_EQ(kuriere(u"ALT"_s), 1);
     ASSERT_EQ(modTagessicherung::Copies().size(), 1);
@@ -273,6 +280,27 @@ TEST_F(Datensicherung, ADayHasOneCopyAndTheOldOnesGo) {
     EXPECT_FALSE(QFile::permissions(today) & (QFile::ReadGroup | QFile::ReadOther));
     modDatenRestore::ProbeBackup(today);
     maintenance::checkCopy(today, platform::unwatched);
+}
+
+TEST_F(Datensicherung, AClockThatIsWrongTakesNoCopyAway) {
+    using modTagessicherung::Copy;
+    QList<Copy> copies;
+    for (int days = 0; days < 30; ++days)
+        copies << Copy{QString::number(days), kDay.addDays(-days).startOfDay()};
+    const Copy late{u"late"_s, kDay.addYears(9).startOfDay()};
+    const QList<Copy> beside = QList<Copy>{late} + copies;
+    const auto goes = [](const QList<Copy>& all, QDate today) {
+        QStringList files;
+        for (const Copy& copy : modTagessicherung::Superfluous(all, today))
+            files << copy.file;
+        return files;
+    };
+    const QStringList superfluous = goes(copies, kDay);
+    EXPECT_EQ(superfluous.size(), 15) << "but 14 and the newest of April";
+    EXPECT_EQ(goes(beside, late.time.date()).size(), 16) << "it was ahead";
+    EXPECT_EQ(goes(beside.mid(0, 14), kDay), QStringList()) << "is it behind?";
+    EXPECT_EQ(goes(copies, kDay.addYears(-9)), QStringList());
+    EXPECT_EQ(goes(beside, kDay), superfluous) << "it is right again";
 }
 
 TEST_F(Datensicherung, ACopyThatFailsOrIsGivenUpLeavesTheOthers) {

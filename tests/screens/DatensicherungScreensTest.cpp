@@ -146,7 +146,8 @@ TEST_F(DatensicherungScreens, WhatFailsIsToldWithItsCause) {
     EXPECT_TRUE(said().value(0).startsWith(
         u"Backup erstellen - Daten sichern...: Das Backup konnte nicht erstellt werden.\nDie Datei"_s));
     EXPECT_EQ(ended, QList<int>{0});
-    EXPECT_EQ(maintenance::causeOf({common::kNotWritable, u"x"_s}, backup), QString()) << "refused rights";
+    EXPECT_EQ(maintenance::causeOf({common::kNotWritable, u"x"_s}, {folder.path()}), QString())
+        << "refused rights";
 }
 
 TEST_F(DatensicherungScreens, TheOrderOnTheScreenIsOfferedByTheNextStart) {

@@ -19,7 +19,7 @@ void frmDatensicherung::hideAtFirst(QProgressBar& bar) {
     bar.hide();
 }
 
-bool frmDatensicherung::closeOthers() {
+bool frmDatensicherung::UnloadAllMDIForms() {
     if (m_services.navigation.closeScreensBut(objectName()))
         return true;
     tell(tr("Ein anderes Fenster beendet noch seine Arbeit, zum Beispiel eine Übertragung zum Online Shop. "
@@ -35,7 +35,7 @@ void frmDatensicherung::run(QProgressBar& bar, const Job& job) {
     if (job.keepsOrder)
         keeping.emplace();
     try {
-        if (!closeOthers()) {
+        if (!UnloadAllMDIForms()) {
             if (keeping)
                 keeping->giveUp();
             return bar.hide();

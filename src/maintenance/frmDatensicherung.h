@@ -42,5 +42,6 @@ class frmDatensicherung : public QWidget {
     platform::Services m_services;
 
   private:
-    bool closeOthers();
+    /// All screens but this one. False, which it tells, where one has something to bring to its end first.
+    bool UnloadAllMDIForms();
 };

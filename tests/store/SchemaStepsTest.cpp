@@ -8,6 +8,7 @@
 #include "support/TestFirm.h"
 #include <QDir>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 using test::TestFirm;
@@ -64,9 +65,13 @@ TEST_F(SchemaSteps, LeadFromTheFirstSchemaToTodays) {
     for (const char* madeLater : {"", kMadeByLaterPrograms}) {
         open(madeLater);
         ASSERT_NE(schemaOf(m_old), today);
-        int copies = 0;
+        int copies = 0, commits = 0;
+        sqlite3_commit_hook(
+            dynamic_cast<store::SqliteEngine&>(m_old.engine()).handle(),
+            [](void* count) { return 0 * ++*static_cast<int*>(count); }, &commits);
         for (int start = 0; start < 2; ++start)
             store::BringUpToDate(m_old, [&] { ++copies; });
+        EXPECT_EQ(commits, 1) << "the version with the steps, or neither";
         EXPECT_EQ(copies, 1) << "one before the steps, none where there are none";
         EXPECT_EQ(schemaOf(m_old), today) << madeLater;
         EXPECT_EQ(TestFirm::value(u"SELECT txt_Buchungstext FROM view_Auswertungen_Buchungsjournal"_s, m_old),

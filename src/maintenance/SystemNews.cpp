@@ -8,6 +8,8 @@ namespace {
 
 /// Serials end with the year 9999.
 constexpr qint64 kDays = 2'958'466;
+/// Longer ones would hold the screen that shows them.
+constexpr qsizetype kMostOfAMessage = 10'000;
 
 enum class End { First, Last };
 
@@ -60,7 +62,7 @@ SystemNews readSystemNews(const QString& answer) {
     const auto text = valueOf(answer, kText, End::Last);
     if (text && numberOf(head, kStatus, 2) == 1) {
         news.SystemMessageStatus = 1;
-        news.SystemMessageText = *text;
+        news.SystemMessageText = text->left(kMostOfAMessage);
     }
     return news;
 }

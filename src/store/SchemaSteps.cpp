@@ -66,9 +66,10 @@ void SqliteEngine::takeSchemaSteps(const std::function<void()>& waiting) {
         begin();
         try {
             // Another process may have been faster.
-            for (int version = schemaVersion(); version < kSchemaVersion; ++version)
+            for (int version = schemaVersion(); version < kSchemaVersion; ++version) {
                 runScript(kSteps[version - 1]);
-            runScript(("PRAGMA user_version = " + std::to_string(kSchemaVersion)).c_str());
+                runScript(("PRAGMA user_version = " + std::to_string(version + 1)).c_str());
+            }
             commit();
         } catch (...) {
             if (inTransaction())

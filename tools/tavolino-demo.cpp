@@ -152,9 +152,11 @@ class Demo {
                   u"ORDER BY lng_ID"_s);
         const QString product = value(
             u"SELECT TOP 1 lng_ID FROM tbl_Verwaltung_Produkte WHERE flag_Status = 0 ORDER BY lng_ID"_s);
+        // Its shop counts from 1 each time: the moment tells it from the order of an earlier run.
         const QString json =
             u"{\"NAME\": \"Demo\", \"PLZORT\": \"8000 Zürich\", \"TELEFON\": \"%1\", \"TOTAL\": 1, "
-            u"\"ZEILEN\": [{\"ISPRODUKT\": 1, \"PRODUKTID\": %2, \"ANZAHL\": 2}]}"_s.arg(phone, product);
+            u"\"VERSANDZEIT\": \"%3\", \"ZEILEN\": [{\"ISPRODUKT\": 1, \"PRODUKTID\": %2, \"ANZAHL\": 2}]}"_s
+                .arg(phone, product, QDateTime::currentDateTime().toString(u"d.M.yyyy, HH:mm:ss"_s));
         if (shop.addOrder(json.toUtf8()) == 0)
             giveUp(u"the shop refused the order"_s);
         m_application.mainWindow().InternetLinkTimer_Timer();

@@ -343,4 +343,9 @@ Translated translate(const QString& sql, const QSet<QString>& yesNoColumns, bool
     return Translator(sql, yesNoColumns, keyed).run();
 }
 
+QString quotedName(const QString& name) {
+    return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+           QLatin1Char('"');
+}
+
 } // namespace store

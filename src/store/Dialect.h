@@ -56,4 +56,7 @@ struct Translated {
 /// `yesNoColumns` holds the names in lower case. With `keyed` the row key comes as a further hidden column.
 Translated translate(const QString& sql, const QSet<QString>& yesNoColumns, bool keyed = false);
 
+/// A name of the schema as the engine reads it, whatever stands in it.
+QString quotedName(const QString& name);
+
 } // namespace store

@@ -59,21 +59,17 @@ class Word {
 
 /// A table of the file and how many rows it may have, which is how long its check takes.
 struct Part {
-    std::string table;
+    std::string table; ///< in quotes
     qint64 rows = 0;
 };
 
-std::string inQuotes(const std::string& name) {
-    return u"\"%1\""_s.arg(QString::fromStdString(name).replace(u'"', u"\"\""_s)).toStdString();
-}
-
 std::vector<Part> partsOf(SQLite::Database& database) {
-    std::vector<Part> parts{{"sqlite_schema", 1}};
+    std::vector<Part> parts{{"\"sqlite_schema\"", 1}};
     SQLite::Statement names(database, "SELECT name FROM sqlite_schema WHERE type = 'table'");
     while (names.executeStep())
-        parts.push_back({names.getColumn(0).getText(), 1});
+        parts.push_back({quotedName(QString::fromUtf8(names.getColumn(0).getText())).toStdString(), 1});
     for (Part& part : parts)
-        part.rows += database.execAndGet("SELECT max(rowid) FROM " + inQuotes(part.table)).getInt64();
+        part.rows += database.execAndGet("SELECT max(rowid) FROM " + part.table).getInt64();
     return parts;
 }
 
@@ -127,7 +123,7 @@ void SqliteEngine::checkIntegrity(Depth depth, const Progress& progress) {
             total += part.rows;
         for (const Part& part : parts) {
             word();
-            check(inQuotes(part.table));
+            check(part.table);
             done += part.rows;
         }
     });

@@ -49,10 +49,6 @@ void registerFunctions(sqlite3* handle) {
     sqlite3_create_function(handle, "like", 3, flags, nullptr, like, nullptr, nullptr);
 }
 
-QString quotedName(const QString& name) {
-    return u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
-}
-
 QString insertSql(const QString& table, const std::vector<Column>& columns) {
     if (columns.empty())
         return u"INSERT INTO "_s + quotedName(table) + u" DEFAULT VALUES"_s;

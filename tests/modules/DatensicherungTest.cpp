@@ -10,12 +10,15 @@
 #include "store/SqliteEngine.h"
 #include "support/FirstSchema.h"
 #include "support/FullDisk.h"
+#include "support/Outcome.h"
 #include "support/TestFirm.h"
 #include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using test::bytes;
+using test::errorOf;
 using test::TestFirm;
 
 namespace {
@@ -50,20 +53,6 @@ class Datensicherung : public testing::Test {
                    u"SELECT Count(*) AS N FROM tbl_Verwaltung_Kuriere WHERE txt_Kurzzeichen = '%1'"_s.arg(
                        name))
             .toInt();
-    }
-
-    static int errorOf(const std::function<void()>& act) {
-        try {
-            act();
-        } catch (const common::RunTimeError& error) {
-            return error.number();
-        }
-        return 0;
-    }
-
-    static QByteArray bytes(const QString& file) {
-        QFile open(file);
-        return open.open(QIODevice::ReadOnly) ? open.readAll() : QByteArray();
     }
 
     static void write(const QString& file, const QByteArray& text) {

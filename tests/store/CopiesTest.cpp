@@ -7,6 +7,7 @@
 #include "store/SoleHold.h"
 #include "store/SqliteEngine.h"
 #include "support/FullDisk.h"
+#include "support/Outcome.h"
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,6 +15,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using test::bytes;
+using test::errorOf;
 
 namespace {
 
@@ -37,20 +40,6 @@ class Copies : public testing::Test {
     }
 
     void check(const QString& file) const { store::CheckDatabase(file, u"geheim"_s, {u"tbl_Dinge"_s}); }
-
-    static int errorOf(const std::function<void()>& act) {
-        try {
-            act();
-        } catch (const common::RunTimeError& error) {
-            return error.number();
-        }
-        return 0;
-    }
-
-    static QByteArray bytes(const QString& file) {
-        QFile open(file);
-        return open.open(QIODevice::ReadOnly) ? open.readAll() : QByteArray();
-    }
 
     QStringList files() const { return QDir(folder.path()).entryList(QDir::Files, QDir::Name); }
 

@@ -62,3 +62,6 @@ CREATE UNIQUE INDEX idx_WebShop_Verbucht_Bestellung ON tbl_WebShop_Bestellungen_
     (lng_TrxNr, flag_Vorbestellung);
 
 CREATE INDEX idx_PLZ ON tbl_PLZ_Verzeichnis (lng_PLZ, txt_Ort, txt_Land);
+
+CREATE UNIQUE INDEX idx_Stationen_Pacht ON tbl_Stationen_Pacht (txt_Aufgabe);
+CREATE UNIQUE INDEX idx_Stationen_Neues ON tbl_Stationen_Neues (txt_Thema);

@@ -308,3 +308,20 @@ CREATE TABLE tbl_WebShop_Bestellungen_Verbucht (
     dbl_VerbuchtNow    DOUBLE,
     txt_Merkmal        TEXT
 );
+
+-- Which station does what only one may do, until when. The identity is that of one run of a program. The time is that of
+-- the store's clock.
+CREATE TABLE tbl_Stationen_Pacht (
+    lng_ID      INTEGER PRIMARY KEY AUTOINCREMENT,
+    txt_Aufgabe TEXT COLLATE GERMAN_CI,
+    txt_Kennung TEXT,
+    txt_Station TEXT COLLATE GERMAN_CI,
+    dbl_Bis     DOUBLE
+);
+
+-- Grows with each change of what stations keep in memory, by what it is.
+CREATE TABLE tbl_Stationen_Neues (
+    lng_ID    INTEGER PRIMARY KEY AUTOINCREMENT,
+    txt_Thema TEXT COLLATE GERMAN_CI,
+    lng_Stand INTEGER
+);

@@ -43,6 +43,10 @@ enum RunTimeErrorNumber : int {
     kSchemaTooNew = 4001,
     kPlatformFailure = 4002,
     kOrderDisagrees = 4003,
+    /// No database server answers. What is on the screen stays, and the program goes on in any case.
+    kServerGone = 4004,
+    /// The store has taken the transaction back; done anew it may go through.
+    kTryAgain = 4005,
 };
 
 } // namespace common

@@ -64,10 +64,10 @@ void savePrices(const ArtikelTabellen& tables, qint64 key, const GruppenPreise& 
 }
 
 void deleteArtikel(const ArtikelTabellen& tables, qint64 key) {
-    store::Transaction transaction(ConnMain);
-    store::deleteRow(tables.kopf, key);
-    ConnMain.Execute(u"DELETE"_s + withPrices(tables, key));
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        store::deleteRow(tables.kopf, key);
+        ConnMain.Execute(u"DELETE"_s + withPrices(tables, key));
+    });
 }
 
 QStringList mwstTexts() {

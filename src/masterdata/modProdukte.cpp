@@ -150,18 +150,19 @@ std::optional<Produkt> LoadProdukt(qint64 key) {
 }
 
 void SaveProdukt(const Produkt& produkt, qint64 key) {
-    store::Transaction transaction(ConnMain);
-    const qint64 id = saveHead(produkt, key);
-    masterdata::savePrices(kTables, id, produkt.Artikel.Preise);
-    saveExtras(id, produkt.Extras);
-    // A picture that cannot be copied leaves the product as it was, and a product that cannot be stored its
-    // pictures.
-    const auto pictures = {newPicture(PictureSize::Klein, produkt.BildKlein, id),
-                           newPicture(PictureSize::Gross, produkt.BildGross, id)};
-    transaction.commit();
-    for (const auto& picture : pictures)
-        if (picture)
-            picture->publish();
+    decltype(newPicture(PictureSize::Klein, produkt.BildKlein, key)) klein, gross;
+    store::transact(ConnMain, [&] {
+        const qint64 id = saveHead(produkt, key);
+        masterdata::savePrices(kTables, id, produkt.Artikel.Preise);
+        saveExtras(id, produkt.Extras);
+        // A picture that cannot be copied leaves the product as it was, and a product that cannot be stored
+        // its pictures.
+        klein = newPicture(PictureSize::Klein, produkt.BildKlein, id);
+        gross = newPicture(PictureSize::Gross, produkt.BildGross, id);
+    });
+    for (const auto* picture : {&klein, &gross})
+        if (*picture)
+            (*picture)->publish();
 }
 
 qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie) {

@@ -68,9 +68,8 @@ std::optional<Extra> LoadExtra(qint64 key) {
 }
 
 void SaveExtra(const Extra& extra, qint64 key) {
-    store::Transaction transaction(ConnMain);
-    masterdata::savePrices(kTables, saveHead(extra, key), extra.Artikel.Preise);
-    transaction.commit();
+    store::transact(ConnMain,
+                    [&] { masterdata::savePrices(kTables, saveHead(extra, key), extra.Artikel.Preise); });
 }
 
 qint64 FindExtra(const QString& name, qint64 key) {

@@ -213,19 +213,21 @@ std::optional<double> ReadableSerial(const Value& stored) {
 
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
     requireSound(order);
-    store::Transaction transaction(ConnMain);
-    const std::optional<qint64> known = numberOf(number);
-    if (!known && number.kind != OrderNumber::Kind::Counter)
-        return std::nullopt;
-    // Inside the transaction, so that a booked order is never lost between its deletion and its new writing.
-    if (number.kind == OrderNumber::Kind::Rewrite)
-        removeRows(tables, number.trxNr);
-    const qint64 trxNr = writeHead(order, tables, known);
-    writeLines(order, tables, trxNr);
-    if (order.webBestellung)
-        RememberWebOrder(*order.webBestellung, {trxNr, tables.isPreOrder});
-    MarkFinished(order.Kennung());
-    transaction.commit();
+    std::optional<qint64> trxNr;
+    store::transact(ConnMain, [&] {
+        trxNr = numberOf(number);
+        if (!trxNr && number.kind != OrderNumber::Kind::Counter)
+            return;
+        // Inside the transaction, so that a booked order is never lost between its deletion and its new
+        // writing.
+        if (number.kind == OrderNumber::Kind::Rewrite)
+            removeRows(tables, number.trxNr);
+        trxNr = writeHead(order, tables, trxNr);
+        writeLines(order, tables, *trxNr);
+        if (order.webBestellung)
+            RememberWebOrder(*order.webBestellung, {*trxNr, tables.isPreOrder});
+        MarkFinished(order.Kennung());
+    });
     return trxNr;
 }
 

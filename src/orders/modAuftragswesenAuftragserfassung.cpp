@@ -131,18 +131,19 @@ void UpdateBestellung(const WorkingOrder& order, qint64 trxNr) {
 void DeleteBestellung(qint64 trxNr, const QString& kennung) {
     const QString number = QString::number(trxNr);
     // Together, or a head without amounts would keep lines that count in the turnover.
-    store::Transaction transaction(ConnMain);
-    ConnMain.Execute(
-        QStringLiteral(u"UPDATE tbl_Auftragswesen_Bestellungen_Master SET lng_KundenID = -1, lng_KurierID = "
-                       u"-1, txt_Konditionen = 'gelöscht', dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, "
-                       u"dbl_TotalMitMWSt = 0 WHERE lng_TrxNr = ") +
-        number);
-    ConnMain.Execute(
-        QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ") +
-        number);
-    orders::ForgetWebOrder({trxNr, false});
-    orders::MarkFinished(kennung);
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        ConnMain.Execute(
+            QStringLiteral(
+                u"UPDATE tbl_Auftragswesen_Bestellungen_Master SET lng_KundenID = -1, lng_KurierID = "
+                u"-1, txt_Konditionen = 'gelöscht', dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, "
+                u"dbl_TotalMitMWSt = 0 WHERE lng_TrxNr = ") +
+            number);
+        ConnMain.Execute(
+            QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ") +
+            number);
+        orders::ForgetWebOrder({trxNr, false});
+        orders::MarkFinished(kennung);
+    });
 }
 
 void LoadBestellung(WorkingOrder& order, qint64 trxNr) {

@@ -106,10 +106,10 @@ void writeVat(const SlipVat& vat) {
 }
 
 void writeSlip(const WorkingOrder& order, const QString& werbetext) {
-    store::Transaction together(ConnPrint);
-    writeHead(order, werbetext);
-    writeVat(writeLines(order));
-    together.commit();
+    store::transact(ConnPrint, [&] {
+        writeHead(order, werbetext);
+        writeVat(writeLines(order));
+    });
 }
 
 struct PrinterEntry {
@@ -205,10 +205,10 @@ bool hasPrintedOrder() {
 
 /// Left behind, the rows would be shown as a printed order.
 void emptySlip() {
-    store::Transaction together(ConnPrint);
-    ConnPrint.Execute(QStringLiteral("DELETE * FROM BestellReport"));
-    ConnPrint.Execute(QStringLiteral("DELETE * FROM ZusatzInfo"));
-    together.commit();
+    store::transact(ConnPrint, [&] {
+        ConnPrint.Execute(QStringLiteral("DELETE * FROM BestellReport"));
+        ConnPrint.Execute(QStringLiteral("DELETE * FROM ZusatzInfo"));
+    });
 }
 
 } // namespace

@@ -56,9 +56,7 @@ void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
 
 void DeleteVorbestellung(qint64 trxNr) {
     // Together: a power cut between the two would leave lines that nobody can see or remove any more.
-    store::Transaction transaction(ConnMain);
-    orders::RemoveOrder(orders::PreOrders(), trxNr);
-    transaction.commit();
+    store::transact(ConnMain, [&] { orders::RemoveOrder(orders::PreOrders(), trxNr); });
 }
 
 QString ListeAmTag(qint64 lieferDatum) {

@@ -147,12 +147,12 @@ Tagesabschluss LoadTagesabschluss(const Spanne& spanne, const platform::Progress
 void SetBar(const QString& konditionen, bool bar) {
     const QString word = store::sqlText(konditionen.trimmed());
     const QString flag = QString::number(int(bar));
-    store::Transaction together(ConnMain);
-    if (ConnMain.Execute(u"UPDATE "_s + kBar + u" SET lng_Bar = "_s + flag + u" WHERE txt_Konditionen = "_s +
-                         word) == 0)
-        ConnMain.Execute(u"INSERT INTO "_s + kBar + u"(txt_Konditionen, lng_Bar) VALUES("_s + word + u", "_s +
-                         flag + u')');
-    together.commit();
+    store::transact(ConnMain, [&] {
+        if (ConnMain.Execute(u"UPDATE "_s + kBar + u" SET lng_Bar = "_s + flag +
+                             u" WHERE txt_Konditionen = "_s + word) == 0)
+            ConnMain.Execute(u"INSERT INTO "_s + kBar + u"(txt_Konditionen, lng_Bar) VALUES("_s + word +
+                             u", "_s + flag + u')');
+    });
 }
 
 void FillPrintTagesabschluss(const Tagesabschluss& abschluss, const QString& zeitraum, const QString& ccy) {

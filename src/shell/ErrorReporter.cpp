@@ -11,6 +11,8 @@ namespace {
 struct Story {
     QString sentence;
     QString line;
+    /// A server that is away comes back; the order on the screen waits for it.
+    bool goesOn = false;
 };
 
 QString tr(const char* text) {
@@ -23,7 +25,8 @@ Story storyOf(const std::exception_ptr& error) {
     } catch (const common::RunTimeError& failure) {
         return {failure.sentence(),
                 QStringLiteral("%1 %2 | %3")
-                    .arg(QString::number(failure.number()), failure.sentence(), failure.detail())};
+                    .arg(QString::number(failure.number()), failure.sentence(), failure.detail()),
+                failure.number() == common::kServerGone || failure.number() == common::kTryAgain};
     } catch (const std::exception& failure) {
         return {tr("Ein unerwarteter Fehler ist aufgetreten."), QString::fromUtf8(failure.what())};
     } catch (...) {
@@ -38,7 +41,7 @@ void ErrorReporter::report(common::Origin origin, const std::exception_ptr& erro
     const Story story = storyOf(error);
     m_log.write(user ? QStringLiteral("Fehler") : QStringLiteral("Fehler im Hintergrund"), story.line);
     tell(origin, story.sentence);
-    if (user)
+    if (user && !story.goesOn)
         m_navigation.endProgram(1);
 }
 

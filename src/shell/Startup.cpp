@@ -1,4 +1,5 @@
 #include "shell/Startup.h"
+#include "common/RunTimeError.h"
 #include "desks/OrderDesk.h"
 #include "maintenance/DailyCopy.h"
 #include "maintenance/modHelpStepByStep.h"
@@ -6,6 +7,7 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderDraft.h"
 #include "orders/modBestellNummern.h"
+#include "platform/DatabaseSettings.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "platform/OperatingSystem.h"
@@ -13,6 +15,7 @@
 #include "platform/net/Internet.h"
 #include "shell/frmMDI.h"
 #include "store/SchemaSteps.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <QDir>
@@ -140,6 +143,12 @@ bool Startup::OpenDatabases() {
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     };
+    const auto settings = platform::DatabaseSettings::read(store::appPath() + u"/tavolino.ini"_s);
+    // Orders must not go into the file of this station because a line of the settings is wrong.
+    if (!settings.problem.isEmpty())
+        throw common::RunTimeError(common::kPlatformFailure, settings.problem);
+    store::setServer(settings.server, settings.phoneBookOnServer);
+    store::setStation(settings.station);
     try {
         store::OpenDatabases(saveRegistry, [this](store::Connection& main) { bringUpToDate(main); });
     } catch (const platform::GivenUp&) {

@@ -62,20 +62,21 @@ void putOrder(store::Recordset& rows, shop::TaggedText& answer, QSet<qint64>& se
 } // namespace
 
 qint64 ParseWebShopBestellungen(const QString& text) {
-    shop::TaggedText answer(text, tagsOfOrders());
     QSet<qint64> seen;
-    store::Transaction transaction(ConnMain);
-    ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Master"_s);
-    if (answer.enterFrame()) {
-        store::WriteRecordset rows(RsMain, u"SELECT * FROM tbl_WebShop_Bestellungen_Master WHERE 1 = 1"_s,
-                                   ConnMain);
-        for (; answer.nextRecord(); answer.leaveRecord()) {
-            rows->AddNew();
-            putOrder(*rows, answer, seen);
-            rows->Update();
+    store::transact(ConnMain, [&] {
+        shop::TaggedText answer(text, tagsOfOrders());
+        seen.clear();
+        ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Master"_s);
+        if (answer.enterFrame()) {
+            store::WriteRecordset rows(RsMain, u"SELECT * FROM tbl_WebShop_Bestellungen_Master WHERE 1 = 1"_s,
+                                       ConnMain);
+            for (; answer.nextRecord(); answer.leaveRecord()) {
+                rows->AddNew();
+                putOrder(*rows, answer, seen);
+                rows->Update();
+            }
         }
-    }
-    transaction.commit();
+    });
     return seen.size();
 }
 
@@ -115,10 +116,10 @@ std::optional<Vorbestellung> GleicheVorbestellung(qint64 id) {
 }
 
 void DeleteBestellung(qint64 id) {
-    store::Transaction transaction(ConnMain);
-    store::deleteRow(u"tbl_WebShop_Bestellungen_Master"_s, id);
-    orders::RemoveOrder(orders::PreOrders(), id);
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        store::deleteRow(u"tbl_WebShop_Bestellungen_Master"_s, id);
+        orders::RemoveOrder(orders::PreOrders(), id);
+    });
 }
 
 std::optional<EMailConfo> LoadEMailConfo() {

@@ -232,13 +232,13 @@ void fillDatabase(shop::TransferView& view) {
     showStep(view, u"Datenbank initialisieren....", 0);
     store::Connection shop;
     shop.Open(store::onlineShopConnectionString());
-    store::Transaction together(shop);
-    emptyTables(shop);
-    for (const Step& step : kSteps) {
-        showStep(view, step.status, step.progress);
-        step.fill(shop);
-    }
-    together.commit();
+    store::transact(shop, [&] {
+        emptyTables(shop);
+        for (const Step& step : kSteps) {
+            showStep(view, step.status, step.progress);
+            step.fill(shop);
+        }
+    });
     shop.Close();
 }
 

@@ -71,10 +71,10 @@ Bestellzeiten LoadBestellzeiten() {
 }
 
 void SaveBestellzeiten(const Bestellzeiten& zeiten) {
-    store::Transaction transaction(ConnMain);
-    saveTage(zeiten.tage);
-    saveLieferzeiten(*zeiten.lieferzeiten);
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        saveTage(zeiten.tage);
+        saveLieferzeiten(*zeiten.lieferzeiten);
+    });
 }
 
 } // namespace modOnlineShopSettingsBestellzeiten

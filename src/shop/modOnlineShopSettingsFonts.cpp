@@ -95,11 +95,11 @@ void SaveCorporateIdentity(CorporateIdentity identity) {
     identity.txt_Hintergrundbild = kInForce + extension;
     const QString picture =
         firstOf({kWorkingCopy + extension, kDefault + extension, identity.txt_Hintergrundbild});
-    store::Transaction transaction(ConnMain);
-    write(identity);
-    putInPlace(identity.txt_Hintergrundbild,
-               bytesOf(picture.isEmpty() ? identity.txt_Hintergrundbild : picture));
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        write(identity);
+        putInPlace(identity.txt_Hintergrundbild,
+                   bytesOf(picture.isEmpty() ? identity.txt_Hintergrundbild : picture));
+    });
 }
 
 QString StagePicture(const QString& extension, const QByteArray& picture) {

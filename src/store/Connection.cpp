@@ -3,7 +3,10 @@
 #include "store/ConnectionString.h"
 #include "store/Reader.h"
 #include "store/Recordset.h"
+#include <QRandomGenerator>
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace store {
@@ -68,6 +71,23 @@ void Connection::CommitTrans() {
 
 void Connection::RollbackTrans() {
     engine().rollback();
+}
+
+void transact(Connection& connection, const std::function<void()>& work) {
+    constexpr int kAttempts = 8;
+    constexpr auto kFirstPause = std::chrono::milliseconds(5);
+    for (int attempt = 1;; ++attempt) {
+        try {
+            Transaction transaction(connection);
+            work();
+            return transaction.commit();
+        } catch (const common::RunTimeError& error) {
+            if (error.number() != common::kTryAgain || attempt == kAttempts)
+                throw;
+        }
+        std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(kFirstPause) * (1 << attempt) *
+                                    (0.5 + QRandomGenerator::global()->generateDouble() / 2));
+    }
 }
 
 Transaction::Transaction(Connection& connection) : m_connection(connection) {

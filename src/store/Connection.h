@@ -65,9 +65,13 @@ class Connection {
     std::vector<std::shared_ptr<Reader>> m_readers;
 };
 
-/// The only way to a transaction, and its writer's own: begins at construction, rolls back when the scope is
-/// left before commit(), which nobody else can. No event loop runs meanwhile, so that no other work gets into
-/// it.
+/// Does `work` in one transaction: all of it is written, or none where it throws. Where another writer was in
+/// the way (kTryAgain) it is done anew, some times: it assigns and does not add up, and what else it touches
+/// than the database it touches in a way that can be repeated.
+void transact(Connection& connection, const std::function<void()>& work);
+
+/// One attempt at a transaction, its writer's own: begins at construction, rolls back when the scope is left
+/// before commit(), which nobody else can. No event loop runs meanwhile, so that no other work gets into it.
 class Transaction {
   public:
     explicit Transaction(Connection& connection);

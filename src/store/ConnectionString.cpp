@@ -33,7 +33,44 @@ QStringList partsOf(QString text) {
 
 } // namespace
 
+namespace {
+
+const QString kServerProvider = QStringLiteral("Provider=MariaDB;");
+
+ConnectionString parseServer(const QString& text) {
+    ConnectionString result;
+    const QString mark = QStringLiteral("Password=");
+    const qsizetype password = text.indexOf(mark);
+    result.password = password < 0 ? QString() : text.mid(password + mark.size()).chopped(1);
+    for (const QString& part : text.left(password).split(u';')) {
+        const QString name = part.section(u'=', 0, 0);
+        const QString value = part.section(u'=', 1);
+        if (name == u"Server")
+            result.servers = value.split(u',', Qt::SkipEmptyParts);
+        else if (name == u"Database")
+            result.database = value;
+        else if (name == u"User")
+            result.user = value;
+        else if (name == u"Tls")
+            result.tls = value != u"0";
+        else if (name == u"Ca")
+            result.authority = value;
+    }
+    return result;
+}
+
+} // namespace
+
+QString ConnectionString::serverText() const {
+    return kServerProvider +
+           QStringLiteral("Server=%1;Database=%2;User=%3;Tls=%4;Ca=%5;Password=")
+               .arg(servers.join(u','), database, user, QString::number(int(tls)), authority) +
+           password + u';';
+}
+
 ConnectionString ConnectionString::parse(const QString& text) {
+    if (text.startsWith(kServerProvider))
+        return parseServer(text);
     ConnectionString result;
     for (const QString& part : partsOf(text.trimmed())) {
         const qsizetype equals = part.indexOf(u'=');

@@ -8,7 +8,7 @@ class SqliteEngine;
 
 /// The version of the main database's schema that this program reads and writes; SchemaSteps.h leads there
 /// from an earlier one. Each file keeps its own; one of a newer version is refused when it is opened.
-inline constexpr int kSchemaVersion = 2;
+inline constexpr int kSchemaVersion = 3;
 /// That of the other databases, which have not changed.
 inline constexpr int kFirstSchemaVersion = 1;
 /// Marks a file as one of ours.

@@ -50,6 +50,8 @@ class Engine {
     /// A key for a new row of a table with a counter, reserved for the caller: nobody else gets it, in this
     /// process or another, whether the row is ever written or not.
     virtual qint64 newKey(const QString& table) = 0;
+    /// Begins a transaction that writes: nobody else writes in one meanwhile. Throws kTryAgain, as all up to
+    /// its commit may, where another one was in the way; then it is taken back.
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
@@ -62,6 +64,14 @@ class Engine {
     virtual void takeSchemaSteps(const std::function<void()>& waiting) = 0;
     /// Whether the database may be written at all.
     virtual bool isWritable() const = 0;
+    /// From now on this connection only reads, and a query may last.
+    virtual void onlyRead() = 0;
+    /// Whether other stations may work on the database at the same time.
+    virtual bool isShared() const = 0;
+    /// The time of the store, the same for all stations, as a serial. In a file it is this station's.
+    virtual double now() = 0;
+    /// How often a server was asked and answered; 0 in a file.
+    virtual qint64 roundTrips() const = 0;
 };
 
 struct ConnectionString;

@@ -28,7 +28,7 @@ void Reader::run() {
         try {
             if (!engine) {
                 engine = openEngine(ConnectionString::parse(m_connectionString));
-                engine->execute(u"PRAGMA query_only = ON"_s);
+                engine->onlyRead();
                 const std::lock_guard known(m_mutex);
                 m_engine = engine.get();
             }

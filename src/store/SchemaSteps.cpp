@@ -56,6 +56,25 @@ SELECT b.date_BestellDatum, b.lng_BestellDatum, b.lng_TrxNr,
        (SELECT c.txt_Kurzzeichen FROM tbl_Verwaltung_Kuriere AS c WHERE c.lng_ID = b.lng_KurierID) AS txt_Kurier,
        b.dbl_TotalMitMWSt, b.lng_KurierID
 FROM tbl_Auftragswesen_Bestellungen_Master AS b;
+)",
+    // Several stations on one database.
+    R"(
+CREATE TABLE tbl_Stationen_Pacht (
+    lng_ID      INTEGER PRIMARY KEY AUTOINCREMENT,
+    txt_Aufgabe TEXT COLLATE GERMAN_CI,
+    txt_Kennung TEXT,
+    txt_Station TEXT COLLATE GERMAN_CI,
+    dbl_Bis     DOUBLE
+);
+
+CREATE TABLE tbl_Stationen_Neues (
+    lng_ID    INTEGER PRIMARY KEY AUTOINCREMENT,
+    txt_Thema TEXT COLLATE GERMAN_CI,
+    lng_Stand INTEGER
+);
+
+CREATE UNIQUE INDEX idx_Stationen_Pacht ON tbl_Stationen_Pacht (txt_Aufgabe);
+CREATE UNIQUE INDEX idx_Stationen_Neues ON tbl_Stationen_Neues (txt_Thema);
 )"};
 static_assert(std::size(kSteps) == kSchemaVersion - 1);
 

@@ -1,4 +1,5 @@
 #include "store/SqliteEngine.h"
+#include "common/Clock.h"
 #include "common/OwnerFile.h"
 #include "common/RunTimeError.h"
 #include "store/Collation.h"
@@ -377,6 +378,14 @@ void SqliteEngine::interrupt() {
 
 bool SqliteEngine::isWritable() const {
     return sqlite3_db_readonly(m_database->getHandle(), "main") == 0;
+}
+
+void SqliteEngine::onlyRead() {
+    execute(u"PRAGMA query_only = ON"_s);
+}
+
+double SqliteEngine::now() {
+    return common::clock::now();
 }
 
 void SqliteEngine::runScript(const char* sql) {

@@ -42,6 +42,13 @@ class SqliteEngine : public Engine {
     int schemaVersion() const override;
     void takeSchemaSteps(const std::function<void()>& waiting) override;
     bool isWritable() const override;
+    void onlyRead() override;
+
+    bool isShared() const override { return false; }
+
+    double now() override;
+
+    qint64 roundTrips() const override { return 0; }
 
     /// Runs statements parted by ";" as the engine itself speaks them, for definitions.
     void runScript(const char* sql);

@@ -1,5 +1,6 @@
 #include "store/StoreGlobals.h"
 #include "common/RunTimeError.h"
+#include "store/ConnectionString.h"
 #include "store/SchemaSteps.h"
 
 store::Connection ConnMain;
@@ -24,6 +25,8 @@ const char* const kPhonePassword = "rkvnpf415jomwet269";
 namespace {
 
 QString theAppPath;
+/// Connection strings of a server; "" for the files.
+QString theServer, thePhoneServer;
 
 QString source(const char16_t* file) {
     return u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s + theAppPath + u"\\Data\\"_s +
@@ -49,11 +52,24 @@ const QString& appPath() {
     return theAppPath;
 }
 
+void setServer(const ConnectionString& server, bool withPhoneBook) {
+    theServer = server.isServer() ? server.serverText() : QString();
+    thePhoneServer = withPhoneBook ? theServer : QString();
+}
+
+bool hasServer() {
+    return !theServer.isEmpty();
+}
+
 QString mainConnectionString() {
+    if (hasServer())
+        return theServer;
     return gated(u"DBTavolino.mdb", kMainPassword);
 }
 
 QString phoneConnectionString() {
+    if (!thePhoneServer.isEmpty())
+        return thePhoneServer;
     return gated(u"DBTavolinoPhone.mdb", kPhonePassword);
 }
 

@@ -28,6 +28,14 @@ namespace store {
 void setAppPath(const QString& path);
 const QString& appPath();
 
+struct ConnectionString;
+
+/// Where the main database stands, unless in its file; set once at start. The phone book may stand there too.
+/// The other databases are files of this station.
+void setServer(const ConnectionString& server, bool withPhoneBook);
+/// Whether a server was set.
+bool hasServer();
+
 /// Passwords and connection strings of the four databases, in the form that Connection::Open reads.
 QString mainConnectionString();
 QString phoneConnectionString();

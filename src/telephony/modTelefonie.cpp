@@ -25,13 +25,13 @@ void addCall(const QString& anrufNr) {
 } // namespace
 
 void RecordCall(const QString& anrufNr, int kept) {
-    store::Transaction transaction(ConnMain);
-    addCall(anrufNr);
-    if (kept > 0)
-        ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_AnruferListe WHERE lng_ID <= (SELECT "
-                                        "Max(lng_ID) FROM tbl_Verwaltung_AnruferListe) - ") +
-                         QString::number(kept));
-    transaction.commit();
+    store::transact(ConnMain, [&] {
+        addCall(anrufNr);
+        if (kept > 0)
+            ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_AnruferListe WHERE lng_ID <= (SELECT "
+                                            "Max(lng_ID) FROM tbl_Verwaltung_AnruferListe) - ") +
+                             QString::number(kept));
+    });
 }
 
 void MarkCallTaken(const QString& anrufNr) {

@@ -14,10 +14,10 @@ constexpr int kBlock = 1000;
 
 /// Gives the row behind the block.
 int fillBlock(const QString& insert, const std::function<QStringList(int row)>& values, int from, int to) {
-    store::Transaction together(ConnPrint);
-    for (int row = from; row < to; ++row)
-        ConnPrint.Execute(insert + values(row).join(u',') + u')');
-    together.commit();
+    store::transact(ConnPrint, [&] {
+        for (int row = from; row < to; ++row)
+            ConnPrint.Execute(insert + values(row).join(u',') + u')');
+    });
     return to;
 }
 

@@ -29,19 +29,28 @@ constexpr qint64 kGone = -1;
 KeyedRows::KeyedRows(Engine& engine, const PlainQuery& query, const QString& key) :
     m_engine(&engine), m_query(query), m_key(key), m_order(query.order),
     m_highest(std::numeric_limits<qint64>::max()) {
-    m_columns = engine.query(blockQuery({0}), false)->columns();
-    m_columns.pop_back();
-    for (size_t i = 0; i < m_columns.size(); ++i)
-        if (m_columns[i].name.compare(key, Qt::CaseInsensitive) == 0)
-            m_keyColumn = int(i);
+    takeColumns(*engine.query(blockQuery({0}), false));
     // To count what a condition chooses the store would read it all once more.
     m_firstWillDo = m_query.condition.isEmpty();
     addRows(keysInOrder(engine, m_order));
     m_firstWillDo = m_firstWillDo && m_rows.size() == kFirstKeys;
     if (!m_firstWillDo)
         return;
-    m_total = int(ofTable(u"Count(*)"_s));
-    m_highest = ofTable(u"Max(["_s + key + u"])"_s);
+    const QString from = u" FROM ["_s + m_query.table + u"])"_s;
+    const auto cursor = m_engine->query(u"SELECT (SELECT Count(*)"_s + from + u" AS Anzahl, (SELECT Max(["_s +
+                                            key + u"])"_s + from + u" AS Hoechster"_s,
+                                        false);
+    cursor->next();
+    m_total = int(cursor->value(0).toLong());
+    m_highest = cursor->value(1).toLong();
+}
+
+void KeyedRows::takeColumns(const Cursor& block) {
+    m_columns = block.columns();
+    m_columns.pop_back();
+    for (size_t i = 0; i < m_columns.size(); ++i)
+        if (m_columns[i].name.compare(m_key, Qt::CaseInsensitive) == 0)
+            m_keyColumn = int(i);
 }
 
 /// Without an order the rows come as the engine finds them, which depends on the columns that it needs: they
@@ -65,12 +74,6 @@ QString KeyedRows::blockQuery(const QList<qint64>& keys) const {
         list.append(QString::number(keys[qMin(i, keys.size() - 1)]));
     const QString chosen = u'[' + m_key + u"] IN ("_s + list.join(u',') + u')';
     return PlainQuery{m_query.table, m_query.columns + u", ["_s + m_key + u']', chosen, {}}.sql();
-}
-
-qint64 KeyedRows::ofTable(const QString& aggregate) const {
-    const auto cursor =
-        m_engine->query(u"SELECT "_s + aggregate + u" AS Wert FROM ["_s + m_query.table + u']', false);
-    return cursor->next() ? cursor->value(0).toLong() : 0;
 }
 
 std::vector<qint64> KeyedRows::keysInOrder(Engine& engine, const QString& order) const {
@@ -119,14 +122,18 @@ void KeyedRows::prefetch(int first, int last) {
     last = qMin(last, count() - 1);
     if (last >= int(m_rows.size()))
         readOtherKeys();
-    for (int row = first; row <= last; ++row)
-        if (!holds(row))
-            readBlock(row);
+    while (first <= last && holds(first))
+        ++first;
+    while (last >= first && holds(last))
+        --last;
+    if (first <= last)
+        readBlocks(first, last);
 }
 
-void KeyedRows::readBlock(int row) {
-    const int from = row - row % kBlock;
-    const int to = qMin(from + kBlock, int(m_rows.size()));
+/// With one statement, also where they lie across the bounds of a block.
+void KeyedRows::readBlocks(int first, int last) {
+    const int from = first - first % kBlock;
+    const int to = qMin(last - last % kBlock + kBlock, int(m_rows.size()));
     QHash<qint64, Row*> wanted;
     for (int i = from; i < to; ++i)
         if (!holds(i))

@@ -55,12 +55,12 @@ class KeyedRows : public RowSource {
     QString keyQuery(const QString& order) const;
     /// `keys` is not empty.
     QString blockQuery(const QList<qint64>& keys) const;
-    qint64 ofTable(const QString& aggregate) const;
+    void takeColumns(const Cursor& block);
     void addRows(const std::vector<qint64>& keys);
     void readOtherKeys();
     void sortHeld(const std::vector<qint64>& keys);
-    /// Reads the block that the row is in, but for rows that are in memory.
-    void readBlock(int row);
+    /// Reads the blocks that these rows are in, but for rows that are in memory.
+    void readBlocks(int first, int last);
 
     Engine* m_engine;
     const PlainQuery m_query;

@@ -130,7 +130,7 @@ bool SqliteCursor::next() {
         if (!m_prepared->statement.executeStep())
             return false;
     } catch (const SQLite::Exception& error) {
-        throwStoreError(error, m_engine.m_path, QString::fromUtf8(m_plan->translated.sql));
+        throwStoreError(error, m_engine.m_path, QString::fromUtf8(m_plan->translated.prepared()));
     }
     if (top > 0 && m_delivered >= top && !tiesWithLast())
         return false;

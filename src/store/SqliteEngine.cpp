@@ -180,12 +180,6 @@ void SqliteEngine::schemaChanged() {
     m_planCount = 0;
     m_writers.clear();
     m_columns.clear();
-    m_yesNo.clear();
-    SQLite::Statement names(*m_database,
-                            "SELECT DISTINCT lower(c.name) FROM sqlite_schema AS t, "
-                            "pragma_table_info(t.name) AS c WHERE t.type = 'table' AND c.type = 'YESNO'");
-    while (names.executeStep())
-        m_yesNo.insert(QString::fromUtf8(names.getColumn(0).getText()));
 }
 
 sqlite3* SqliteEngine::handle() const {
@@ -198,7 +192,7 @@ std::shared_ptr<SqliteEngine::Plan> SqliteEngine::planFor(const QString& sql, bo
         for (const std::shared_ptr<Plan>& plan : *known)
             if (plan->translated.fits(m_shape.literals))
                 return plan;
-    auto plan = std::make_shared<Plan>(Plan{translate(sql, m_yesNo, keyed), keyed, {}});
+    auto plan = std::make_shared<Plan>(Plan{translate(sql, *this, Speech::Sqlite, keyed), keyed, {}});
     if (++m_planCount > kKeptPlans) {
         for (auto& kept : m_plans)
             kept.clear();
@@ -209,8 +203,8 @@ std::shared_ptr<SqliteEngine::Plan> SqliteEngine::planFor(const QString& sql, bo
 }
 
 SqliteEngine::StatementPtr SqliteEngine::prepare(const Plan& plan) {
-    auto prepared =
-        StatementPtr(new Prepared{SQLite::Statement(*m_database, plan.translated.sql.toStdString()), {}, {}});
+    auto prepared = StatementPtr(
+        new Prepared{SQLite::Statement(*m_database, plan.translated.prepared().toStdString()), {}, {}});
     const SQLite::Statement& statement = prepared->statement;
     for (int i = 0; i < statement.getColumnCount(); ++i) {
         Column column{QString::fromUtf8(statement.getColumnName(i))};
@@ -265,10 +259,22 @@ std::unique_ptr<Cursor> SqliteEngine::query(const QString& sql, bool keyed) {
     }
 }
 
+ColumnType SqliteEngine::typeOf(const QString& table, const QString& column) const {
+    const std::vector<Column>& columns = known(table);
+    const auto found = std::find_if(columns.begin(), columns.end(), [&](const Column& one) {
+        return one.name.compare(column, Qt::CaseInsensitive) == 0;
+    });
+    return found == columns.end() ? ColumnType::Any : found->type;
+}
+
 const std::vector<Column>& SqliteEngine::columnsOf(const QString& table) {
+    return known(table);
+}
+
+const std::vector<Column>& SqliteEngine::known(const QString& table) const {
     const QString key = table.toLower();
-    if (const auto found = m_columns.constFind(key); found != m_columns.constEnd())
-        return *found;
+    if (const auto found = m_columns.find(key); found != m_columns.end())
+        return found->second;
     std::vector<Column> columns;
     SQLite::Statement info(*m_database, "SELECT c.name, c.type, c.pk AND t.sql LIKE '%AUTOINCREMENT%' "
                                         "FROM sqlite_schema AS t, pragma_table_info(t.name) AS c "
@@ -277,7 +283,7 @@ const std::vector<Column>& SqliteEngine::columnsOf(const QString& table) {
     while (info.executeStep())
         columns.push_back({QString::fromUtf8(info.getColumn(0).getText()),
                            columnType(info.getColumn(1).getText()), info.getColumn(2).getInt() != 0});
-    return *m_columns.insert(key, columns);
+    return m_columns.insert_or_assign(key, columns).first->second;
 }
 
 SQLite::Statement& SqliteEngine::writerFor(bool isInsert, const QString& table,

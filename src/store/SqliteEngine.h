@@ -3,8 +3,8 @@
 #include "store/Engine.h"
 #include "store/Progress.h"
 #include <QHash>
-#include <QSet>
 #include <SQLiteCpp/Statement.h>
+#include <map>
 #include <memory>
 
 struct sqlite3;
@@ -20,7 +20,7 @@ enum class Access { Work, Look };
 
 /// The embedded engine: one file, WAL, every commit on disk before it returns (synchronous FULL), writing
 /// transactions begun IMMEDIATE. Statements of one shape are translated and prepared once.
-class SqliteEngine : public Engine {
+class SqliteEngine : public Engine, private Names {
   public:
     /// Opens an existing file; see Connection::Open for what it throws. Only a closed file can be looked at.
     SqliteEngine(const QString& path, const QString& password, Access access = Access::Work);
@@ -60,7 +60,7 @@ class SqliteEngine : public Engine {
     /// Nobody else has the database open from now on, in this process or another, and all of it is in its one
     /// file. Throws where somebody has.
     void holdAlone();
-    /// Reads the names of the Yes/No columns again; after the schema was made or changed.
+    /// Forgets what it knows of the schema; after that was made or changed.
     void schemaChanged();
     /// The engine's own handle, for the installer's bulk work.
     sqlite3* handle() const;
@@ -93,11 +93,16 @@ class SqliteEngine : public Engine {
         SQLite::Statement statement;
     };
 
+    ColumnType typeOf(const QString& table, const QString& column) const override;
+
+    QString rowKey(const QString&) const override { return QStringLiteral("rowid"); }
+
     /// Reads the statement's literals into m_shape and gives its plan.
     std::shared_ptr<Plan> planFor(const QString& sql, bool keyed);
     StatementPtr prepare(const Plan& plan);
     StatementPtr take(Plan& plan);
     void giveBack(Plan& plan, StatementPtr statement);
+    const std::vector<Column>& known(const QString& table) const;
     SQLite::Statement& writerFor(bool isInsert, const QString& table, const std::vector<Column>& columns);
     void write(SQLite::Statement& statement, const std::vector<Column>& columns,
                const std::vector<common::Value>& values, const qint64* rowKey);
@@ -115,8 +120,8 @@ class SqliteEngine : public Engine {
     QHash<QString, std::vector<std::shared_ptr<Plan>>> m_plans[2];
     int m_planCount = 0;
     std::vector<std::unique_ptr<Writer>> m_writers;
-    QSet<QString> m_yesNo;
-    QHash<QString, std::vector<Column>> m_columns;
+    /// What is given out stays where it is.
+    mutable std::map<QString, std::vector<Column>> m_columns;
     /// The last key reserved of each table: one that a roll-back took back is not given again.
     QHash<QString, qint64> m_reserved;
 };

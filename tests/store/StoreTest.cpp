@@ -590,8 +590,25 @@ TEST_F(StoreTest, CompactsIntoANewFileOnly) {
     EXPECT_EQ(rows.Fields(u"txt_Name").text(), u"bleibt"_s);
 }
 
+/// tbl_a has a column of every type, named after it; tbl_b has a number where tbl_a has a flag.
+struct SomeNames : store::Names {
+    store::ColumnType typeOf(const QString& table, const QString& column) const override {
+        using enum store::ColumnType;
+        const QHash<QString, store::ColumnType> types{{u"flag"_s, table.endsWith(u'a') ? YesNo : Long},
+                                                      {u"lng"_s, Long},
+                                                      {u"dbl"_s, Double},
+                                                      {u"txt"_s, Text},
+                                                      {u"tag"_s, Date}};
+        return types.value(column.toLower(), Any);
+    }
+
+    QString rowKey(const QString&) const override { return u"lng_ID"_s; }
+};
+
 TEST(Dialect, StatementsThatDifferInValuesShareOnePreparedStatement) {
-    const auto sql = [](const char16_t* text) { return store::translate(QString::fromUtf16(text), {}).sql; };
+    const auto sql = [](const char16_t* text) {
+        return store::translate(QString::fromUtf16(text), SomeNames(), store::Speech::Sqlite).prepared();
+    };
     EXPECT_EQ(sql(u"SELECT * FROM t WHERE a = 5 AND b = 'x'"),
               sql(u"SELECT * FROM t WHERE a = -7.5 AND b = 'y''z'"));
     EXPECT_EQ(sql(u"INSERT INTO t(a, b) VALUES(1, 'x')"), sql(u"INSERT INTO t(a, b) VALUES(-2, 'y')"));

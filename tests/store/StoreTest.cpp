@@ -616,6 +616,67 @@ TEST(Dialect, StatementsThatDifferInValuesShareOnePreparedStatement) {
     EXPECT_EQ(sql(u"SELECT [Preis/Stk] FROM t"), QByteArray("SELECT \"Preis/Stk\" FROM t"));
 }
 
+QString filled(const QString& sql, bool keyed = false) {
+    store::Shape shape;
+    readShape(sql, shape);
+    return QString::fromUtf8(
+        store::translate(sql, SomeNames(), store::Speech::MariaDb, keyed).filled(shape.literals));
+}
+
+TEST(Dialect, FlagsAreKnownByTheirTable) {
+    const auto condition = [](const char16_t* from) {
+        const QString sql = u"SELECT x FROM "_s + QString::fromUtf16(from);
+        return store::translate(sql, SomeNames(), store::Speech::Sqlite).prepared().endsWith("<> 0");
+    };
+    for (const char16_t* from :
+         {u"tbl_a WHERE flag = 1", u"tbl_a AS b WHERE b.flag = -1", u"tbl_b, tbl_a WHERE tbl_a.flag = True",
+          u"(SELECT txt, flag FROM tbl_a) AS z WHERE z.flag = 1", u"tbl_a WHERE 1 = FLAG"})
+        EXPECT_TRUE(condition(from)) << QString::fromUtf16(from).toStdString();
+    for (const char16_t* from : {u"tbl_b WHERE flag = 1", u"tbl_b AS a, tbl_a AS b WHERE a.flag = 1"})
+        EXPECT_FALSE(condition(from)) << QString::fromUtf16(from).toStdString();
+}
+
+TEST(Dialect, MariaDbReadsWhatItWouldReadOtherwise) {
+    for (const auto& [condition, expected] :
+         {std::pair{u"txt = 'a\\''b'", u"`txt` = 'a\\\\''b'"},
+          {u"txt LIKE 'a\\%'", u"`txt` LIKE 'a\\\\\\\\%'"},
+          {u"dbl = 0.1", u"`dbl` = 0.1e0"},
+          {u"dbl < -99999999999999999999", u"`dbl` < -99999999999999999999e0"},
+          {u"txt = 8001 OR txt = -1.50", u"`txt` = '8001' OR `txt` = '-1.5'"},
+          {u"lng = ' 5' AND dbl <> 'x'", u"`lng` = 5 AND `dbl` <> 1.7976931348623157e308"},
+          {u"lng IN () OR lng NOT IN ()", u"(1 = 0) OR (1 = 1)"},
+          {u"txt & '!' <> 'x' = lng", u"concat(`txt`, '!') <> 'x' = `lng`"},
+          {u"CAST(dbl * 24 AS INTEGER) = 1", u"CAST(truncate(`dbl` * 24, 0) AS SIGNED) = 1"},
+          {u"lng / 2 > max(lng, 3)", u"`lng` DIV 2 > greatest(`lng`, 3)"},
+          {u"dbl / 2 = 1 AND lng IS NOT 3", u"`dbl` / 2 = 1 AND NOT (`lng` <=> 3)"}})
+        EXPECT_EQ(filled(u"SELECT txt FROM tbl_a WHERE "_s + QString::fromUtf16(condition)),
+                  u"SELECT `txt` FROM `tbl_a` WHERE "_s + QString::fromUtf16(expected));
+}
+
+TEST(Dialect, MariaDbKeepsTiesWhereThereCanBeAny) {
+    EXPECT_TRUE(filled(u"SELECT TOP 3 txt FROM tbl_a ORDER BY txt DESC"_s)
+                    .endsWith(u"DESC FETCH FIRST 3 ROWS WITH TIES"_s));
+    EXPECT_TRUE(filled(u"SELECT TOP 3 txt FROM tbl_a ORDER BY txt, LNG_ID"_s).endsWith(u"LIMIT 3"_s));
+    EXPECT_TRUE(filled(u"SELECT TOP 3 txt FROM tbl_a, tbl_b ORDER BY lng_ID"_s).endsWith(u"TIES"_s));
+    EXPECT_EQ(filled(u"SELECT * FROM tbl_a ORDER BY rowid"_s, true),
+              u"SELECT `tbl_a`.*, `tbl_a`.`lng_ID` FROM `tbl_a` ORDER BY `lng_ID`"_s);
+}
+
+TEST(Dialect, MariaDbTablesTellWhatTheirColumnsAre) {
+    const QStringList script = store::translateDefinitions(
+        u"-- One; comment.\nCREATE TABLE t (a TEXT COLLATE GERMAN_CI, b TEXT, c YESNO NOT NULL DEFAULT 0);\n"
+        u"CREATE TABLE u (d INTEGER PRIMARY KEY AUTOINCREMENT, e DATE); CREATE UNIQUE INDEX i ON t (a, c);"
+        u"CREATE VIEW v AS SELECT a || ';' AS x FROM t WHERE c = True"_s,
+        store::Speech::MariaDb);
+    ASSERT_EQ(script.size(), 4);
+    EXPECT_TRUE(script[0].startsWith(
+        u"CREATE TABLE `t` (`a` VARCHAR(255), `b` MEDIUMTEXT COLLATE "
+        u"utf8mb4_nopad_bin, `c` TINYINT NOT NULL DEFAULT 0 COMMENT 'YESNO', `rowid` "_s));
+    EXPECT_TRUE(script[1].contains(u"KEY COMMENT 'COUNTER', `e` DOUBLE COMMENT 'DATE')"_s));
+    EXPECT_EQ(script[2], u"CREATE UNIQUE INDEX `i` ON `t` (`a`, `c`)"_s);
+    EXPECT_EQ(script[3], u"CREATE VIEW `v` AS SELECT concat(`a`, ';') AS `x` FROM `t` WHERE `c` <> 0"_s);
+}
+
 TEST(Collation, IsAnOrder) {
     const QStringList texts = {u""_s,  u"a"_s,  u"A"_s, u"ä"_s, u"Äa"_s,       u"ab"_s, u"z"_s,
                                u"ß"_s, u"ss"_s, u"é"_s, u"😀"_s, u"m\u0000x"_s, u"-"_s,  u"1"_s};

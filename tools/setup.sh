@@ -11,7 +11,8 @@ packages=(
 )
 # Only for tests, benchmarks and the run without a display.
 packages+=(libgtest-dev libbenchmark-dev cups cups-client cups-filters poppler-utils xvfb openbox sip-tester unzip
-           python3-pyftpdlib python3-openssl openssl curl clang-format)
+           python3-pyftpdlib python3-openssl openssl curl clang-format
+           mariadb-server-core mariadb-client-core galera-4 rsync iproute2)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -17,7 +17,8 @@ using namespace Qt::StringLiterals;
 namespace test {
 namespace {
 
-constexpr int kMillisecondsToStart = 20'000;
+constexpr int kMillisecondsToStart = 60'000;
+constexpr int kLacking = 77; ///< what a server ends with where the machine lacks what it needs
 constexpr int kMillisecondsToEnd = 5000;
 
 QByteArray contentOf(const QString& path) {
@@ -40,9 +41,12 @@ bool ServerProcess::start() {
     // "40123", or an address that holds it.
     static const QRegularExpression number(u"(?:^|:)(\\d+)(?:$|/)"_s);
     const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
-    m_port = number.match(line).captured(1).toInt();
-    EXPECT_GT(m_port, 0) << line.toStdString() << log().toStdString();
-    return m_port > 0;
+    const int told = number.match(line).captured(1).toInt();
+    if (told > 0)
+        m_port = told;
+    const bool isLacking = m_process.state() == QProcess::NotRunning && m_process.exitCode() == kLacking;
+    EXPECT_TRUE(told > 0 || isLacking) << line.toStdString() << log().toStdString();
+    return told > 0;
 }
 
 void ServerProcess::stop() {

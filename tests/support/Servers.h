@@ -16,7 +16,8 @@ class ServerProcess {
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;
 
-    /// Listens when this returns; else why it does not is in log().
+    /// Listens when this returns; else why it does not is in log(). A failure of the test, unless the machine
+    /// lacks what the server is made of.
     bool start();
     void stop(); ///< in good order
     void kill();
@@ -27,10 +28,13 @@ class ServerProcess {
     int port() const { return m_port; }
 
     /// What it has said on its error output until now.
-    QString log();
+    virtual QString log();
 
   protected:
     ServerProcess() = default;
+
+    void setPort(int port) { m_port = port; }
+
     virtual QString program() const = 0;
     virtual QStringList arguments() const = 0;
 

@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build ccache lld pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-charts-dev libqt6opengl6-dev qt6-qpa-plugins qt6-translations-l10n
-  libsqlitecpp-dev libsqlite3-dev libkainjow-mustache-dev libsofia-sip-ua-dev libcups2-dev libcapi20-3
+  libsqlitecpp-dev libsqlite3-dev libmariadb-dev libkainjow-mustache-dev libsofia-sip-ua-dev libcups2-dev libcapi20-3
   libxlsxwriter-dev libcurl4-openssl-dev libcpp-httplib-dev libssl-dev libsodium-dev qt6-multimedia-dev
   fonts-liberation
 )

@@ -1,6 +1,7 @@
 #include "store/SqliteCursor.h"
 #include "common/RunTimeError.h"
 #include "store/SqliteErrors.h"
+#include "store/StoredValue.h"
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <optional>
 #include <sqlite3.h>
@@ -77,18 +78,7 @@ void bindLiterals(SQLite::Statement& statement, const std::vector<Parameter>& pa
 }
 
 void bindTyped(SQLite::Statement& statement, int position, ColumnType type, const common::Value& value) {
-    const bool empty = value.isNull() || (value.isText() && value.toText().isEmpty());
-    if (type == ColumnType::YesNo)
-        return statement.bind(position, value.isTrue() ? -1 : 0);
-    if (type == ColumnType::Any || type == ColumnType::Text) {
-        const bool plain = value.isNull() || type == ColumnType::Any;
-        return plain ? bindPlain(statement, position, value) : bindText(statement, position, value.toText());
-    }
-    if (empty)
-        return statement.bind(position);
-    if (type == ColumnType::Long)
-        return statement.bind(position, int64_t(value.toLong()));
-    statement.bind(position, type == ColumnType::Date ? value.toSerial() : value.toDouble());
+    bindPlain(statement, position, storedValue(type, value));
 }
 
 SqliteCursor::SqliteCursor(SqliteEngine& engine, std::shared_ptr<SqliteEngine::Plan> plan,

@@ -10,8 +10,7 @@ ColumnType columnType(const char* declared);
 /// Binds the literals of a statement to the parameters of its translation.
 void bindLiterals(SQLite::Statement& statement, const std::vector<Parameter>& parameters,
                   const std::vector<Literal>& literals);
-/// Binds a value in the form its column keeps: Yes/No as -1 or 0, dates as serials, an empty text in a number
-/// or date column as null. Throws common::RunTimeError kTypeMismatch for a text that is no number or date.
+/// Binds a value in the form its column keeps; see storedValue.
 void bindTyped(SQLite::Statement& statement, int position, ColumnType type, const common::Value& value);
 
 /// A running query of the embedded engine.

@@ -7,6 +7,7 @@
 #include "store/ConnectionString.h"
 #include "store/CreateDatabase.h"
 #include "store/Dialect.h"
+#include "store/MariaEngine.h"
 #include "store/PasswordGate.h"
 #include "store/SqliteCursor.h"
 #include "store/SqliteErrors.h"
@@ -148,6 +149,8 @@ void SqliteEngine::openToLook(const QString& password) {
 SqliteEngine::~SqliteEngine() = default;
 
 std::unique_ptr<Engine> openEngine(const ConnectionString& parts) {
+    if (parts.isServer())
+        return std::make_unique<MariaEngine>(parts);
     return std::make_unique<SqliteEngine>(parts.path, parts.password,
                                           parts.readOnly ? Access::Look : Access::Work);
 }

@@ -14,25 +14,30 @@ namespace {
 constexpr char kEnd[] = " ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_uca1400_nopad_as_ci";
 
 QList<QByteArray> ownTables() {
-    return {QByteArray("CREATE TABLE tbl_Store_Sperre (lng_ID BIGINT PRIMARY KEY, lng_Stand BIGINT NOT NULL)") + kEnd,
-            "INSERT INTO tbl_Store_Sperre VALUES (1, 0)",
-            QByteArray("CREATE TABLE tbl_Store_Abschluss (txt_Kennung CHAR(32) CHARACTER SET ascii COLLATE ascii_bin "
-                       "PRIMARY KEY, lng_Zeilen BIGINT, lng_Schluessel BIGINT, date_Zeit DATETIME NOT NULL, "
-                       "INDEX (date_Zeit))") +
-                kEnd};
+    return {
+        QByteArray("CREATE TABLE tbl_Store_Sperre (lng_ID BIGINT PRIMARY KEY, lng_Stand BIGINT NOT NULL)") +
+            kEnd,
+        "INSERT INTO tbl_Store_Sperre VALUES (1, 0)",
+        QByteArray(
+            "CREATE TABLE tbl_Store_Abschluss (txt_Kennung CHAR(32) CHARACTER SET ascii COLLATE ascii_bin "
+            "PRIMARY KEY, lng_Zeilen BIGINT, lng_Schluessel BIGINT, date_Zeit DATETIME NOT NULL, "
+            "INDEX (date_Zeit))") +
+            kEnd};
 }
 
 /// Last, so that only a whole database is one of ours.
 QList<QByteArray> head() {
-    return {QByteArray("CREATE TABLE tbl_Store_Kopf (lng_Schema BIGINT NOT NULL, lng_Anwendung BIGINT NOT NULL, "
-                       "lng_ID BIGINT PRIMARY KEY DEFAULT 1)") +
-                kEnd,
-            "INSERT INTO tbl_Store_Kopf (lng_Schema, lng_Anwendung) VALUES (" +
-                QByteArray::number(kSchemaVersion) + ", " + QByteArray::number(kApplicationId) + ")"};
+    return {
+        QByteArray("CREATE TABLE tbl_Store_Kopf (lng_Schema BIGINT NOT NULL, lng_Anwendung BIGINT NOT NULL, "
+                   "lng_ID BIGINT PRIMARY KEY DEFAULT 1)") +
+            kEnd,
+        "INSERT INTO tbl_Store_Kopf (lng_Schema, lng_Anwendung) VALUES (" +
+            QByteArray::number(kSchemaVersion) + ", " + QByteArray::number(kApplicationId) + ")"};
 }
 
 void refuseTables(MariaConnection& connection, const QString& database) {
-    const auto answers = connection.send({"SELECT count(*) FROM information_schema.tables WHERE table_schema = database()"});
+    const auto answers =
+        connection.send({"SELECT count(*) FROM information_schema.tables WHERE table_schema = database()"});
     const MYSQL_ROW row = mysql_fetch_row(answers.front().rows.get());
     if (QByteArray(row[0]).toInt() > 0)
         throw common::RunTimeError(common::kTargetExists,

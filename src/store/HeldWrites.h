@@ -14,8 +14,8 @@ struct MariaAnswer;
 class HeldWrites {
   public:
     void add(const QByteArray& statement);
-    /// `head` up to VALUES, `rows` with their brackets, so many. Gives a number that stands for the key of the
-    /// first one, which the store will tell; resolve it by keyOf.
+    /// `head` up to VALUES, `rows` with their brackets, so many. Gives a number that stands for the key of
+    /// the first one, which the store will tell; resolve it by keyOf.
     qint64 addInsert(const QByteArray& head, const QByteArray& rows, int count = 1);
 
     bool isEmpty() const { return m_statements.empty(); }

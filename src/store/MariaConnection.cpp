@@ -118,10 +118,10 @@ MariaHandle MariaConnection::connect(Server& server, MariaFailure& failure) cons
     mysql_optionsv(handle.get(), MYSQL_OPT_SSL_VERIFY_SERVER_CERT, &secure);
     if (m_parts.tls && !m_parts.authority.isEmpty())
         mysql_optionsv(handle.get(), MYSQL_OPT_SSL_CA, m_parts.authority.toUtf8().constData());
-    const bool there = mysql_real_connect(handle.get(), server.host.toUtf8().constData(),
-                                          m_parts.user.toUtf8().constData(), m_parts.password.toUtf8().constData(),
-                                          m_parts.database.toUtf8().constData(), server.port, nullptr,
-                                          CLIENT_MULTI_STATEMENTS | CLIENT_FOUND_ROWS) != nullptr;
+    const bool there =
+        mysql_real_connect(handle.get(), server.host.toUtf8().constData(), m_parts.user.toUtf8().constData(),
+                           m_parts.password.toUtf8().constData(), m_parts.database.toUtf8().constData(),
+                           server.port, nullptr, CLIENT_MULTI_STATEMENTS | CLIENT_FOUND_ROWS) != nullptr;
     if (there)
         return handle;
     failure = failureOf(handle.get());
@@ -273,7 +273,8 @@ std::vector<MariaAnswer> MariaConnection::send(const QList<QByteArray>& statemen
     std::vector<MariaAnswer> answers;
     setBusy(true);
     try {
-        if (mysql_real_query(m_handle.get(), packet.constData(), static_cast<unsigned long>(packet.size())) != 0)
+        if (mysql_real_query(m_handle.get(), packet.constData(), static_cast<unsigned long>(packet.size())) !=
+            0)
             throw MariaPacketFailed{failure()};
         ++m_trips;
         answers.push_back(answer(stream));

@@ -55,7 +55,9 @@ class MariaConnection {
     /// Connects where it is not, to the servers in turn. Throws RunTimeError; for some time after nobody
     /// answered, at once.
     void open();
+
     bool isOpen() const { return m_handle != nullptr; }
+
     /// Gives the connection up. The server is asked last from now on, for a while.
     void drop();
     void close();
@@ -72,15 +74,20 @@ class MariaConnection {
 
     /// From any thread: what is sent at the moment fails, here and at the server.
     void interrupt();
+
     bool wasInterrupted() const { return m_interrupted; }
+
     /// Makes the server stop what was interrupted, and connects anew.
     void afterInterrupt();
 
     /// The server's time as a serial, as it was when connecting and time has passed since.
     double now() const;
+
     qint64 roundTrips() const { return m_trips; }
+
     /// As the head of the database tells.
     int schemaVersion() const { return m_schemaVersion; }
+
     const QString& database() const { return m_parts.database; }
 
   private:

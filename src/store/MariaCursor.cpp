@@ -33,7 +33,8 @@ void describe(MariaPlan& plan, st_mysql_res* rows, const MariaCatalogue& catalog
     const MYSQL_FIELD* const fields = mysql_fetch_fields(rows);
     for (unsigned i = 0; i < count; ++i) {
         const MYSQL_FIELD& field = fields[i];
-        const ColumnType type = catalogue.typeOf(QString::fromUtf8(field.org_table), QString::fromUtf8(field.org_name));
+        const ColumnType type =
+            catalogue.typeOf(QString::fromUtf8(field.org_table), QString::fromUtf8(field.org_name));
         plan.columns.push_back({QString::fromUtf8(field.name), type});
         plan.readings.push_back(readingOf(field));
     }
@@ -55,7 +56,8 @@ double numberOf(QByteArrayView text) {
 
 MariaCursor::MariaCursor(std::shared_ptr<MariaPlan> plan, MariaResult rows, const MariaCatalogue& catalogue,
                          MariaEngine* streaming) :
-    m_plan(std::move(plan)), m_rows(std::move(rows)), m_streaming(streaming) {
+    m_plan(std::move(plan)),
+    m_rows(std::move(rows)), m_streaming(streaming) {
     if (m_plan->readings.empty() && m_rows)
         describe(*m_plan, m_rows.get(), catalogue);
 }

@@ -39,7 +39,8 @@ std::vector<MariaAnswer> MariaEngine::send(const Packet& packet, bool stream) {
 void MariaEngine::fail(const MariaFailure& failure, const QString& statement) {
     if (m_connection.wasInterrupted()) {
         m_connection.afterInterrupt();
-        throw common::RunTimeError(common::kStoreFailure, u"Die Abfrage wurde abgebrochen."_s, failure.message);
+        throw common::RunTimeError(common::kStoreFailure, u"Die Abfrage wurde abgebrochen."_s,
+                                   failure.message);
     }
     if (isLost(failure))
         m_connection.drop();
@@ -105,8 +106,8 @@ std::unique_ptr<Cursor> MariaEngine::query(const QString& sql, bool keyed) {
     const std::shared_ptr<MariaPlan> plan = m_plans.planFor(sql, keyed);
     MariaAnswer answer = ask(plan->translated.filled(m_plans.literals()), sql);
     const bool streaming = m_onlyReads && !m_transaction && answer.rows;
-    auto cursor = std::make_unique<MariaCursor>(plan, std::move(answer.rows), m_catalogue,
-                                                streaming ? this : nullptr);
+    auto cursor =
+        std::make_unique<MariaCursor>(plan, std::move(answer.rows), m_catalogue, streaming ? this : nullptr);
     m_stream = streaming ? cursor.get() : nullptr;
     return cursor;
 }
@@ -145,8 +146,8 @@ void MariaEngine::update(const QString& table, qint64 rowKey, const std::vector<
 qint64 MariaEngine::newKey(const QString& table) {
     const QByteArray name = nameText(m_catalogue.tableName(table));
     const QByteArray take = "INSERT INTO " + name + " () VALUES ()";
-    const QByteArray remove = "DELETE FROM " + name + " WHERE " + nameText(m_catalogue.rowKey(table)) +
-                              " = last_insert_id()";
+    const QByteArray remove =
+        "DELETE FROM " + name + " WHERE " + nameText(m_catalogue.rowKey(table)) + " = last_insert_id()";
     const QString statement = u"new key of "_s + table;
     if (m_transaction)
         return sendInTransaction({take, remove}, 0, statement).key;

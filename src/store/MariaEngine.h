@@ -32,15 +32,24 @@ class MariaEngine : public Engine {
     void begin() override;
     void commit() override;
     void rollback() override;
+
     bool inTransaction() const override { return m_transaction.has_value(); }
+
     void interrupt() override;
+
     int schemaVersion() const override { return m_connection.schemaVersion(); }
+
     /// Nothing is to be taken yet: throws kStoreFailure for an older schema.
     void takeSchemaSteps(const std::function<void()>& waiting) override;
+
     bool isWritable() const override { return !m_onlyReads; }
+
     void onlyRead() override;
+
     bool isShared() const override { return true; }
+
     double now() override { return m_connection.now(); }
+
     qint64 roundTrips() const override { return m_connection.roundTrips(); }
 
   private:

@@ -20,9 +20,6 @@ struct Known {
     const char16_t* sentence;
 };
 
-
-
-
 /// "%1" is the name of the database.
 const std::vector<Known>& known() {
     static const std::vector<Known> list = {
@@ -30,12 +27,32 @@ const std::vector<Known>& known() {
         {{ER_UNKNOWN_COM_ERROR},
          common::kServerGone,
          u"Der Datenbankserver kann zurzeit nicht speichern, weil ihm die Mehrheit der Server fehlt."},
-        {{CR_CONNECTION_ERROR, CR_CONN_HOST_ERROR, CR_UNKNOWN_HOST, CR_SERVER_GONE_ERROR, CR_SERVER_LOST,
-          CR_SERVER_HANDSHAKE_ERR, CR_SERVER_LOST_EXTENDED, CR_ERR_NET_READ, CR_ERR_NET_WRITE, ER_CON_COUNT_ERROR, ER_SERVER_SHUTDOWN, ER_NORMAL_SHUTDOWN,
-          ER_NET_READ_ERROR, ER_NET_READ_INTERRUPTED, ER_NET_ERROR_ON_WRITE, ER_NET_WRITE_INTERRUPTED,
-          ER_NET_PACKETS_OUT_OF_ORDER, ER_ABORTING_CONNECTION, ER_NEW_ABORTING_CONNECTION, ER_CONNECTION_KILLED,
-          ER_HOST_IS_BLOCKED, ER_TOO_MANY_USER_CONNECTIONS, ER_OUT_OF_RESOURCES, CR_COMMANDS_OUT_OF_SYNC,
-          CR_MALFORMED_PACKET, CR_OUT_OF_MEMORY},
+        {{CR_CONNECTION_ERROR,
+          CR_CONN_HOST_ERROR,
+          CR_UNKNOWN_HOST,
+          CR_SERVER_GONE_ERROR,
+          CR_SERVER_LOST,
+          CR_SERVER_HANDSHAKE_ERR,
+          CR_SERVER_LOST_EXTENDED,
+          CR_ERR_NET_READ,
+          CR_ERR_NET_WRITE,
+          ER_CON_COUNT_ERROR,
+          ER_SERVER_SHUTDOWN,
+          ER_NORMAL_SHUTDOWN,
+          ER_NET_READ_ERROR,
+          ER_NET_READ_INTERRUPTED,
+          ER_NET_ERROR_ON_WRITE,
+          ER_NET_WRITE_INTERRUPTED,
+          ER_NET_PACKETS_OUT_OF_ORDER,
+          ER_ABORTING_CONNECTION,
+          ER_NEW_ABORTING_CONNECTION,
+          ER_CONNECTION_KILLED,
+          ER_HOST_IS_BLOCKED,
+          ER_TOO_MANY_USER_CONNECTIONS,
+          ER_OUT_OF_RESOURCES,
+          CR_COMMANDS_OUT_OF_SYNC,
+          CR_MALFORMED_PACKET,
+          CR_OUT_OF_MEMORY},
          common::kServerGone,
          u"Der Datenbankserver ist nicht erreichbar. Bitte prüfen Sie das Netz und den Server."},
         {{ER_LOCK_DEADLOCK, ER_LOCK_WAIT_TIMEOUT, ER_CHECKREAD},
@@ -57,7 +74,8 @@ const std::vector<Known>& known() {
          u"Auf dem Datenbankserver gibt es die Datenbank \"%1\" nicht."},
         {{CR_SSL_CONNECTION_ERROR},
          common::kStoreFailure,
-         u"Die verschlüsselte Verbindung zum Datenbankserver kam nicht zustande: Seinem Zertifikat wird nicht "
+         u"Die verschlüsselte Verbindung zum Datenbankserver kam nicht zustande: Seinem Zertifikat wird "
+         u"nicht "
          u"vertraut, oder er verschlüsselt nicht."},
         {{ER_QUERY_INTERRUPTED, ER_STATEMENT_TIMEOUT},
          common::kStoreFailure,
@@ -109,11 +127,12 @@ bool isDuplicate(const MariaFailure& failure) {
 }
 
 void throwStoreError(const MariaFailure& failure, const QString& database, const QString& statement) {
-    const QString detail =
-        u"%1 (%2) in %3: %4"_s.arg(reasonOf(failure)).arg(failure.code).arg(database, withoutValues(statement));
+    const QString detail = u"%1 (%2) in %3: %4"_s.arg(reasonOf(failure))
+                               .arg(failure.code)
+                               .arg(database, withoutValues(statement));
     // A full disk comes as the operating system's error as well.
-    const bool full = failure.message.contains(u"errno: 28"_s) || failure.message.contains(u"Errcode: 28"_s) ||
-                      failure.message.contains(u"error: 28"_s);
+    const bool full = failure.message.contains(u"errno: 28"_s) ||
+                      failure.message.contains(u"Errcode: 28"_s) || failure.message.contains(u"error: 28"_s);
     const Known* const one = full ? find(ER_DISK_FULL) : find(failure.code);
     if (!one)
         throw common::RunTimeError(common::kSqlFailure, u"Fehler in einer Datenbankabfrage."_s, detail);

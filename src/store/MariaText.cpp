@@ -21,14 +21,16 @@ QByteArray valueText(const common::Value& value) {
         return quotedText(value.toText());
     if (value.isInteger())
         return QByteArray::number(value.toLong());
-    const double number = value.isNull() ? std::nan("") : value.isDate() ? value.toSerial() : value.toDouble();
+    const double number = value.isNull()   ? std::nan("")
+                          : value.isDate() ? value.toSerial()
+                                           : value.toDouble();
     if (!std::isfinite(number))
         return "NULL";
     return QByteArray::number(number, 'e', QLocale::FloatingPointShortest);
 }
 
-InsertText insertText(const MariaCatalogue& catalogue, const QString& table, const std::vector<Column>& columns,
-                      const std::vector<common::Value>& values) {
+InsertText insertText(const MariaCatalogue& catalogue, const QString& table,
+                      const std::vector<Column>& columns, const std::vector<common::Value>& values) {
     const QString key = catalogue.rowKey(table);
     InsertText text;
     QByteArrayList names, row;

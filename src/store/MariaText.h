@@ -13,8 +13,8 @@ struct InsertText {
     qint64 key = 0;
 };
 
-InsertText insertText(const MariaCatalogue& catalogue, const QString& table, const std::vector<Column>& columns,
-                      const std::vector<common::Value>& values);
+InsertText insertText(const MariaCatalogue& catalogue, const QString& table,
+                      const std::vector<Column>& columns, const std::vector<common::Value>& values);
 QByteArray updateText(const MariaCatalogue& catalogue, const QString& table, qint64 key,
                       const std::vector<Column>& columns, const std::vector<common::Value>& values);
 

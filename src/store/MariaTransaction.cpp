@@ -114,8 +114,8 @@ void MariaEngine::doom(const MariaFailure& failure, const QString& statement) {
         if (!isLost(failure) || m_connection.wasInterrupted())
             fail(failure, statement);
         m_connection.drop();
-        throw common::RunTimeError(common::kTryAgain,
-                                   u"Die Verbindung zum Datenbankserver ging verloren."_s, failure.message);
+        throw common::RunTimeError(common::kTryAgain, u"Die Verbindung zum Datenbankserver ging verloren."_s,
+                                   failure.message);
     } catch (...) {
         m_transaction->doom = std::current_exception();
         throw;
@@ -144,7 +144,8 @@ MariaAnswer MariaEngine::sendInTransaction(const Packet& further, size_t wanted,
         return own + wanted < answers.size() ? std::move(answers[own + wanted]) : MariaAnswer();
     } catch (const MariaPacketFailed& failed) {
         // A statement that failed by itself leaves the transaction as it was.
-        const bool harmless = failed.statement >= own && !isLost(failed.failure) && !isConflict(failed.failure);
+        const bool harmless =
+            failed.statement >= own && !isLost(failed.failure) && !isConflict(failed.failure);
         if (!harmless)
             doom(failed.failure, statement);
         m_held.clear();

@@ -23,7 +23,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kKeptPlans = 256;
 constexpr size_t kKeptWriters = 32;
 
 std::string_view textOf(sqlite3_value* value) noexcept {
@@ -178,31 +177,13 @@ void SqliteEngine::checkFile(const QString& password) {
 }
 
 void SqliteEngine::schemaChanged() {
-    for (auto& plans : m_plans)
-        plans.clear();
-    m_planCount = 0;
+    m_plans.clear();
     m_writers.clear();
     m_columns.clear();
 }
 
 sqlite3* SqliteEngine::handle() const {
     return m_database->getHandle();
-}
-
-std::shared_ptr<SqliteEngine::Plan> SqliteEngine::planFor(const QString& sql, bool keyed) {
-    readShape(sql, m_shape);
-    if (const auto known = m_plans[keyed].constFind(m_shape.key); known != m_plans[keyed].constEnd())
-        for (const std::shared_ptr<Plan>& plan : *known)
-            if (plan->translated.fits(m_shape.literals))
-                return plan;
-    auto plan = std::make_shared<Plan>(Plan{translate(sql, *this, Speech::Sqlite, keyed), keyed, {}});
-    if (++m_planCount > kKeptPlans) {
-        for (auto& kept : m_plans)
-            kept.clear();
-        m_planCount = 1;
-    }
-    m_plans[keyed][m_shape.key].push_back(plan);
-    return plan;
 }
 
 SqliteEngine::StatementPtr SqliteEngine::prepare(const Plan& plan) {
@@ -239,10 +220,10 @@ void SqliteEngine::giveBack(Plan& plan, StatementPtr statement) {
 }
 
 qint64 SqliteEngine::execute(const QString& sql) {
-    const std::shared_ptr<Plan> plan = planFor(sql, false);
+    const std::shared_ptr<Plan> plan = m_plans.planFor(sql, false);
     try {
         StatementPtr statement = take(*plan);
-        bindLiterals(statement->statement, plan->translated.parameters, m_shape.literals);
+        bindLiterals(statement->statement, plan->translated.parameters, m_plans.literals());
         while (statement->statement.executeStep()) {
         }
         const qint64 changes = m_database->getChanges();
@@ -254,9 +235,9 @@ qint64 SqliteEngine::execute(const QString& sql) {
 }
 
 std::unique_ptr<Cursor> SqliteEngine::query(const QString& sql, bool keyed) {
-    const std::shared_ptr<Plan> plan = planFor(sql, keyed);
+    const std::shared_ptr<Plan> plan = m_plans.planFor(sql, keyed);
     try {
-        return std::make_unique<SqliteCursor>(*this, plan, m_shape.literals);
+        return std::make_unique<SqliteCursor>(*this, plan, m_plans.literals());
     } catch (const SQLite::Exception& error) {
         throwStoreError(error, m_path, sql);
     }

@@ -1,6 +1,7 @@
 #pragma once
 #include "store/Dialect.h"
 #include "store/Engine.h"
+#include "store/PlanCache.h"
 #include "store/Progress.h"
 #include <QHash>
 #include <SQLiteCpp/Statement.h>
@@ -80,8 +81,10 @@ class SqliteEngine : public Engine, private Names {
 
     /// A translation and its prepared statements that nobody uses at the moment.
     struct Plan {
+        Plan(Translated translation, bool withKey) : translated(std::move(translation)), keyed(withKey) {}
+
         Translated translated;
-        bool keyed = false;
+        bool keyed;
         std::vector<StatementPtr> idle;
     };
 
@@ -97,8 +100,6 @@ class SqliteEngine : public Engine, private Names {
 
     QString rowKey(const QString&) const override { return QStringLiteral("rowid"); }
 
-    /// Reads the statement's literals into m_shape and gives its plan.
-    std::shared_ptr<Plan> planFor(const QString& sql, bool keyed);
     StatementPtr prepare(const Plan& plan);
     StatementPtr take(Plan& plan);
     void giveBack(Plan& plan, StatementPtr statement);
@@ -115,10 +116,7 @@ class SqliteEngine : public Engine, private Names {
 
     QString m_path;
     std::unique_ptr<SQLite::Database> m_database;
-    Shape m_shape;
-    /// By the shape's key, plain and keyed queries apart.
-    QHash<QString, std::vector<std::shared_ptr<Plan>>> m_plans[2];
-    int m_planCount = 0;
+    PlanCache<Plan> m_plans{*this, Speech::Sqlite};
     std::vector<std::unique_ptr<Writer>> m_writers;
     /// What is given out stays where it is.
     mutable std::map<QString, std::vector<Column>> m_columns;

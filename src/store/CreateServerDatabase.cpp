@@ -48,7 +48,12 @@ void refuseTables(MariaConnection& connection, const QString& database) {
 
 QByteArray keepToken(const QByteArray& token) {
     return "INSERT INTO tbl_Store_Abschluss VALUES ('" + token +
-           "', row_count(), last_insert_id(), utc_timestamp())";
+           "', greatest(row_count(), 0), last_insert_id(), utc_timestamp())";
+}
+
+QByteArray barToken(const QByteArray& token) {
+    return "INSERT IGNORE INTO tbl_Store_Abschluss VALUES ('" + token + "', " + QByteArray::number(kBarred) +
+           ", 0, utc_timestamp())";
 }
 
 QByteArray tokenQuery(const QByteArray& token) {

@@ -13,7 +13,11 @@ inline constexpr char kForgetTokens[] =
     "DELETE FROM tbl_Store_Abschluss WHERE date_Zeit < utc_timestamp() - INTERVAL 1 DAY LIMIT 10000";
 /// Leaves a token, with what the statement before it gave.
 QByteArray keepToken(const QByteArray& token);
-/// What was kept with it.
+/// Where the token is not there, sees to it that it never will be: what was to leave it then fails. It waits
+/// for who is about to.
+QByteArray barToken(const QByteArray& token);
+inline constexpr qint64 kBarred = -1;
+/// What was kept with it; kBarred and the key 0 where it was barred.
 QByteArray tokenQuery(const QByteArray& token);
 
 /// Makes the tables of the scripts, which are those of install/schema, in a database of a server that has

@@ -109,7 +109,8 @@ bool isOf(const MariaFailure& failure, int number) {
 /// What the server quotes may be a value, or a piece of the statement.
 QString reasonOf(const MariaFailure& failure) {
     static const QRegularExpression quoted(u"'.*'"_s, QRegularExpression::DotMatchesEverythingOption);
-    return QString(failure.message).replace(quoted, u"'?'"_s);
+    const bool ofLibrary = failure.code >= CR_MIN_ERROR && failure.code <= CR_MAX_ERROR;
+    return ofLibrary ? failure.message : QString(failure.message).replace(quoted, u"'?'"_s);
 }
 
 } // namespace
@@ -120,10 +121,6 @@ bool isLost(const MariaFailure& failure) {
 
 bool isConflict(const MariaFailure& failure) {
     return isOf(failure, common::kTryAgain);
-}
-
-bool isDuplicate(const MariaFailure& failure) {
-    return failure.code == ER_DUP_ENTRY;
 }
 
 void throwStoreError(const MariaFailure& failure, const QString& database, const QString& statement) {

@@ -13,7 +13,6 @@ struct MariaFailure {
 bool isLost(const MariaFailure& failure);
 /// Another transaction was in the way.
 bool isConflict(const MariaFailure& failure);
-bool isDuplicate(const MariaFailure& failure);
 
 /// Throws it as a RunTimeError whose sentence a user can read. The statement goes into the detail, without
 /// its values.

@@ -67,41 +67,30 @@ MariaAnswer MariaEngine::writeAlone(const QByteArray& sql, const QString& statem
 }
 
 std::optional<MariaAnswer> MariaEngine::settle(const QByteArray& token) {
+    const QString unsure = u" Ob zuletzt gespeichert wurde, ist nicht sicher; bitte sehen Sie nach."_s;
     QElapsedTimer time;
     time.start();
     for (;;) {
         try {
             m_connection.open();
-            send({keepToken(token)});
-            return std::nullopt;
+            const auto answers = send({barToken(token), tokenQuery(token)});
+            const MYSQL_ROW row = mysql_fetch_row(answers[1].rows.get());
+            if (!row || QByteArray(row[0]).toLongLong() == kBarred)
+                return std::nullopt;
+            return MariaAnswer{nullptr, QByteArray(row[0]).toLongLong(), QByteArray(row[1]).toLongLong()};
         } catch (const MariaPacketFailed& failed) {
-            if (isDuplicate(failed.failure))
-                break;
             if (isLost(failed.failure))
                 m_connection.drop();
             if (time.hasExpired(kSettleTime))
-                throw common::RunTimeError(
-                    common::kServerGone,
-                    u"Der Datenbankserver ist nicht erreichbar. Ob zuletzt gespeichert wurde, ist nicht sicher; bitte sehen Sie nach, sobald er wieder da ist."_s,
-                    failed.failure.message);
+                throw common::RunTimeError(common::kServerGone,
+                                           u"Der Datenbankserver ist nicht erreichbar."_s + unsure,
+                                           failed.failure.message);
         } catch (const common::RunTimeError& error) {
             if (error.number() != common::kServerGone || time.hasExpired(kSettleTime))
-                throw common::RunTimeError(
-                    error.number(),
-                    error.sentence() +
-                        u" Ob zuletzt gespeichert wurde, ist nicht sicher; bitte sehen Sie nach."_s,
-                    error.detail());
+                throw common::RunTimeError(error.number(), error.sentence() + unsure, error.detail());
         }
         pauseBriefly();
     }
-    const MariaAnswer kept = read(tokenQuery(token), {});
-    const MYSQL_ROW row = kept.rows ? mysql_fetch_row(kept.rows.get()) : nullptr;
-    MariaAnswer answer;
-    if (row) {
-        answer.touched = QByteArray(row[0]).toLongLong();
-        answer.key = QByteArray(row[1]).toLongLong();
-    }
-    return answer;
 }
 
 void MariaEngine::begin() {

@@ -27,7 +27,8 @@ constexpr unsigned long kOldestServer = 101000;
 
 constexpr char kSession[] =
     "SET NAMES utf8mb4 COLLATE utf8mb4_uca1400_nopad_as_ci;"
-    "SET SESSION sql_mode = 'ANSI_QUOTES,PIPES_AS_CONCAT,NO_ENGINE_SUBSTITUTION,STRICT_TRANS_TABLES', "
+    "SET SESSION sql_mode = 'ANSI_QUOTES,PIPES_AS_CONCAT,NO_AUTO_VALUE_ON_ZERO,SIMULTANEOUS_ASSIGNMENT,"
+    "NO_ENGINE_SUBSTITUTION,STRICT_TRANS_TABLES', "
     "tx_isolation = 'READ-COMMITTED', innodb_lock_wait_timeout = 5, idle_transaction_timeout = 10, "
     "autocommit = 1;"
     "SELECT unix_timestamp(now(6)), (SELECT s.variable_value FROM information_schema.global_status AS s, "

@@ -3,10 +3,14 @@
 #include "install/Bulk.h"
 #include "install/DemoFirm.h"
 #include "install/FirstRows.h"
+#include "install/IniFile.h"
 #include "install/LargeFirm.h"
 #include "install/Resources.h"
 #include "install/Schema.h"
+#include "platform/DatabaseSettings.h"
+#include "store/BuildDatabase.h"
 #include "store/CreateDatabase.h"
+#include "store/ServerDatabase.h"
 #include "store/SqliteEngine.h"
 #include <QDir>
 #include <QDirIterator>
@@ -25,14 +29,20 @@ using namespace Qt::StringLiterals;
 class Installation {
   public:
     Installation(const QString& appFolder, const InstallOptions& options) :
-        m_root(appFolder), m_options(options) {}
+        m_root(appFolder), m_options(options),
+        m_settings(platform::DatabaseSettings::read(iniFile(appFolder))) {}
 
     QStringList run() {
         for (const char16_t* folder : {u"Data", u"Reports", u"Internet/Pictures_Small",
                                        u"Internet/Pictures_Large", u"Internet/Pictures_Temp"})
             makeFolder(QString::fromUtf16(folder));
+        if (!m_settings.problem.isEmpty())
+            failOn(m_settings.problem + u" (%1)"_s, iniFile(m_root.path()));
         for (const DatabaseFile& file : databaseFiles())
-            makeDatabase(file);
+            if (!isOnServer(file.database))
+                makeDatabase(file);
+        if (m_settings.server.isServer())
+            fillServer();
         for (const char16_t* picture : {u"Internet/logo_demokurier.jpg", u"Internet/logo_kurier.jpg"})
             makeFile(QString::fromUtf16(picture), resource(u"files/logo_demokurier.jpg"_s), kForAll);
         makeIniFile();
@@ -49,36 +59,62 @@ class Installation {
             failOn(u"Der Ordner \"%1\" kann nicht angelegt werden."_s, m_root.filePath(name));
     }
 
+    bool isOnServer(Database database) const {
+        return database == Database::Main ? m_settings.server.isServer()
+                                          : database == Database::PhoneBook && m_settings.phoneBookOnServer;
+    }
+
+    QString dataFile(const DatabaseFile& file) const { return m_root.filePath(u"Data/"_s + file.fileName); }
+
     void makeDatabase(const DatabaseFile& file) {
-        const QString path = m_root.filePath(u"Data/"_s + file.fileName);
+        const QString path = dataFile(file);
         if (QFile::exists(path)) {
             m_done.append(u"%1 besteht bereits und bleibt, wie sie ist."_s.arg(file.fileName));
             return;
         }
-        const QString unfinished = path + u".neu"_s;
-        for (const char16_t* suffix : {u"", u"-wal", u"-shm", u"-journal"})
-            QFile::remove(unfinished + QString::fromUtf16(suffix));
-        store::createDatabase(unfinished, file.password, file.schemaVersion);
-        fill(unfinished, file);
-        if (!QFile::rename(unfinished, path))
+        if (!QFile::rename(filled(file), path))
             failOn(u"Die Datei \"%1\" kann nicht angelegt werden."_s, path);
         m_done.append(u"%1 angelegt."_s.arg(file.fileName));
     }
 
-    /// Until the file has its name nobody needs it back after a crash: it is written without a journal.
-    void fill(const QString& path, const DatabaseFile& file) {
-        store::SqliteEngine engine(path, file.password);
-        sqlite3* handle = engine.handle();
-        runScript(handle, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -200000;"
-                          "BEGIN IMMEDIATE");
-        createTables(handle, file.database);
-        addFirstRows(handle, file.database);
-        if (m_options.demo)
-            addDemoFirm(handle, file.database);
-        if (m_options.large > 0)
-            addLargeFirm(handle, file.database, m_options.large);
-        createIndexesAndViews(handle, file.database);
-        runScript(handle, "COMMIT; PRAGMA synchronous = FULL; PRAGMA journal_mode = WAL");
+    /// Makes the database under the name that it has until it is whole.
+    QString filled(const DatabaseFile& file) {
+        const QString path = dataFile(file) + u".neu"_s;
+        store::removeDatabase(path);
+        store::buildDatabase(path, file.password, file.database, [&](store::SqliteEngine& engine) {
+            sqlite3* const handle = engine.handle();
+            addFirstRows(handle, file.database);
+            if (m_options.demo)
+                addDemoFirm(handle, file.database);
+            if (m_options.large > 0)
+                addLargeFirm(handle, file.database, m_options.large);
+        });
+        return path;
+    }
+
+    /// What the server lacks is made as a file and copied there. A station that joins others finds all.
+    void fillServer() {
+        store::ServerDatabase server(m_settings.server);
+        const bool hasMain = server.state() == store::ServerDatabase::State::Whole;
+        const QString name = m_settings.server.database;
+        if (hasMain)
+            m_done.append(
+                u"Die Datenbank \"%1\" auf dem Server besteht bereits und bleibt, wie sie ist."_s.arg(name));
+        QStringList loaded;
+        for (const DatabaseFile& file : databaseFiles()) {
+            const bool isThere = file.database == Database::Main ? hasMain : server.hasPhoneBook();
+            if (!isOnServer(file.database) || isThere)
+                continue;
+            const QString path = filled(file);
+            server.load(*std::make_unique<store::SqliteEngine>(path, file.password), file.database);
+            store::removeDatabase(path);
+            loaded.append(file.fileName.chopped(4));
+        }
+        if (loaded.isEmpty())
+            return;
+        server.putInPlace();
+        m_done.append(
+            u"%1 in der Datenbank \"%2\" auf dem Server angelegt."_s.arg(loaded.join(u" und "_s), name));
     }
 
     void makeFile(const QString& name, const QByteArray& content, QFile::Permissions permissions) {
@@ -122,6 +158,7 @@ class Installation {
 
     const QDir m_root;
     const InstallOptions m_options;
+    const platform::DatabaseSettings m_settings;
     QStringList m_done;
 };
 

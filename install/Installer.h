@@ -19,6 +19,9 @@ struct InstallOptions {
 ///
 /// What exists is never touched, so that demo and large rows come only into databases that this call creates.
 /// A database gets its name when it is complete: a crash in between leaves none behind that is half made.
+/// Databases that stand on a server after tavolino.ini are made there, in a database that is empty; where
+/// they are there already, this installation is one more station.
+///
 /// Gives what was done as German sentences. Throws common::RunTimeError.
 QStringList installDatabases(const QString& appFolder, const InstallOptions& options = {});
 

@@ -1,28 +1,25 @@
 #pragma once
+#include "store/Schema.h"
 #include <QString>
 #include <QVector>
 
 struct sqlite3;
 
-/// The four databases of an installation: their files and what they consist of. The definitions themselves
-/// stand in install/schema/, one script a database for tables, indexes and views.
+/// The files of the four databases of an installation.
 namespace install {
 
-enum class Database { Main, PhoneBook, Print, OnlineShop };
+using store::Database;
 
 struct DatabaseFile {
     Database database;
     /// File name in the folder Data, such as "DBTavolino.mdb".
     QString fileName;
     QString password;
-    int schemaVersion;
 };
 
 const QVector<DatabaseFile>& databaseFiles();
 
-/// The tables, without indexes: rows come in faster before them.
+/// The tables alone.
 void createTables(sqlite3* handle, Database database);
-/// Indexes and views, over whatever the tables hold.
-void createIndexesAndViews(sqlite3* handle, Database database);
 
 } // namespace install

@@ -3,12 +3,14 @@
 #include "common/RunTimeError.h"
 #include "install/HiddenLine.h"
 #include "install/Installer.h"
+#include "install/Moving.h"
 #include "install/OwnerPassword.h"
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTextStream>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +21,7 @@ enum ExitCode { kDone = 0, kFailed = 1, kMisused = 2 };
 struct Request {
     QString folder;
     install::InstallOptions options;
+    std::optional<install::MoveTo> moveTo;
     bool ownerPassword = false;
 };
 
@@ -26,7 +29,7 @@ struct Request {
 Request readArguments(const QCoreApplication& program, QString& error) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        u"Legt die Ordner und Datenbanken von Tavolino an. Was besteht, wird nie verändert."_s);
+        u"Legt die Ordner und Datenbanken von Tavolino an, auf dem Server, wenn tavolino.ini es sagt. Was besteht, wird nie verändert."_s);
     parser.addPositionalArgument(u"ordner"_s, u"Ordner des Programms."_s, u"<ordner>"_s);
     parser.addOption({u"demo"_s, u"Neue Datenbanken mit einer erfundenen Firma füllen."_s});
     parser.addOption({u"large"_s,
@@ -37,6 +40,11 @@ Request readArguments(const QCoreApplication& program, QString& error) {
         {u"reports"_s, u"Ordner, aus dem fehlende Berichtsvorlagen kopiert werden."_s, u"ordner"_s});
     parser.addOption({u"owner-password"_s,
                       u"Das Passwort des Inhabers setzen; es wird von der Standardeingabe gelesen."_s});
+    parser.addOption(
+        {u"umziehen"_s,
+         u"Die Daten der Installation auf den Server kopieren, den tavolino.ini nennt (server), "
+         u"oder von dort in neue Dateien (datei). Schliessen Sie vorher Tavolino an allen Stationen."_s,
+         u"server|datei"_s});
     const QCommandLineOption help = parser.addHelpOption();
     Request request;
     if (!parser.parse(program.arguments())) {
@@ -58,8 +66,26 @@ Request readArguments(const QCoreApplication& program, QString& error) {
         error = u"Der Faktor hinter --large muss eine Zahl zwischen 0 und 10 sein."_s;
     if (request.options.demo && request.options.large > 0)
         error = u"--demo und --large schliessen einander aus."_s;
+    const QString moveTo = parser.value(u"umziehen"_s);
+    if (parser.isSet(u"umziehen"_s) && moveTo != u"server" && moveTo != u"datei")
+        error = u"Hinter --umziehen steht server oder datei."_s;
+    else if (parser.isSet(u"umziehen"_s))
+        request.moveTo = moveTo == u"server" ? install::MoveTo::Server : install::MoveTo::Files;
     request.options.reportsFrom = parser.value(u"reports"_s);
     return request;
+}
+
+void move(const Request& request, QTextStream& out) {
+    int shown = 0;
+    const auto progress = [&](qint64 done, qint64 total) {
+        constexpr int kStep = 10;
+        const int now = total > 0 ? int(done * 100 / total) / kStep * kStep : 0;
+        if (now != shown && now > 0)
+            out << now << u" %"_s << Qt::endl;
+        shown = now;
+    };
+    for (const QString& line : install::moveInstallation(request.folder, *request.moveTo, progress))
+        out << line << Qt::endl;
 }
 
 void setOwnerPassword(const Request& request, QTextStream& out) {
@@ -72,6 +98,12 @@ void setOwnerPassword(const Request& request, QTextStream& out) {
         install::setOwnerPassword(request.folder, password);
         out << u"Passwort des Inhabers, das nur dieses eine Mal gezeigt wird: "_s << password << Qt::endl;
     }
+}
+
+void setUp(const Request& request, QTextStream& out) {
+    for (const QString& line : install::installDatabases(request.folder, request.options))
+        out << line << Qt::endl;
+    setOwnerPassword(request, out);
 }
 
 } // namespace
@@ -89,9 +121,10 @@ int main(int argc, char** argv) {
     QElapsedTimer timer;
     timer.start();
     try {
-        for (const QString& line : install::installDatabases(request.folder, request.options))
-            out << line << Qt::endl;
-        setOwnerPassword(request, out);
+        if (request.moveTo)
+            move(request, out);
+        else
+            setUp(request, out);
     } catch (const common::RunTimeError& failure) {
         complaints << failure.sentence() << Qt::endl << failure.detail() << Qt::endl;
         return kFailed;

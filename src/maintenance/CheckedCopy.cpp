@@ -4,6 +4,7 @@
 #include "common/FileErrors.h"
 #include "maintenance/WorkApart.h"
 #include "store/CheckDatabase.h"
+#include "store/CreateDatabase.h"
 #include "store/MainCopies.h"
 #include "store/StoreGlobals.h"
 #include <QDir>
@@ -44,16 +45,6 @@ bool isOwnDataFile(const QString& path) {
                        [&](const QString& name) { return same(data.filePath(name)); });
 }
 
-void removeLeftover(const QString& path) {
-    for (const char16_t* suffix : {u"", u"-wal", u"-shm", u"-journal"}) {
-        const QString file = path + QString::fromUtf16(suffix);
-        std::error_code error;
-        std::filesystem::remove(QFileInfo(file).filesystemFilePath(), error);
-        if (error)
-            common::throwFileError(error, file);
-    }
-}
-
 void checkCopy(const QString& path, const platform::Progress& progress, store::Depth depth) {
     store::CheckDatabase(path, QString::fromLatin1(store::kMainPassword), store::mainTables(), progress,
                          depth);
@@ -61,7 +52,7 @@ void checkCopy(const QString& path, const platform::Progress& progress, store::D
 
 void copyChecked(const QString& from, const QString& to, const platform::Progress& progress) {
     const QString unfinished = to + kUnfinished;
-    removeLeftover(unfinished);
+    store::removeDatabase(unfinished);
     try {
         common::copyFile(from, unfinished, stretch(progress, 0, 70));
         if (!common::haveSameBytes(from, unfinished, stretch(progress, 70, 100)))
@@ -72,7 +63,7 @@ void copyChecked(const QString& from, const QString& to, const platform::Progres
         if (const std::error_code error = common::replaceFile(to, unfinished))
             common::throwFileError(error, to);
     } catch (...) {
-        removeLeftover(unfinished);
+        store::removeDatabase(unfinished);
         throw;
     }
 }

@@ -17,8 +17,6 @@ QString mainFile();
 /// Whether the path leads to the working database or to another of the program's own data files, also
 /// to one that it may make there.
 bool isOwnDataFile(const QString& path);
-/// Deletes a database that an earlier, broken run has left. Throws where it stays.
-void removeLeftover(const QString& path);
 /// As store::CheckDatabase: the file is a whole copy of the main database.
 void checkCopy(const QString& path, const platform::Progress& progress,
                store::Depth depth = store::Depth::Structure);

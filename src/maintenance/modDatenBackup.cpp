@@ -3,10 +3,7 @@
 #include "common/Convert.h"
 #include "maintenance/CheckedCopy.h"
 #include "maintenance/WorkApart.h"
-#include "store/ConnectionString.h"
-#include "store/MainCopies.h"
-#include "store/SoleHold.h"
-#include "store/StoreGlobals.h"
+#include "store/CompactedMain.h"
 #include <QDir>
 #include <QFileInfo>
 
@@ -14,27 +11,6 @@ using namespace Qt::StringLiterals;
 using maintenance::stretch;
 
 namespace modDatenBackup {
-namespace {
-
-void compactMain(const platform::Progress& progress) {
-    const QString clean = store::ConnectionString::parse(store::mainCompactionTarget()).path;
-    store::SoleHold hold(store::mainCompactionSource());
-    maintenance::removeLeftover(clean);
-    progress(15, 100);
-    hold.CompactDatabase(store::mainCompactionTarget(), stretch(progress, 15, 40));
-    try {
-        maintenance::checkCopy(clean, stretch(progress, 40, 45));
-        progress(45, 100);
-        hold.replaceWith(clean);
-    } catch (...) {
-        maintenance::removeLeftover(clean);
-        throw;
-    }
-    progress(60, 100);
-}
-
-} // namespace
-
 QString ProposedName() {
     return u"Backup_TavolinoNET_"_s + common::formatDate(common::clock::today(), u"DDMMMYYYY");
 }
@@ -60,10 +36,8 @@ QString Refusal(const QString& path) {
 
 void CreateBackup(const QString& path, const platform::Progress& progress) {
     progress(10, 100);
-    compactMain(progress);
-    // Nobody changes the file while it is copied.
-    const store::SoleHold hold(store::mainConnectionString());
-    maintenance::copyChecked(maintenance::mainFile(), path, stretch(progress, 60, 100));
+    const store::CompactedMain main(stretch(progress, 10, 60));
+    maintenance::copyChecked(main.file(), path, stretch(progress, 60, 100));
     progress(100, 100);
 }
 

@@ -5,6 +5,7 @@
 #include "maintenance/WorkApart.h"
 #include "maintenance/modTagessicherung.h"
 #include "orders/OrderDraft.h"
+#include "store/CreateDatabase.h"
 #include "store/MainCopies.h"
 #include "store/Recordset.h"
 #include "store/SchemaSteps.h"
@@ -47,7 +48,7 @@ bool canBeRead(const QString& path) {
 /// A database that is damaged is kept as it is. False where its disk does not give it back any more: that is
 /// why somebody restores.
 bool copyDamaged(const QString& target, const platform::Progress& progress) {
-    maintenance::removeLeftover(target);
+    store::removeDatabase(target);
     try {
         common::copyFile(maintenance::mainFile(), target, progress);
         return true;
@@ -67,12 +68,12 @@ bool isOfTarget(const common::RunTimeError& error) {
 void keepPresent(store::SoleHold& hold, const QString& backup, const platform::Progress& progress) {
     const QString kept = modTagessicherung::NewNameBeforeRestore();
     const QString unfinished = kept + maintenance::kUnfinished;
-    maintenance::removeLeftover(unfinished);
+    store::removeDatabase(unfinished);
     try {
         hold.CompactDatabase(store::backupConnectionString(unfinished), stretch(progress, 0, 80));
         maintenance::checkCopy(unfinished, stretch(progress, 80, 100));
     } catch (const common::RunTimeError& damage) {
-        if (isOfTarget(damage))
+        if (isOfTarget(damage) || !hold.isFile())
             throw;
         qWarning("The present database is kept as it is: %s", damage.what());
         const bool isKept = copyDamaged(unfinished, progress);
@@ -105,16 +106,17 @@ void ProbeBackup(const QString& path) {
 
 void RestoreBackup(const QString& path, const platform::Progress& progress) {
     const QString coming = QFileInfo(maintenance::mainFile()).path() + u"/DBTavolino_NEU.mdb"_s;
-    maintenance::removeLeftover(coming);
+    store::removeDatabase(coming);
     try {
         common::copyFile(path, coming, stretch(progress, 0, 30));
         maintenance::checkCopy(coming, stretch(progress, 30, 45), store::Depth::Everything);
         bringUpToDate(coming);
         store::SoleHold hold(store::mainConnectionString());
-        keepPresent(hold, path, stretch(progress, 45, 95));
+        hold.prepare(coming, stretch(progress, 45, 70));
+        keepPresent(hold, path, stretch(progress, 70, 95));
         hold.replaceWith(coming);
     } catch (...) {
-        maintenance::removeLeftover(coming);
+        store::removeDatabase(coming);
         throw;
     }
     // Their customers' numbers are the former database's.

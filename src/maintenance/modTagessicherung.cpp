@@ -8,6 +8,7 @@
 #include "maintenance/CheckedCopy.h"
 #include "maintenance/WorkApart.h"
 #include "platform/IniSection.h"
+#include "store/CompactedMain.h"
 #include "store/CreateDatabase.h"
 #include "store/MainCopies.h"
 #include "store/StoreGlobals.h"
@@ -44,7 +45,7 @@ void requireFolder() {
 /// A copy that fills the disk would keep an order from being booked.
 void requireRoom(const QString& folder) {
     const QStorageInfo disk(folder);
-    const qint64 size = QFileInfo(maintenance::mainFile()).size();
+    const qint64 size = store::mainSize();
     if (disk.isValid() && disk.bytesAvailable() < size + size / 4 + 50'000'000)
         throw common::RunTimeError(common::kDiskFull,
                                    u"Auf dem Datenträger ist zu wenig Platz für eine Tagessicherung."_s,
@@ -56,7 +57,7 @@ void removeUnfinished(const QDir& folder) {
     for (const QString& kind : {kDaily, kReplaced, kChanged})
         for (const QString& name :
              folder.entryList({kind + u"*.mdb"_s + maintenance::kUnfinished}, QDir::Files))
-            maintenance::removeLeftover(folder.filePath(name));
+            store::removeDatabase(folder.filePath(name));
 }
 
 /// What stands in the way of a day's copy is no reason to go without one before a change.
@@ -112,7 +113,7 @@ void makeCopy(const QString& folder, const QString& name, const platform::Progre
         maintenance::checkCopy(unfinished, stretch(progress, 70, 100));
         PutInPlace(file);
     } catch (...) {
-        maintenance::removeLeftover(unfinished);
+        store::removeDatabase(unfinished);
         throw;
     }
 }

@@ -48,7 +48,9 @@ DatabaseSettings DatabaseSettings::read(const QString& iniFile) {
     settings.server.password = section.text(u"Passwort"_s);
     settings.server.tls = section.yes(u"Tls"_s, true);
     settings.server.authority = section.text(u"Zertifikat"_s);
-    settings.phoneBookOnServer = onServer(section, u"Telefonbuch"_s) && wanted;
+    settings.toldServer = settings.server;
+    settings.phoneBookWanted = onServer(section, u"Telefonbuch"_s);
+    settings.phoneBookOnServer = settings.phoneBookWanted && wanted;
     settings.station = section.text(u"Station"_s, QSysInfo::machineHostName());
     section.findUnknownKeys();
     if (wanted && settings.server.servers.isEmpty())

@@ -1,13 +1,17 @@
 #include "store/CreateDatabase.h"
+#include "common/FileErrors.h"
 #include "common/OwnerFile.h"
 #include "common/RunTimeError.h"
 #include "store/ConnectionString.h"
 #include "store/PasswordGate.h"
+#include "store/ServerDatabase.h"
 #include "store/SqliteEngine.h"
 #include "store/SqliteErrors.h"
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <filesystem>
 
 namespace store {
 
@@ -42,6 +46,16 @@ void createDatabase(const QString& path, const QString& password, int schemaVers
     }
 }
 
+void removeDatabase(const QString& path) {
+    for (const char16_t* suffix : {u"", u"-wal", u"-shm", u"-journal"}) {
+        const QString file = path + QString::fromUtf16(suffix);
+        std::error_code error;
+        std::filesystem::remove(QFileInfo(file).filesystemFilePath(), error);
+        if (error)
+            common::throwFileError(error, file);
+    }
+}
+
 void setPassword(const QString& path, const QString& oldPassword, const QString& newPassword) {
     { const SqliteEngine gate(path, oldPassword); }
     try {
@@ -55,6 +69,8 @@ void setPassword(const QString& path, const QString& oldPassword, const QString&
 void CompactDatabase(const QString& sourceConnection, const QString& targetConnection,
                      const Progress& progress) {
     const ConnectionString source = ConnectionString::parse(sourceConnection);
+    if (source.isServer())
+        return copyFromServer(source, Database::Main, ConnectionString::parse(targetConnection), progress);
     SqliteEngine engine(source.path, source.password);
     compact(engine, source.password, targetConnection, progress);
 }

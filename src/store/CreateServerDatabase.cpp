@@ -13,7 +13,18 @@ namespace {
 
 constexpr char kEnd[] = " ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_uca1400_nopad_as_ci";
 
-QList<QByteArray> ownTables() {
+void refuseTables(MariaConnection& connection, const QString& database) {
+    const auto answers =
+        connection.send({"SELECT count(*) FROM information_schema.tables WHERE table_schema = database()"});
+    const MYSQL_ROW row = mysql_fetch_row(answers.front().rows.get());
+    if (QByteArray(row[0]).toInt() > 0)
+        throw common::RunTimeError(common::kTargetExists,
+                                   u"Die Datenbank \"%1\" auf dem Server ist nicht leer."_s.arg(database));
+}
+
+} // namespace
+
+QList<QByteArray> serverTables() {
     return {
         QByteArray("CREATE TABLE tbl_Store_Sperre (lng_ID BIGINT PRIMARY KEY, lng_Stand BIGINT NOT NULL)") +
             kEnd,
@@ -25,8 +36,7 @@ QList<QByteArray> ownTables() {
             kEnd};
 }
 
-/// Last, so that only a whole database is one of ours.
-QList<QByteArray> head() {
+QList<QByteArray> serverHead() {
     return {
         QByteArray("CREATE TABLE tbl_Store_Kopf (lng_Schema BIGINT NOT NULL, lng_Anwendung BIGINT NOT NULL, "
                    "lng_ID BIGINT PRIMARY KEY DEFAULT 1)") +
@@ -34,17 +44,6 @@ QList<QByteArray> head() {
         "INSERT INTO tbl_Store_Kopf (lng_Schema, lng_Anwendung) VALUES (" +
             QByteArray::number(kSchemaVersion) + ", " + QByteArray::number(kApplicationId) + ")"};
 }
-
-void refuseTables(MariaConnection& connection, const QString& database) {
-    const auto answers =
-        connection.send({"SELECT count(*) FROM information_schema.tables WHERE table_schema = database()"});
-    const MYSQL_ROW row = mysql_fetch_row(answers.front().rows.get());
-    if (QByteArray(row[0]).toInt() > 0)
-        throw common::RunTimeError(common::kTargetExists,
-                                   u"Die Datenbank \"%1\" auf dem Server ist nicht leer."_s.arg(database));
-}
-
-} // namespace
 
 QByteArray keepToken(const QByteArray& token) {
     return "INSERT INTO tbl_Store_Abschluss VALUES ('" + token +
@@ -62,10 +61,10 @@ QByteArray tokenQuery(const QByteArray& token) {
 
 void createServerDatabase(const QString& connectionString, const QStringList& scripts) {
     const ConnectionString parts = ConnectionString::parse(connectionString);
-    QList<QByteArray> definitions = ownTables();
+    QList<QByteArray> definitions = serverTables();
     for (const QString& statement : translateDefinitions(scripts.join(u'\n'), Speech::MariaDb))
         definitions.append(statement.toUtf8());
-    definitions += head();
+    definitions += serverHead();
     MariaConnection connection(parts, MariaConnection::Database::Any);
     connection.setPatience(Patience::Long);
     connection.open();

@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QList>
 #include <QStringList>
 
 namespace store {
@@ -20,7 +21,12 @@ inline constexpr qint64 kBarred = -1;
 /// What was kept with it; kBarred and the key 0 where it was barred.
 QByteArray tokenQuery(const QByteArray& token);
 
-/// Makes the tables of the scripts, which are those of install/schema, in a database of a server that has
+/// Statements that make these tables, and the head, which comes last, so that only a whole database is one of
+/// ours.
+QList<QByteArray> serverTables();
+QList<QByteArray> serverHead();
+
+/// Makes the tables of the scripts, which are those of Schema.h, in a database of a server that has
 /// none. Throws kTargetExists where it has some, and what Connection::Open throws. What fails leaves a
 /// database that is none of ours, which has to be emptied.
 void createServerDatabase(const QString& connectionString, const QStringList& scripts);

@@ -26,10 +26,11 @@ QString moment(double serial) {
     return QString::number(serial, 'g', 17);
 }
 
+constexpr const char16_t* kTopics[] = {u"Einstellungen",   u"Katalog",         u"Benutzer",
+                                       u"WebBestellungen", u"Vorbestellungen", u"Anrufe"};
+
 QString topicName(Topic topic) {
-    static const char16_t* const names[] = {u"Einstellungen",   u"Katalog",         u"Benutzer",
-                                            u"WebBestellungen", u"Vorbestellungen", u"Anrufe"};
-    return QString::fromUtf16(names[int(topic)]);
+    return QString::fromUtf16(kTopics[int(topic)]);
 }
 
 /// By topic, as it was seen last. All are read at once, and as often as somebody asks again.
@@ -92,6 +93,13 @@ QString holderOf(const QString& task) {
                                  moment(engine.now()),
                              ConnMain);
     return rows->Eof() ? QString() : rows->Fields(u"txt_Station").text();
+}
+
+QStringList topicNames() {
+    QStringList names;
+    for (const char16_t* const name : kTopics)
+        names.append(QString::fromUtf16(name));
+    return names;
 }
 
 void tellNews(Topic topic) {

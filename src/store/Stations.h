@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 
 /// What the stations on one database have to agree on. Of a database that is not shared everything is granted
 /// at once, without a look at the store. They use RsMain, and no claim is made inside a transaction.
@@ -19,6 +20,9 @@ QString holderOf(const QString& task);
 
 /// What stations keep in memory and read again once it has changed elsewhere.
 enum class Topic { Settings, Catalogue, Users, WebOrders, PreOrders, Calls };
+
+/// Their names in the store.
+QStringList topicNames();
 
 /// Tells the others that it has changed; inside the transaction that changes it, or behind the change.
 void tellNews(Topic topic);

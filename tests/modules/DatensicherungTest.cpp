@@ -7,7 +7,9 @@
 #include "maintenance/modTagessicherung.h"
 #include "store/CreateDatabase.h"
 #include "store/MainCopies.h"
+#include "store/ServerDatabase.h"
 #include "store/SqliteEngine.h"
+#include "support/DatabaseServer.h"
 #include "support/FirstSchema.h"
 #include "support/FullDisk.h"
 #include "support/Outcome.h"
@@ -313,6 +315,66 @@ TEST_F(Datensicherung, ACopyThatFailsOrIsGivenUpLeavesTheOthers) {
     EXPECT_EQ(
         Settings::read(firm.folder() + u"/tavolino.ini"_s).problem,
         u"Der Wert von \"Ordner\" ist nicht zu verstehen.\n\"Order\" im Abschnitt [Sicherung] ist unbekannt."_s);
+}
+
+/// The firm's database on a server, and not in its file any more.
+class OnServer {
+  public:
+    explicit OnServer(test::DatabaseServer& server) : m_database(server) {
+        server.sql(u"CREATE DATABASE "_s + m_database.name());
+        store::CloseDatabases();
+        store::ServerDatabase target(m_database.connection());
+        target.load(*store::openEngine(store::ConnectionString::parse(store::mainConnectionString())),
+                    store::Database::Main);
+        target.putInPlace();
+        QFile::rename(maintenance::mainFile(), away());
+        store::setServer(m_database.connection(), false);
+    }
+
+    ~OnServer() {
+        store::setServer({}, false);
+        QFile::rename(away(), maintenance::mainFile());
+    }
+
+    static QString away() { return maintenance::mainFile() + u".fort"_s; }
+
+  private:
+    const test::ServerDatabase m_database;
+};
+
+TEST_F(Datensicherung, ABackupOfAServerGoesBackThereAndIntoAFile) {
+    if (!test::DatabaseServer::shared())
+        GTEST_SKIP() << test::DatabaseServer::whyNotShared().toStdString();
+    {
+        const OnServer moved(*test::DatabaseServer::shared());
+        store::OpenDatabases();
+        addKurier(u"ALT"_s);
+        store::CloseDatabases();
+        const QList<int> told = backUp();
+        EXPECT_TRUE(std::is_sorted(told.begin(), told.end()) && told.last() == 100);
+        EXPECT_EQ(files(data({}), u"DBTavolino*.mdb"_s).filter(u"CLEAN"_s), QStringList());
+        modDatenRestore::ProbeBackup(backup);
+
+        store::OpenDatabases();
+        addKurier(u"NEU"_s);
+        modTagessicherung::MakeCopy(kDay, platform::unwatched);
+        EXPECT_EQ(modTagessicherung::Copies().size(), 1);
+        store::CloseDatabases();
+        restore();
+        store::OpenDatabases();
+        EXPECT_EQ(kuriere(u"ALT"_s), 1);
+        EXPECT_EQ(kuriere(u"NEU"_s), 0);
+        store::CloseDatabases();
+        EXPECT_FALSE(QFile::exists(maintenance::mainFile()));
+        ASSERT_EQ(modTagessicherung::Copies().first().occasion, modTagessicherung::Occasion::Restore);
+        store::SqliteEngine kept(modTagessicherung::Copies().first().file,
+                                 QString::fromLatin1(store::kMainPassword));
+        EXPECT_TRUE(kept.query(u"SELECT * FROM tbl_Verwaltung_Kuriere WHERE txt_Kurzzeichen = 'NEU'"_s, false)
+                        ->next());
+    }
+    restore();
+    store::OpenDatabases();
+    EXPECT_EQ(kuriere(u"ALT"_s), 1);
 }
 
 } // namespace

@@ -8,6 +8,8 @@
 #include "store/SqliteEngine.h"
 #include "store/Stations.h"
 #include <QFile>
+#include <QMap>
+#include <QRegularExpression>
 
 namespace store {
 
@@ -30,6 +32,22 @@ QByteArrayList definitionsOf(Database database, const char* kind) {
         if (statement.startsWith(QLatin1StringView(kind)))
             found.append(statement.toUtf8());
     return found;
+}
+
+/// A statement for each table: the server walks it once for all its indexes.
+QByteArrayList indexesOf(Database database) {
+    static const QRegularExpression index(u"^CREATE (UNIQUE )?INDEX (\\S+) ON (\\S+) (.*)$"_s);
+    QMap<QString, QStringList> byTable;
+    for (const char* const kind : {"CREATE INDEX", "CREATE UNIQUE INDEX"})
+        for (const QByteArray& statement : definitionsOf(database, kind)) {
+            const auto parts = index.match(QString::fromUtf8(statement));
+            byTable[parts.captured(3)].append(
+                u"ADD %1INDEX %2 %3"_s.arg(parts.captured(1), parts.captured(2), parts.captured(4)));
+        }
+    QByteArrayList statements;
+    for (auto table = byTable.cbegin(); table != byTable.cend(); ++table)
+        statements.append(u"ALTER TABLE %1 %2"_s.arg(table.key(), table->join(u", "_s)).toUtf8());
+    return statements;
 }
 
 QByteArrayList coming(const QByteArrayList& statements) {
@@ -112,9 +130,8 @@ void ServerDatabase::load(Engine& file, Database database, const Progress& progr
     FileEnd source(file);
     ServerEnd target(m_session, kComing);
     copyTables(source, target, source.tables(database), progress);
-    for (const char* const kind : {"CREATE INDEX", "CREATE UNIQUE INDEX"})
-        for (const QByteArray& index : coming(definitionsOf(database, kind)))
-            m_session.run(index);
+    for (const QByteArray& indexes : coming(indexesOf(database)))
+        m_session.run(indexes);
     m_loaded.append(database);
 }
 

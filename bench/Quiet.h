@@ -18,7 +18,7 @@ class QuietDialogs : public platform::Dialogs {
 
     QString OpenFile(const QString&, const QString&) override { return {}; }
 
-    bool WaitForServer(const std::function<bool()>&) override { return false; }
+    bool WaitForServer(const std::function<bool()>&, const QString& = {}) override { return false; }
 
     /// Watched work goes beside the user interface, as in the program; nobody gives it up.
     platform::Progress ShowProgress(const QString&) override {

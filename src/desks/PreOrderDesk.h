@@ -22,6 +22,8 @@ class PreOrderAlarm {
     virtual ~PreOrderAlarm() = default;
     /// The pre-order that is due, and its customer's name.
     virtual void setFaellig(qint64 trxNr, const QString& kunde) = 0;
+    /// The pre-order that it tells of.
+    virtual qint64 Faellig() const = 0;
 };
 
 } // namespace desks

@@ -5,6 +5,7 @@
 #include "maintenance/modTagessicherung.h"
 #include "platform/Progress.h"
 #include "platform/RegistryStore.h"
+#include "store/Stations.h"
 #include <QElapsedTimer>
 #include <thread>
 #ifdef Q_OS_LINUX
@@ -84,7 +85,20 @@ void DailyCopy::giveUp(std::chrono::milliseconds patience) {
 }
 
 void DailyCopy::begin() {
-    m_work = std::async(std::launch::async, [this, day = modTagessicherung::Today()] { work(day); });
+    constexpr auto kLongest = 1h;
+    const QDate day = modTagessicherung::Today();
+    m_task = u"Tagessicherung "_s + day.toString(Qt::ISODate);
+    if (!store::claim(m_task, int(std::chrono::seconds(kLongest).count())))
+        return m_timer.start(kLongest);
+    m_work = std::async(std::launch::async, [this, day] { work(day); });
+}
+
+void DailyCopy::settle(bool isThere) {
+    constexpr auto kADay = 24h;
+    if (isThere)
+        store::claim(m_task, int(std::chrono::seconds(kADay).count()));
+    else
+        store::release(m_task);
 }
 
 void DailyCopy::work(QDate day) {
@@ -93,7 +107,7 @@ void DailyCopy::work(QDate day) {
     Pace pace;
     try {
         if (!modTagessicherung::IsDue(day))
-            return;
+            return later([this] { settle(true); });
         modTagessicherung::MakeCopy(day, [&](qint64, qint64) {
             pace.keep();
             if (m_givenUp)
@@ -104,13 +118,19 @@ void DailyCopy::work(QDate day) {
     } catch (...) {
         m_failure = std::current_exception();
     }
+    later([this] { finish(); });
+}
+
+/// In the thread of the user interface.
+void DailyCopy::later(const std::function<void()>& act) {
     QMetaObject::invokeMethod(
-        this, [this] { common::guarded(common::Origin::Timer, [this] { finish(); }); }, Qt::QueuedConnection);
+        this, [act] { common::guarded(common::Origin::Timer, act); }, Qt::QueuedConnection);
 }
 
 void DailyCopy::finish() {
     m_work.wait();
     remember(m_failure ? sentenceOf(m_failure) : QString());
+    settle(!m_failure);
     Q_EMIT done();
 }
 

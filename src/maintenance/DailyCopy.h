@@ -6,13 +6,15 @@
 #include <atomic>
 #include <chrono>
 #include <exception>
+#include <functional>
 #include <future>
 
 namespace maintenance {
 
 /// Makes the day's copy some time after the first start of a day, off everybody's way: in a thread that gives
 /// way to all others, and in small pieces. Told in the status box is only that it has failed for three days;
-/// each failure stands in the log.
+/// each failure stands in the log. Of several stations on
+/// one database one makes it.
 class DailyCopy : public QObject {
     Q_OBJECT
   public:
@@ -32,7 +34,10 @@ class DailyCopy : public QObject {
 
   private:
     void begin();
+    /// The task is done for today, or another station may try.
+    void settle(bool isThere);
     void work(QDate today);
+    void later(const std::function<void()>& act);
     void finish();
     void remember(const QString& failure);
 
@@ -41,6 +46,7 @@ class DailyCopy : public QObject {
     std::atomic<bool> m_givenUp = false;
     std::future<void> m_work;
     std::exception_ptr m_failure;
+    QString m_task;
 };
 
 } // namespace maintenance

@@ -1,6 +1,7 @@
 #include "masterdata/Artikel.h"
 #include "common/Convert.h"
 #include "store/Lookups.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 
@@ -63,10 +64,17 @@ void savePrices(const ArtikelTabellen& tables, qint64 key, const GruppenPreise& 
     }
 }
 
-void deleteArtikel(const ArtikelTabellen& tables, qint64 key) {
+QStringList rowsOf(const ArtikelTabellen& tables, qint64 key) {
+    return {store::rowQuery(tables.kopf, key), u"SELECT lng_Gruppe, dbl_Preis, lng_MWSt"_s +
+                                                   withPrices(tables, key) + u" ORDER BY lng_Gruppe ASC"_s};
+}
+
+void deleteArtikel(const ArtikelTabellen& tables, qint64 key, const store::RowMark& mark) {
     store::transact(ConnMain, [&] {
+        mark.require();
         store::deleteRow(tables.kopf, key);
         ConnMain.Execute(u"DELETE"_s + withPrices(tables, key));
+        store::tellNews(store::Topic::Catalogue);
     });
 }
 

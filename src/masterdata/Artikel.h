@@ -1,5 +1,6 @@
 #pragma once
 #include "store/Recordset.h"
+#include "store/RowMark.h"
 #include <QStringList>
 #include <array>
 
@@ -49,8 +50,11 @@ GruppenPreise loadPrices(const ArtikelTabellen& tables, qint64 key);
 /// Overwrites the rows in the order of their groups and adds those that are missing.
 void savePrices(const ArtikelTabellen& tables, qint64 key, const GruppenPreise& prices);
 
-/// Head and prices in one transaction.
-void deleteArtikel(const ArtikelTabellen& tables, qint64 key);
+/// Queries of head and prices, for the mark of a loaded record.
+QStringList rowsOf(const ArtikelTabellen& tables, qint64 key);
+
+/// Head and prices in one transaction, as long as they are as the mark tells.
+void deleteArtikel(const ArtikelTabellen& tables, qint64 key, const store::RowMark& mark);
 
 /// The three VAT codes with their present rates, such as "0 (8.10%)"; the index is the code. Code 2 has a
 /// rate that no setting fills: it is the tax-free code.

@@ -28,6 +28,7 @@ void frmArtikel::setUpArtikel(QCheckBox& internet, int positions, const QString&
         m_columns.push_back(column);
     takeControls();
     fillLists(positions);
+    follow(store::Topic::Catalogue);
     connectGuarded(Origin::User, m_sortGruppe, &QComboBox::currentIndexChanged, this,
                    [this] { FormatGrid(); });
     connectGuarded(Origin::User, m_sortStatus, &QCheckBox::toggled, this, [this] { FormatGrid(); });

@@ -142,6 +142,10 @@ void frmProdukte::ShowProduktBilder(const Produkt& produkt) {
     m_ui->imgDisplayBildGross->showStored(produkt.BildGross.datei);
 }
 
+store::RowMark frmProdukte::markRecord(qint64 key) const {
+    return MarkProdukt(key);
+}
+
 bool frmProdukte::checkInput() {
     const QString faulty = tr("Fehlerhafte Eingabe");
     if (m_ui->combo_ProduktGruppe->currentIndex() < 0)
@@ -175,7 +179,7 @@ Produkt frmProdukte::maskContent() const {
 }
 
 void frmProdukte::saveRecord() {
-    SaveProdukt(maskContent(), key());
+    SaveProdukt(maskContent(), key(), mark());
 }
 
 bool frmProdukte::mayDelete() {
@@ -187,7 +191,7 @@ bool frmProdukte::mayDelete() {
 }
 
 void frmProdukte::deleteRecord() {
-    DeleteProdukt(key());
+    DeleteProdukt(key(), mark());
 }
 
 void frmProdukte::choosePicture(frmProdukteBild& box, const QString& tooBig) {

@@ -22,6 +22,7 @@ class frmProdukte : public frmArtikel {
 
   protected:
     bool showRecord(qint64 key) override;
+    store::RowMark markRecord(qint64 key) const override;
     bool checkInput() override;
     void saveRecord() override;
     bool mayDelete() override;

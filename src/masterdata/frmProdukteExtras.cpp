@@ -45,6 +45,10 @@ bool frmProdukteExtras::showRecord(qint64 key) {
     return true;
 }
 
+store::RowMark frmProdukteExtras::markRecord(qint64 key) const {
+    return MarkExtra(key);
+}
+
 bool frmProdukteExtras::checkInput() {
     if (!filled(*m_ui->txt_Extra))
         return refuse(*m_ui->txt_Extra, tr("Bitte geben Sie eine Bezeichnung ein."),
@@ -65,7 +69,7 @@ bool frmProdukteExtras::checkInput() {
 }
 
 void frmProdukteExtras::saveRecord() {
-    SaveExtra({m_ui->txt_Extra->text(), artikel()}, key());
+    SaveExtra({m_ui->txt_Extra->text(), artikel()}, key(), mark());
 }
 
 bool frmProdukteExtras::mayDelete() {
@@ -77,5 +81,5 @@ bool frmProdukteExtras::mayDelete() {
 }
 
 void frmProdukteExtras::deleteRecord() {
-    DeleteExtra(key());
+    DeleteExtra(key(), mark());
 }

@@ -19,6 +19,7 @@ class frmProdukteExtras : public frmArtikel {
 
   protected:
     bool showRecord(qint64 key) override;
+    store::RowMark markRecord(qint64 key) const override;
     bool checkInput() override;
     void saveRecord() override;
     bool mayDelete() override;

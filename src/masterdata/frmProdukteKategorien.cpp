@@ -11,6 +11,7 @@ frmProdukteKategorien::frmProdukteKategorien(const platform::Services& services,
     m_ui->setupUi(this);
     platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
     setUpForm({m_ui->txt_Gruppe, m_ui->combo_Reihenfolge}, {7000, 7000});
+    follow(store::Topic::Catalogue);
     FormatGrid();
 }
 
@@ -40,6 +41,10 @@ bool frmProdukteKategorien::showRecord(qint64 key) {
     return true;
 }
 
+store::RowMark frmProdukteKategorien::markRecord(qint64 key) const {
+    return MarkProduktGruppe(key);
+}
+
 bool frmProdukteKategorien::checkInput() {
     if (!filled(*m_ui->txt_Gruppe))
         return refuse(*m_ui->txt_Gruppe, tr("Bitte geben Sie eine Gruppe ein."), tr("Fehlerhafte Eingabe"));
@@ -53,7 +58,7 @@ bool frmProdukteKategorien::checkInput() {
 void frmProdukteKategorien::saveRecord() {
     SaveProduktGruppe({m_ui->txt_Gruppe->text(), m_ui->combo_Reihenfolge->currentText().toLongLong(),
                        m_ui->check_Internet->isChecked()},
-                      key());
+                      key(), mark());
 }
 
 bool frmProdukteKategorien::mayDelete() {
@@ -65,5 +70,5 @@ bool frmProdukteKategorien::mayDelete() {
 }
 
 void frmProdukteKategorien::deleteRecord() {
-    DeleteProduktGruppe(key());
+    DeleteProduktGruppe(key(), mark());
 }

@@ -20,6 +20,7 @@ class frmProdukteKategorien : public platform::MasterDataForm {
 
   protected:
     bool showRecord(qint64 key) override;
+    store::RowMark markRecord(qint64 key) const override;
     bool checkInput() override;
     void saveRecord() override;
     bool mayDelete() override;

@@ -206,6 +206,10 @@ bool frmVerwaltungKunden::numberValid(const QLineEdit& field) const {
     return field.text().isEmpty() || common::isNumeric(field.text());
 }
 
+store::RowMark frmVerwaltungKunden::markRecord(qint64 key) const {
+    return MarkKunde(key);
+}
+
 bool frmVerwaltungKunden::checkInput() {
     const QString caption = tr("Fehlende Eingabe");
     if (!filled(*m_ui->txt_Name))
@@ -221,7 +225,7 @@ bool frmVerwaltungKunden::checkInput() {
 }
 
 void frmVerwaltungKunden::saveRecord() {
-    m_saved = SaveKunde(mask(), key());
+    m_saved = SaveKunde(mask(), key(), mark());
     showTotal();
 }
 
@@ -244,7 +248,7 @@ bool frmVerwaltungKunden::mayDelete() {
 }
 
 void frmVerwaltungKunden::deleteRecord() {
-    DeleteKunde(key());
+    DeleteKunde(key(), mark());
     showTotal();
 }
 

@@ -35,6 +35,7 @@ class frmVerwaltungKunden : public platform::MasterDataForm, public desks::Custo
 
   protected:
     bool showRecord(qint64 key) override;
+    store::RowMark markRecord(qint64 key) const override;
     bool checkInput() override;
     void saveRecord() override;
     bool mayDelete() override;

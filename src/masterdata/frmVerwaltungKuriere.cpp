@@ -11,6 +11,7 @@ frmVerwaltungKuriere::frmVerwaltungKuriere(const platform::Services& services, Q
     m_ui->setupUi(this);
     platform::fillNumbers(*m_ui->combo_Reihenfolge, 1, 25);
     setUpForm({m_ui->txt_Kurzzeichen, m_ui->txt_Bezeichnung, m_ui->combo_Reihenfolge}, {7000, 7000});
+    follow(store::Topic::Catalogue);
     FormatGrid();
 }
 
@@ -44,6 +45,10 @@ bool frmVerwaltungKuriere::showRecord(qint64 key) {
     return true;
 }
 
+store::RowMark frmVerwaltungKuriere::markRecord(qint64 key) const {
+    return MarkKurier(key);
+}
+
 bool frmVerwaltungKuriere::checkInput() {
     if (!filled(*m_ui->txt_Kurzzeichen))
         return refuse(*m_ui->txt_Kurzzeichen, tr("Bitte geben Sie ein Kurzzeichen ein."),
@@ -60,7 +65,7 @@ bool frmVerwaltungKuriere::checkInput() {
 void frmVerwaltungKuriere::saveRecord() {
     SaveKurier({m_ui->txt_Kurzzeichen->text(), m_ui->txt_Bezeichnung->text(),
                 m_ui->combo_Reihenfolge->currentText().toLongLong()},
-               key());
+               key(), mark());
 }
 
 bool frmVerwaltungKuriere::mayDelete() {
@@ -70,5 +75,5 @@ bool frmVerwaltungKuriere::mayDelete() {
 }
 
 void frmVerwaltungKuriere::deleteRecord() {
-    DeleteKurier(key());
+    DeleteKurier(key(), mark());
 }

@@ -24,6 +24,7 @@ class frmVerwaltungKuriere : public platform::MasterDataForm {
   protected:
     void chooseRow(int row) override;
     bool showRecord(qint64 key) override;
+    store::RowMark markRecord(qint64 key) const override;
     bool checkInput() override;
     void saveRecord() override;
     bool mayDelete() override;

@@ -2,6 +2,7 @@
 #include "masterdata/modProdukteExtras.h"
 #include "platform/report/PrintTable.h"
 #include "store/Lookups.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include <algorithm>
@@ -104,7 +105,7 @@ std::unique_ptr<masterdata::NewPicture> newPicture(PictureSize size, const Produ
 QString ProdukteListe() {
     return u"SELECT lng_ID, lng_ProduktGruppe, txt_Kurzzeichen, txt_Produkt, txt_Stückelung, lng_Einheit, "
            u"lng_Gruppe, dbl_Preis, lng_MWSt, lng_Reihenfolge, flag_InternetPreis, flag_Status FROM "
-           u"view_Verwaltung_Produkte ORDER BY lng_Reihenfolge"_s;
+           u"view_Verwaltung_Produkte ORDER BY lng_Reihenfolge, lng_ID"_s;
 }
 
 void FillArtikelStamm(store::Recordset& rows, const QString& kategorie, const platform::Progress& progress) {
@@ -132,12 +133,12 @@ void FillArtikelStamm(store::Recordset& rows, const QString& kategorie, const pl
 
 std::vector<store::Eintrag> Kategorien() {
     return turnedRound(u"SELECT lng_ID, txt_ProduktGruppe FROM tbl_Verwaltung_ProdukteKategorien ORDER BY "
-                       u"lng_Reihenfolge DESC;"_s);
+                       u"lng_Reihenfolge DESC, lng_ID;"_s);
 }
 
 std::vector<store::Eintrag> AktiveExtras() {
     return turnedRound(u"SELECT lng_ID, txt_Extra FROM tbl_Verwaltung_ProdukteExtras WHERE flag_Status = "
-                       u"False ORDER BY lng_Reihenfolge DESC;"_s);
+                       u"False ORDER BY lng_Reihenfolge DESC, lng_ID;"_s);
 }
 
 std::optional<Produkt> LoadProdukt(qint64 key) {
@@ -149,12 +150,20 @@ std::optional<Produkt> LoadProdukt(qint64 key) {
     return produkt;
 }
 
-void SaveProdukt(const Produkt& produkt, qint64 key) {
+store::RowMark MarkProdukt(qint64 key) {
+    return store::RowMark(masterdata::rowsOf(kTables, key)
+                          << u"SELECT lng_ProduktExtraID FROM tbl_Verwaltung_Produkte_Extras WHERE "
+                             u"lng_ProduktID = %1 ORDER BY lng_ProduktExtraID"_s.arg(key));
+}
+
+void SaveProdukt(const Produkt& produkt, qint64 key, const store::RowMark& mark) {
     decltype(newPicture(PictureSize::Klein, produkt.BildKlein, key)) klein, gross;
     store::transact(ConnMain, [&] {
+        mark.require();
         const qint64 id = saveHead(produkt, key);
         masterdata::savePrices(kTables, id, produkt.Artikel.Preise);
         saveExtras(id, produkt.Extras);
+        store::tellNews(store::Topic::Catalogue);
         // A picture that cannot be copied leaves the product as it was, and a product that cannot be stored
         // its pictures.
         klein = newPicture(PictureSize::Klein, produkt.BildKlein, id);
@@ -180,8 +189,8 @@ bool CanDeleteProdukt(qint64 key) {
               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ProduktID = "});
 }
 
-void DeleteProdukt(qint64 key) {
-    masterdata::deleteArtikel(kTables, key);
+void DeleteProdukt(qint64 key, const store::RowMark& mark) {
+    masterdata::deleteArtikel(kTables, key, mark);
 }
 
 QString GetProduktKurzzeichen(qint64 produktId) {

@@ -4,6 +4,7 @@
 #include "platform/Progress.h"
 #include "store/Lookups.h"
 #include "store/Recordset.h"
+#include "store/RowMark.h"
 #include <QList>
 #include <QString>
 #include <optional>
@@ -38,15 +39,17 @@ std::vector<store::Eintrag> AktiveExtras();
 
 /// Nothing for a missing row.
 std::optional<Produkt> LoadProdukt(qint64 key);
+/// What LoadProdukt reads.
+store::RowMark MarkProdukt(qint64 key);
 /// Head, ten prices and extras in one transaction, together with the staged pictures; adds a row when the key
 /// is not there. An extra that became inactive meanwhile is dropped. Throws RunTimeError.
-void SaveProdukt(const Produkt& produkt, qint64 key);
+void SaveProdukt(const Produkt& produkt, qint64 key, const store::RowMark& mark = {});
 /// Key of another product of that code in the category, active or not; -1 without one.
 qint64 FindKurzzeichen(const QString& kurzzeichen, qint64 key, qint64 kategorie);
 /// False as long as it offers an extra, or a booking or pre-order holds it.
 bool CanDeleteProdukt(qint64 key);
 /// With its prices. Picture files stay.
-void DeleteProdukt(qint64 key);
+void DeleteProdukt(qint64 key, const store::RowMark& mark = {});
 
 /// "" for a missing product.
 QString GetProduktKurzzeichen(qint64 produktId);

@@ -1,6 +1,7 @@
 #include "masterdata/modProdukteExtras.h"
 #include "platform/report/PrintTable.h"
 #include "store/Lookups.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 
@@ -35,7 +36,7 @@ bool flagOrMissing(qint64 key, QStringView flag) {
 QString ExtrasListe() {
     return u"SELECT lng_ID, txt_Extra, txt_Stückelung, lng_Einheit, lng_Gruppe, dbl_Preis, lng_MWSt, "
            u"lng_Reihenfolge, flag_Internet, flag_Status FROM view_Verwaltung_ProdukteExtras ORDER BY "
-           u"lng_Reihenfolge"_s;
+           u"lng_Reihenfolge, lng_ID"_s;
 }
 
 void FillArtikelZusatzStamm(store::Recordset& rows, const platform::Progress& progress) {
@@ -67,9 +68,16 @@ std::optional<Extra> LoadExtra(qint64 key) {
     return extra;
 }
 
-void SaveExtra(const Extra& extra, qint64 key) {
-    store::transact(ConnMain,
-                    [&] { masterdata::savePrices(kTables, saveHead(extra, key), extra.Artikel.Preise); });
+store::RowMark MarkExtra(qint64 key) {
+    return store::RowMark(masterdata::rowsOf(kTables, key));
+}
+
+void SaveExtra(const Extra& extra, qint64 key, const store::RowMark& mark) {
+    store::transact(ConnMain, [&] {
+        mark.require();
+        masterdata::savePrices(kTables, saveHead(extra, key), extra.Artikel.Preise);
+        store::tellNews(store::Topic::Catalogue);
+    });
 }
 
 qint64 FindExtra(const QString& name, qint64 key) {
@@ -89,8 +97,8 @@ bool CanDeleteExtra(qint64 key) {
               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Details WHERE lng_ExtraID = "});
 }
 
-void DeleteExtra(qint64 key) {
-    masterdata::deleteArtikel(kTables, key);
+void DeleteExtra(qint64 key, const store::RowMark& mark) {
+    masterdata::deleteArtikel(kTables, key, mark);
 }
 
 bool IsExtraInaktiv(qint64 key) {

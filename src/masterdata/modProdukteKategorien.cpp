@@ -2,6 +2,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
 #include "store/Lookups.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include <QCoreApplication>
 
@@ -21,7 +22,7 @@ QString tr(const char* text) {
 
 QString ProduktGruppenListe() {
     return u"SELECT lng_ID, txt_ProduktGruppe, lng_Reihenfolge, flag_Internet "
-           u"FROM tbl_Verwaltung_ProdukteKategorien ORDER BY lng_Reihenfolge"_s;
+           u"FROM tbl_Verwaltung_ProdukteKategorien ORDER BY lng_Reihenfolge, lng_ID"_s;
 }
 
 std::optional<ProduktGruppe> LoadProduktGruppe(qint64 key) {
@@ -32,15 +33,23 @@ std::optional<ProduktGruppe> LoadProduktGruppe(qint64 key) {
                          row->Fields(u"flag_Internet").Value().isTrue()};
 }
 
-void SaveProduktGruppe(const ProduktGruppe& gruppe, qint64 key) {
-    store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
-    if (row->Eof())
-        row->AddNew();
-    row->Fields(u"txt_ProduktGruppe") = gruppe.txt_ProduktGruppe;
-    row->Fields(u"lng_Reihenfolge") = gruppe.lng_Reihenfolge;
-    row->Fields(u"flag_Internet") = gruppe.flag_Internet;
-    row->Fields(u"lng_Updated") = 1;
-    row->Update();
+store::RowMark MarkProduktGruppe(qint64 key) {
+    return store::markRow(kTable, key);
+}
+
+void SaveProduktGruppe(const ProduktGruppe& gruppe, qint64 key, const store::RowMark& mark) {
+    store::transact(ConnMain, [&] {
+        mark.require();
+        store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
+        if (row->Eof())
+            row->AddNew();
+        row->Fields(u"txt_ProduktGruppe") = gruppe.txt_ProduktGruppe;
+        row->Fields(u"lng_Reihenfolge") = gruppe.lng_Reihenfolge;
+        row->Fields(u"flag_Internet") = gruppe.flag_Internet;
+        row->Fields(u"lng_Updated") = 1;
+        row->Update();
+        store::tellNews(store::Topic::Catalogue);
+    });
 }
 
 qint64 FindProduktGruppe(const QString& name, qint64 key) {
@@ -51,8 +60,9 @@ bool CanDeleteProduktGruppe(qint64 key) {
     return !store::isReferredTo(key, {u"SELECT * FROM tbl_Verwaltung_Produkte WHERE lng_ProduktGruppe = "});
 }
 
-void DeleteProduktGruppe(qint64 key) {
-    store::deleteRow(kTable, key);
+void DeleteProduktGruppe(qint64 key, const store::RowMark& mark) {
+    store::deleteMarked(kTable, key, mark);
+    store::tellNews(store::Topic::Catalogue);
 }
 
 bool CheckProduktGruppenDefined(platform::Dialogs& dialogs, platform::Navigation& navigation) {

@@ -21,6 +21,8 @@ QString numberCondition(double telefon) {
            QStringLiteral(" OR dbl_Natel = ") + number;
 }
 
+/// By an index of the table's, so that a page of the list costs a page.
+const QString kByName = u"ORDER BY txt_Name ASC, txt_Vorname, lng_ID"_s;
 const QString kLineEnd = QStringLiteral("\r\n");
 
 QString line(const QString& text) {
@@ -77,7 +79,7 @@ bool KundeExistsByTelefon(double telefon) {
 }
 
 qint64 FindKundeByTelefon(double telefon) {
-    return store::findKey(u"SELECT lng_ID"_s + numberCondition(telefon));
+    return store::findKey(u"SELECT lng_ID"_s + numberCondition(telefon) + u" ORDER BY lng_ID"_s);
 }
 
 bool KundeExists(qint64 kundenId) {
@@ -135,7 +137,7 @@ QString GetKundeAdresse(qint64 kundenId) {
 }
 
 QString AlleKunden() {
-    return listQuery(u"ORDER BY txt_Name ASC"_s);
+    return listQuery(kByName);
 }
 
 QString EinKunde(qint64 key) {
@@ -154,7 +156,7 @@ QString SucheKunden(const Kunde& mask) {
     conditions.number(u"dbl_Natel", mask.txt_Natel);
     conditions.text(u"txt_EMail", u" = ", mask.txt_EMail);
     const QString joined = conditions.joined();
-    return joined.isEmpty() ? QString() : listQuery(u"WHERE "_s + joined + u"ORDER BY txt_Name ASC"_s);
+    return joined.isEmpty() ? QString() : listQuery(u"WHERE "_s + joined + kByName);
 }
 
 std::optional<Kunde> LoadKunde(qint64 key) {
@@ -180,27 +182,35 @@ std::optional<Kunde> LoadKunde(qint64 key) {
                  .date_Erfasst = row->Fields(u"date_Erfasst").Value()};
 }
 
-qint64 SaveKunde(const Kunde& kunde, qint64 key) {
-    store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
-    if (row->Eof())
-        row->AddNew();
-    const qint64 saved = row->Fields(u"lng_ID").toLong();
-    row->Fields(u"txt_Firma") = kunde.txt_Firma;
-    row->Fields(u"txt_Name") = kunde.txt_Name;
-    row->Fields(u"txt_Vorname") = kunde.txt_Vorname;
-    row->Fields(u"txt_Strasse") = kunde.txt_Strasse;
-    row->Fields(u"txt_Etage") = kunde.txt_Etage;
-    row->Fields(u"txt_PLZ") = kunde.txt_PLZ;
-    row->Fields(u"txt_Ort") = kunde.txt_Ort;
-    putNumber(row, u"txt_Telefon", u"dbl_Telefon", kunde.txt_Telefon);
-    putNumber(row, u"txt_Natel", u"dbl_Natel", kunde.txt_Natel);
-    row->Fields(u"txt_EMail") = kunde.txt_EMail;
-    row->Fields(u"txt_Zusatzinfo") = kunde.txt_Zusatzinfo;
-    row->Fields(u"date_Erfasst") = common::Serial{common::clock::today()};
-    row->Fields(u"flag_ClientStatus") = kunde.flag_ClientStatus;
-    row->Fields(u"flag_Newsletter") = kunde.flag_Newsletter;
-    row->Fields(u"flag_Zusatzinfo") = kunde.flag_Zusatzinfo;
-    row->Update();
+store::RowMark MarkKunde(qint64 key) {
+    return store::markRow(kTable, key);
+}
+
+qint64 SaveKunde(const Kunde& kunde, qint64 key, const store::RowMark& mark) {
+    qint64 saved = -1;
+    store::transact(ConnMain, [&] {
+        mark.require();
+        store::WriteRecordset row(RsMain, store::rowQuery(kTable, key), ConnMain);
+        if (row->Eof())
+            row->AddNew();
+        saved = row->Fields(u"lng_ID").toLong();
+        row->Fields(u"txt_Firma") = kunde.txt_Firma;
+        row->Fields(u"txt_Name") = kunde.txt_Name;
+        row->Fields(u"txt_Vorname") = kunde.txt_Vorname;
+        row->Fields(u"txt_Strasse") = kunde.txt_Strasse;
+        row->Fields(u"txt_Etage") = kunde.txt_Etage;
+        row->Fields(u"txt_PLZ") = kunde.txt_PLZ;
+        row->Fields(u"txt_Ort") = kunde.txt_Ort;
+        putNumber(row, u"txt_Telefon", u"dbl_Telefon", kunde.txt_Telefon);
+        putNumber(row, u"txt_Natel", u"dbl_Natel", kunde.txt_Natel);
+        row->Fields(u"txt_EMail") = kunde.txt_EMail;
+        row->Fields(u"txt_Zusatzinfo") = kunde.txt_Zusatzinfo;
+        row->Fields(u"date_Erfasst") = common::Serial{common::clock::today()};
+        row->Fields(u"flag_ClientStatus") = kunde.flag_ClientStatus;
+        row->Fields(u"flag_Newsletter") = kunde.flag_Newsletter;
+        row->Fields(u"flag_Zusatzinfo") = kunde.flag_Zusatzinfo;
+        row->Update();
+    });
     return saved;
 }
 
@@ -210,8 +220,8 @@ bool CanDeleteKunde(qint64 key) {
               u"SELECT * FROM tbl_Auftragswesen_Vorbestellungen_Master WHERE lng_KundenID = "});
 }
 
-void DeleteKunde(qint64 key) {
-    store::deleteRow(kTable, key);
+void DeleteKunde(qint64 key, const store::RowMark& mark) {
+    store::deleteMarked(kTable, key, mark);
 }
 
 void FillKundenStamm(store::Recordset& rows, const platform::Progress& progress) {

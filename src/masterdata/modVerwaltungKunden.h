@@ -2,6 +2,7 @@
 #include "common/Value.h"
 #include "platform/Progress.h"
 #include "store/Recordset.h"
+#include "store/RowMark.h"
 #include <QString>
 #include <optional>
 
@@ -31,12 +32,14 @@ QString SucheKunden(const Kunde& mask);
 
 /// Nothing for a missing row.
 std::optional<Kunde> LoadKunde(qint64 key);
+/// What LoadKunde reads.
+store::RowMark MarkKunde(qint64 key);
 /// Adds a row when the key is not there; gives the key of the saved row. Stamps the row with today's date.
 /// The numeric twin of an emptied number keeps its value, so that the customer is still found under it.
-qint64 SaveKunde(const Kunde& kunde, qint64 key);
+qint64 SaveKunde(const Kunde& kunde, qint64 key, const store::RowMark& mark = {});
 /// False as long as a booking or a pre-order refers to the customer.
 bool CanDeleteKunde(qint64 key);
-void DeleteKunde(qint64 key);
+void DeleteKunde(qint64 key, const store::RowMark& mark = {});
 /// Puts the rows of a list query into the customer list's table of the print database.
 void FillKundenStamm(store::Recordset& rows, const platform::Progress& progress);
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "store/Lookups.h"
+#include "store/RowMark.h"
 #include <QString>
 #include <optional>
 
@@ -17,13 +18,15 @@ struct Kurier {
 QString KuriereListe();
 /// Nothing for a missing row.
 std::optional<Kurier> LoadKurier(qint64 key);
+/// What LoadKurier reads.
+store::RowMark MarkKurier(qint64 key);
 /// Adds a row when the key is not there.
-void SaveKurier(const Kurier& kurier, qint64 key);
+void SaveKurier(const Kurier& kurier, qint64 key, const store::RowMark& mark = {});
 /// Key of another courier of that code, -1 without one.
 qint64 FindKurier(const QString& kurzzeichen, qint64 key);
 /// False as long as a booking or a pre-order refers to the courier.
 bool CanDeleteKurier(qint64 key);
-void DeleteKurier(qint64 key);
+void DeleteKurier(qint64 key, const store::RowMark& mark = {});
 
 /// The code as stored if it exists, otherwise "".
 QString CheckKurierKurzzeichen(const QString& kurzzeichen);
@@ -35,7 +38,7 @@ QString GetKurierKurzzeichen(qint64 kurierId);
 QString GetFirstKurier();
 /// Codes for the courier menu, in their order.
 std::vector<store::Eintrag> FillKurierMenu();
-/// Codes for the courier lists, in the order in which the store delivers them.
+/// Codes for the courier lists, the oldest first.
 std::vector<store::Eintrag> FillKurierCombo();
 
 } // namespace modVerwaltungKuriere

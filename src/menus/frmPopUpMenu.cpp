@@ -68,6 +68,11 @@ void frmPopUpMenu::addEntry(QMenu& menu, const Entry& entry, void (frmPopUpMenu:
                            });
 }
 
+void frmPopUpMenu::ForgetKuriere() {
+    if (!mnKurier.isVisible())
+        mnKurier.clear();
+}
+
 void frmPopUpMenu::FillKurierMenuOnce() {
     if (!mnKurier.isEmpty() && !mnKurier.actions().constFirst()->text().isEmpty())
         return;

@@ -15,6 +15,8 @@ class frmPopUpMenu : public QObject {
 
     /// Fills mnKurier on its first use; a courier added later shows when the screen is opened anew.
     void FillKurierMenuOnce();
+    /// It is filled anew at its next use, unless it stands open.
+    void ForgetKuriere();
 
   Q_SIGNALS:
     void konditionenChosen(const QString& text);

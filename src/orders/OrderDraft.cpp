@@ -83,6 +83,7 @@ QJsonObject toJson(const WorkingOrder& order) {
         {u"kurier"_s, order.lng_KurierID},
         {u"webBestellung"_s, order.webBestellung ? QJsonValue(order.webBestellung->number) : QJsonValue()},
         {u"webMerkmal"_s, order.webBestellung ? order.webBestellung->merkmal : QString()},
+        {u"gelesen"_s, QString::fromLatin1(order.gelesen.digest().toHex())},
         {u"preisgruppe"_s, order.PreisGruppe},
         {u"adresse"_s, order.KundenAdresse()},
         {u"adresseSichtbar"_s, order.KundenAdresseShown()},
@@ -150,6 +151,11 @@ void show(const QJsonObject& draft, WorkingOrder& order) {
     order.PreisGruppe = std::clamp(draft[u"preisgruppe"_s].toInt(1), 1, masterdata::kPriceGroups);
     for (int row = 0; row < order.BestellungDetailsGrid.rows(); ++row)
         rowFromJson(order.BestellungDetailsGrid, row, draft[u"kopf"_s].toArray()[row].toArray());
+    order.gelesen = {};
+    if (const QString digest = draft[u"gelesen"_s].toString(); !digest.isEmpty())
+        order.gelesen =
+            store::RowMark(RowsOf(BookedOrders(), Value(order.detail(Detail::AuftragsNr)).toLong()),
+                           QByteArray::fromHex(digest.toLatin1()));
     for (int row = 0; row < kOrderRows; ++row)
         rowFromJson(order.BestellungGrid, row, draft[u"positionen"_s].toArray()[row].toArray());
     OrderButtons buttons;
@@ -201,18 +207,12 @@ OrderDraft::OrderDraft(WorkingOrder& order, QString file, QObject* parent) :
     m_timer.setInterval(kPauseMilliseconds);
     common::connectGuarded(common::Origin::Timer, &m_timer, &QTimer::timeout, this, [this] { write(); });
     for (const platform::CellTable* table : {&order.BestellungDetailsGrid, &order.BestellungGrid}) {
-        connect(table, &QAbstractItemModel::dataChanged, this, [this] { change(); });
-        connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { change(); });
+        connect(table, &QAbstractItemModel::dataChanged, this, [this] { schedule(); });
+        connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { schedule(); });
     }
     connect(&order, &WorkingOrder::KundenAdresseChanged, this, [this] { schedule(); });
     connect(&order, &WorkingOrder::ButtonsChanged, this, [this] { schedule(); });
-    connect(&order, &WorkingOrder::ReadFromStore, this, [this] { m_asRead = true; });
     connect(&order, &WorkingOrder::AboutToClear, this, [this] { giveUp(); });
-}
-
-void OrderDraft::change() {
-    m_asRead = false;
-    schedule();
 }
 
 void OrderDraft::schedule() {
@@ -228,7 +228,7 @@ void OrderDraft::flush() {
 
 void OrderDraft::write() {
     m_timer.stop();
-    if (m_asRead || !isBegun(m_order) || m_order.Kennung() == m_finished)
+    if (m_order.IsAsRead() || !isBegun(m_order) || m_order.Kennung() == m_finished)
         return decline(m_file);
     try {
         common::writeFileAtomically(m_file, QJsonDocument(toJson(m_order)).toJson(QJsonDocument::Compact),
@@ -265,7 +265,7 @@ void OrderDraft::forget() {
 
 /// A change of a booked order is not: that one may be changed otherwise, or deleted, before it is taken back.
 bool OrderDraft::isWorthKeeping() const {
-    return m_order.LastFilledRow() >= 0 && !m_asRead && !m_order.buttons().cmdVerwaltungSave &&
+    return m_order.LastFilledRow() >= 0 && !m_order.IsAsRead() && !m_order.buttons().cmdVerwaltungSave &&
            m_order.Kennung() != m_finished;
 }
 

@@ -81,7 +81,6 @@ class OrderDraft : public QObject {
     void canTakeBackChanged(bool can);
 
   private:
-    void change();
     void schedule();
     bool isWorthKeeping() const;
     void forget();
@@ -93,7 +92,6 @@ class OrderDraft : public QObject {
     const QString m_file;
     QTimer m_timer{this};
     QString m_finished; ///< the identity of an order that was finished
-    bool m_asRead = false;
     bool m_failing = false;
 };
 

@@ -1,4 +1,5 @@
 #include "orders/OrderStorage.h"
+#include "common/Clock.h"
 #include "common/Convert.h"
 #include "common/RunTimeError.h"
 #include "masterdata/modProdukte.h"
@@ -8,6 +9,7 @@
 #include "orders/WebOrderMemory.h"
 #include "orders/modBestellNummern.h"
 #include "orders/rules/StoredLine.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include <algorithm>
 #include <cmath>
@@ -23,6 +25,8 @@ namespace {
 
 /// 1 January 10000.
 constexpr double kEndOfCalendar = 2'958'466;
+/// The customer of a cancelled order.
+constexpr qint64 kNobody = -1;
 const QString kGeloescht = QStringLiteral(u"gelöscht");
 
 /// A time or date cell as the store holds it; an empty cell holds nothing.
@@ -174,6 +178,26 @@ void showLine(WorkingOrder& order, int row, const StoredLine<QString>& line) {
     order.setMoney(row, line.money);
 }
 
+void markFinished(const QString& kennung, const WebBooking& booking) {
+    ConnMain.Execute(QStringLiteral("INSERT INTO tbl_Auftragswesen_Erledigt(txt_Kennung, lng_TrxNr, "
+                                    "flag_Vorbestellung, dbl_ErledigtNow) VALUES(%1, %2, %3, %4)")
+                         .arg(store::sqlText(kennung), QString::number(booking.trxNr),
+                              QString::number(booking.isPreOrder ? 1 : 0),
+                              QString::number(common::clock::now(), 'f', 8)));
+}
+
+/// What that order became; the number 0 where it was finished by an earlier program.
+std::optional<WebBooking> finishedAs(const QString& kennung) {
+    const OpenRecordset rows(RsMain,
+                             QStringLiteral("SELECT lng_TrxNr, flag_Vorbestellung FROM "
+                                            "tbl_Auftragswesen_Erledigt WHERE txt_Kennung = ") +
+                                 store::sqlText(kennung),
+                             ConnMain);
+    if (rows->Eof())
+        return std::nullopt;
+    return WebBooking{rows->Fields(u"lng_TrxNr").toLong(), rows->Fields(u"flag_Vorbestellung").toLong() != 0};
+}
+
 QString dateText(std::optional<double> day) {
     return day ? common::formatDate(*day, u"DD/MM/YYYY") : QString();
 }
@@ -201,6 +225,8 @@ const OrderTables& PreOrders() {
 void RemoveOrder(const OrderTables& tables, qint64 trxNr) {
     removeRows(tables, trxNr);
     ForgetWebOrder({trxNr, tables.isPreOrder});
+    if (tables.isPreOrder)
+        store::tellNews(store::Topic::PreOrders);
 }
 
 std::optional<double> ReadableSerial(const Value& stored) {
@@ -213,22 +239,44 @@ std::optional<double> ReadableSerial(const Value& stored) {
 
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number) {
     requireSound(order);
-    std::optional<qint64> trxNr;
-    store::transact(ConnMain, [&] {
-        trxNr = numberOf(number);
+    return FinishOrder(order.Kennung(), tables, [&](std::optional<qint64> stored) -> std::optional<qint64> {
+        std::optional<qint64> trxNr = stored ? stored : numberOf(number);
         if (!trxNr && number.kind != OrderNumber::Kind::Counter)
-            return;
+            return std::nullopt;
         // Inside the transaction, so that a booked order is never lost between its deletion and its new
         // writing.
-        if (number.kind == OrderNumber::Kind::Rewrite)
+        if (number.kind == OrderNumber::Kind::Rewrite) {
+            if (!stored)
+                RequireAsRead(order.gelesen, number.trxNr);
             removeRows(tables, number.trxNr);
+        } else if (stored) {
+            RemoveOrder(tables, *stored);
+        }
         trxNr = writeHead(order, tables, trxNr);
         writeLines(order, tables, *trxNr);
         if (order.webBestellung)
             RememberWebOrder(*order.webBestellung, {*trxNr, tables.isPreOrder});
-        MarkFinished(order.Kennung());
+        if (tables.isPreOrder)
+            store::tellNews(store::Topic::PreOrders);
+        return trxNr;
     });
-    return trxNr;
+}
+
+QStringList RowsOf(const OrderTables& tables, qint64 trxNr) {
+    return {QStringLiteral("SELECT *") + numberIs(tables.master, QStringLiteral("lng_TrxNr"), trxNr),
+            QStringLiteral("SELECT *") + numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr) +
+                QStringLiteral(" ORDER BY dbl_TrxNr")};
+}
+
+void RequireAsRead(const store::RowMark& gelesen, qint64 trxNr) {
+    try {
+        gelesen.require();
+    } catch (const store::Overtaken&) {
+        const auto head = ReadHead(BookedOrders(), trxNr);
+        if (head && head->lng_KundenID == kNobody)
+            throw store::Overtaken::byDeletion();
+        throw;
+    }
 }
 
 std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr) {
@@ -277,7 +325,8 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
     {
         OpenRecordset rows(RsMain,
                            QStringLiteral("SELECT *") +
-                               numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr),
+                               numberIs(tables.details, QStringLiteral("lng_TrxNrMaster"), trxNr) +
+                               QStringLiteral(" ORDER BY dbl_TrxNr"),
                            ConnMain);
         for (; !rows->Eof(); rows->MoveNext())
             lines.push_back(readLine(RsMain));
@@ -290,27 +339,37 @@ void LoadLines(WorkingOrder& order, const OrderTables& tables, qint64 trxNr) {
     }
 }
 
-void MarkFinished(const QString& kennung) {
-    ConnMain.Execute(QStringLiteral("INSERT INTO tbl_Auftragswesen_Erledigt(txt_Kennung) VALUES(") +
-                     store::sqlText(kennung) + QLatin1Char(')'));
+std::optional<qint64> FinishOrder(const QString& kennung, const OrderTables& tables,
+                                  const std::function<std::optional<qint64>(std::optional<qint64>)>& work) {
+    std::optional<qint64> trxNr;
+    try {
+        store::transact(ConnMain, [&] {
+            trxNr = work({});
+            if (trxNr)
+                markFinished(kennung, {*trxNr, tables.isPreOrder});
+        });
+        return trxNr;
+    } catch (const common::RunTimeError& error) {
+        // What this station has stored itself, it finds changed.
+        const bool perhaps =
+            error.number() == common::kDuplicateKey || error.number() == store::Overtaken::kNumber;
+        const auto stored = perhaps ? finishedAs(kennung) : std::nullopt;
+        if (!stored || stored->trxNr == 0)
+            throw;
+        // Booked first and a pre-order by now, or the other way round, it stays what it was.
+        trxNr = stored->trxNr;
+        if (stored->isPreOrder == tables.isPreOrder)
+            store::transact(ConnMain, [&] { trxNr = work(stored->trxNr); });
+    }
+    return trxNr;
 }
 
 bool IsFinished(const QString& kennung) {
-    // A draft waits from one start to the next: more than an evening's orders is enough.
-    constexpr int kKept = 1000;
-    bool finished = false;
-    {
-        const OpenRecordset rows(
-            RsMain,
-            QStringLiteral("SELECT lng_ID FROM tbl_Auftragswesen_Erledigt WHERE txt_Kennung = ") +
-                store::sqlText(kennung),
-            ConnMain);
-        finished = !rows->Eof();
-    }
-    ConnMain.Execute(
-        QStringLiteral("DELETE FROM tbl_Auftragswesen_Erledigt WHERE lng_ID <= (SELECT max(lng_ID) "
-                       "FROM tbl_Auftragswesen_Erledigt) - ") +
-        QString::number(kKept));
+    // A draft waits from one start to the next.
+    constexpr double kKeptDays = 92;
+    const bool finished = finishedAs(kennung).has_value();
+    ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Auftragswesen_Erledigt WHERE dbl_ErledigtNow < ") +
+                     common::numberToText(std::floor(common::clock::now()) - kKeptDays));
     return finished;
 }
 

@@ -2,6 +2,7 @@
 #include "common/Value.h"
 #include "orders/WorkingOrder.h"
 #include <QString>
+#include <functional>
 #include <optional>
 
 /// How an order stands in the store: a head and its lines, in one of two pairs of tables with the same
@@ -38,14 +39,17 @@ struct OrderNumber {
 /// Writes head and lines in one transaction, all or nothing, marks the order as finished and gives the
 /// number; what came from the shop is remembered with it (WebOrderMemory.h). Nothing is written and given
 /// where the next number cannot be found. Throws kTypeMismatch for cells that hold no date where one is
-/// stored, kOrderDisagrees for an order whose total is not that of its lines.
+/// stored, kOrderDisagrees for an order whose total is not that of its lines, store::Overtaken for one to be
+/// rewritten that is not as it was read any more.
 std::optional<qint64> WriteOrder(const WorkingOrder& order, const OrderTables& tables, OrderNumber number);
 
-/// Which working orders were stored, changed or deleted, by their identity. It is marked inside the
-/// transaction that does so: whatever cuts the program off, a draft is known to be done with or it is not
-/// done at all. The transaction is the caller's.
-void MarkFinished(const QString& kennung);
-/// Forgets those of long ago, after the answer.
+/// Stores, changes or deletes a working order: `work`, which gives the number, and the mark of its identity
+/// in one transaction. Whatever cuts the program off, a draft is known to be done with or it is not done at
+/// all. Where the answer of an earlier try was lost, and it stands stored all the same, `work` is told its
+/// number and puts what it is by now in its place. Nothing is marked where `work` gives none.
+std::optional<qint64> FinishOrder(const QString& kennung, const OrderTables& tables,
+                                  const std::function<std::optional<qint64>(std::optional<qint64>)>& work);
+/// Whether that working order was finished. Forgets those of long ago, after the answer.
 bool IsFinished(const QString& kennung);
 
 /// Removes head and lines, and that it came from the shop; the transaction is the caller's.
@@ -62,6 +66,12 @@ struct OrderHead {
     QString txt_Konditionen, txt_LieferDatum;
     double dbl_SummeOhneMWSt = 0, dbl_MWStBetrag = 0, dbl_TotalMitMWSt = 0;
 };
+
+/// Queries of what is read of an order, head first.
+QStringList RowsOf(const OrderTables& tables, qint64 trxNr);
+/// In the transaction that changes or cancels a booked order: throws store::Overtaken where another station
+/// has done so since it was read.
+void RequireAsRead(const store::RowMark& gelesen, qint64 trxNr);
 
 std::optional<OrderHead> ReadHead(const OrderTables& tables, qint64 trxNr);
 /// Customer with address, and courier: keys and cells. Who has gone since shows empty.

@@ -1,6 +1,7 @@
 #include "orders/WebOrderMemory.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 
 using namespace Qt::StringLiterals;
@@ -51,10 +52,12 @@ void RememberWebOrder(const desks::WebOrderId& web, const WebBooking& booking) {
             .arg(QString::number(web.number), QString::number(booking.trxNr),
                  QString::number(booking.isPreOrder ? 1 : 0), common::numberToText(common::clock::now()),
                  store::sqlText(web.merkmal)));
+    store::tellNews(store::Topic::WebOrders);
 }
 
 void ForgetWebOrder(const WebBooking& booking) {
-    ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Verbucht"_s + isOf(booking));
+    if (ConnMain.Execute(u"DELETE FROM tbl_WebShop_Bestellungen_Verbucht"_s + isOf(booking)) > 0)
+        store::tellNews(store::Topic::WebOrders);
 }
 
 } // namespace orders

@@ -5,6 +5,7 @@
 #include "masterdata/modVerwaltungKunden.h"
 #include "masterdata/modVerwaltungKuriere.h"
 #include "orders/modBestellNummern.h"
+#include "store/ServerState.h"
 #include "store/SystemSettings.h"
 #include <QRegularExpression>
 #include <QUuid>
@@ -93,6 +94,10 @@ WorkingOrder::WorkingOrder(QObject* parent) :
     };
     BestellungGrid.Change = [this](int row, int col) { BestellungGrid_Change(row, col); };
     BestellungGrid.BeforeDelete = [this](int row) { RemoveLine(row); };
+    for (const platform::CellTable* table : {&BestellungDetailsGrid, &BestellungGrid}) {
+        connect(table, &QAbstractItemModel::dataChanged, this, [this] { m_asRead = false; });
+        connect(table, &QAbstractItemModel::rowsRemoved, this, [this] { m_asRead = false; });
+    }
     SettingUpBestellungDetailGrid();
 }
 
@@ -159,6 +164,7 @@ void WorkingOrder::ClearBestellungMaske() {
     Q_EMIT AboutToClear();
     m_kennung.clear();
     webBestellung.reset();
+    gelesen = {};
     for (platform::CellTable* table : {&BestellungDetailsGrid, &BestellungTotalGrid, &BestellungGrid})
         table->dropEdits();
     BestellungGrid.setRows(kOrderRows);
@@ -173,22 +179,26 @@ void WorkingOrder::ClearBestellungMaske() {
          {Detail::KundenNr, Detail::Datum, Detail::Bestellzeit, Detail::Lieferzeit, Detail::Lieferung})
         setDetail(cell, QString());
     setDetail(Detail::Konditionen, kBar);
-    if (detail(Detail::Kurier) == kGeloescht)
-        SetDefaultKurier();
+    if (detail(Detail::Kurier) == kGeloescht && !store::ifServerAnswers([this] { SetDefaultKurier(); }))
+        ChooseKurier(-1, {});
     setButtons({});
     Q_EMIT Cleared();
 }
 
 void WorkingOrder::ShowComingTrxNr() {
-    setDetail(Detail::AuftragsNr, modBestellNummern::GetLastTrxNr() + 1);
+    const bool known = store::ifServerAnswers(
+        [this] { setDetail(Detail::AuftragsNr, modBestellNummern::GetLastTrxNr() + 1); });
+    if (!known)
+        setDetail(Detail::AuftragsNr, QString());
 }
 
 bool WorkingOrder::SucheTelefonNummer(const QString& number) {
     if (number.trimmed().isEmpty())
         return false;
-    ClearBestellungMaske();
+    const Attempt attempt(*this);
     const std::optional<double> telefon = common::parseNumber(number);
     const qint64 kundenId = telefon ? modVerwaltungKunden::FindKundeByTelefon(*telefon) : -1;
+    ClearBestellungMaske();
     if (kundenId == -1)
         return false;
     lng_KundenID = kundenId;
@@ -202,6 +212,7 @@ bool WorkingOrder::SucheTelefonNummer(const QString& number) {
 }
 
 void WorkingOrder::FillFromCall(qint64 kundenId) {
+    const Attempt attempt(*this);
     ClearBestellungMaske();
     lng_KundenID = kundenId;
     ShowKundenAdresse(modVerwaltungKunden::GetKundeAdresse(kundenId));

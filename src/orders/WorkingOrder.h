@@ -3,8 +3,10 @@
 #include "orders/OrderCells.h"
 #include "orders/rules/LineMoney.h"
 #include "platform/form/CellTable.h"
+#include "store/RowMark.h"
 #include <QObject>
 #include <QString>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -58,6 +60,9 @@ class WorkingOrder : public QObject {
     /// The web order that was keyed, until the order is cleared.
     std::optional<desks::WebOrderId> webBestellung{};
 
+    /// The booked order that was read into the cells, as it stood then, until the order is cleared.
+    store::RowMark gelesen{};
+
     /// 1 to 10. Changes what the catalogue offers from then on; lines in the order keep their prices.
     int PreisGruppe = 1;
     SucheModus suche = SucheModus::Keyed;
@@ -76,7 +81,12 @@ class WorkingOrder : public QObject {
     void setKennung(const QString& kennung) { m_kennung = kennung; }
 
     /// What was read from the store stands in the cells: nothing of it was keyed.
-    void TellReadFromStore() { Q_EMIT ReadFromStore(); }
+    void TellReadFromStore() { m_asRead = true; }
+
+    /// Whether nothing was changed since.
+    bool IsAsRead() const { return m_asRead; }
+
+    class Attempt;
 
     LineMoney money(int row) const;
     void setMoney(int row, const LineMoney& money);
@@ -97,7 +107,7 @@ class WorkingOrder : public QObject {
     /// Order date and time, both of that moment.
     void SetBestellzeit(double moment);
     /// Cell (0,1) := last booked number + 1. On an empty journal that is one more than the first booking will
-    /// get; meant so.
+    /// get; meant so. Empty while no database server answers.
     void ShowComingTrxNr();
 
     /// The search by phone number: clears the order; when a customer has the number, fills head and address
@@ -179,7 +189,6 @@ class WorkingOrder : public QObject {
     void ButtonsChanged();
     /// ClearBestellungMaske ran: the screen hides its quick capture box.
     void Cleared();
-    void ReadFromStore();
     /// ClearBestellungMaske begins: the order that is given up still stands in the cells.
     void AboutToClear();
 
@@ -202,11 +211,33 @@ class WorkingOrder : public QObject {
     void FindExtraLine(int row, const Lookup& lookup);
     void FillArtikel(int row, const Artikel& artikel, qint64 anzahlIntern);
 
+    struct State;
+    State state() const;
+    void putBack(const State& before);
+
     mutable QString m_kennung;
+    bool m_asRead = false;
+    bool m_attempting = false;
     QString m_address;
     bool m_addressShown = false;
     OrderButtons m_buttons;
     bool m_ZeileLoeschen = false;
+};
+
+/// While one lives, an exception that leaves the scope puts the order back as it was: what the store cuts off
+/// is not half done.
+class WorkingOrder::Attempt {
+  public:
+    explicit Attempt(WorkingOrder& order);
+    ~Attempt();
+    Attempt(const Attempt&) = delete;
+    Attempt& operator=(const Attempt&) = delete;
+
+  private:
+    WorkingOrder& m_order;
+    const int m_exceptions;
+    /// Null inside another attempt.
+    std::unique_ptr<State> m_before;
 };
 
 /// "7.7%": a rate as the captions of the VAT buttons show it.

@@ -40,14 +40,24 @@ Artikel readArtikel(store::Recordset& row, bool isProdukt) {
     return artikel;
 }
 
+/// That of the index that finds them. A code may stand in several categories.
+QString orderOf(const Lookup& lookup) {
+    if (lookup.column.isEmpty())
+        return {};
+    const bool byCode = lookup.column == QLatin1String("txt_Kurzzeichen");
+    return QStringLiteral(" ORDER BY ") + lookup.column +
+           (byCode ? QStringLiteral(", lng_ProduktGruppe, lng_ID") : QStringLiteral(", lng_ID"));
+}
+
 /// Goes through the rows as long as `more` says so, which is told whether the row is called exactly as typed:
 /// whoever keys "1" does not mean "10". A lookup by key has one row, and it is what was meant.
 void eachArtikel(const Lookup& lookup, const std::function<bool(bool exact)>& more) {
     const QString view = lookup.isProdukt ? QStringLiteral("view_Verwaltung_Produkte")
                                           : QStringLiteral("view_Verwaltung_ProdukteExtras");
-    store::OpenRecordset rows(
-        RsMain, QStringLiteral("SELECT * FROM ") + view + QStringLiteral(" WHERE ") + lookup.condition,
-        ConnMain);
+    store::OpenRecordset rows(RsMain,
+                              QStringLiteral("SELECT * FROM ") + view + QStringLiteral(" WHERE ") +
+                                  lookup.condition + orderOf(lookup),
+                              ConnMain);
     for (; !rows->Eof(); rows->MoveNext()) {
         // A line without a name is not stored.
         if (rows->Fields(nameColumn(lookup.isProdukt)).text().isEmpty())

@@ -49,6 +49,7 @@ void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeic
 }
 
 void WorkingOrder::PutProdukt(int row, qint64 produktId, const QString& kurzzeichen) {
+    const Attempt attempt(*this);
     suche = SucheModus::Produkt;
     SetProduktKeys(row, produktId);
     BestellungGrid.setCell(row, Col::Kurzzeichen, kurzzeichen);
@@ -75,6 +76,7 @@ void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra, doubl
 }
 
 void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra) {
+    const Attempt attempt(*this);
     suche = SucheModus::Extra;
     HangUnderLineAbove(row, extraId);
     BestellungGrid.setCell(row, Col::Bezeichnung, extra);
@@ -82,6 +84,7 @@ void WorkingOrder::PutExtra(int row, qint64 extraId, const QString& extra) {
 }
 
 void WorkingOrder::PutExtraByKey(int row, qint64 produktId, qint64 extraId, const QString& extra) {
+    const Attempt attempt(*this);
     suche = SucheModus::Extra;
     SetExtraKeys(row, produktId, extraId);
     BestellungGrid.setCell(row, Col::Bezeichnung, extra);

@@ -192,8 +192,14 @@ void frmAuftragswesenAuftragserfassung::setUpFields() {
                    [this] { showAddress(); });
     connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::ButtonsChanged, this,
                    [this] { showButtons(); });
-    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::Cleared, this,
-                   [this] { m_ui->box_SchnellerfassungKunde->hide(); });
+    connectGuarded(Origin::User, &m_order, &orders::WorkingOrder::Cleared, this, [this] {
+        m_ui->box_SchnellerfassungKunde->hide();
+        // A new order needs no pause of the user's.
+        if (store::stationNews().waits(store::Topic::Catalogue))
+            followCatalogue();
+    });
+    connectGuarded(Origin::Timer, &store::stationNews(), &store::StationNews::shown, this,
+                   [this](store::Topic topic) { followStations(topic); });
     connectGuarded(Origin::Timer, &m_draft, &orders::OrderDraft::failed, this,
                    [this](const QString& why) { note(tr("Der Auftrag wird nicht festgehalten. ") + why); });
     connectGuarded(Origin::Timer, &m_draft, &orders::OrderDraft::mended, this,
@@ -385,6 +391,7 @@ void frmAuftragswesenAuftragserfassung::showButtons() {
 // ---------------------------------------------------------------------------------------
 
 void frmAuftragswesenAuftragserfassung::searchNumber(const QString& number) {
+    const orders::WorkingOrder::Attempt attempt(m_order);
     // Not left to the search, which does nothing for a customer without a number.
     m_order.ClearBestellungMaske();
     search(number);
@@ -438,9 +445,10 @@ void frmAuftragswesenAuftragserfassung::takeCall(const QString& number) {
     if (!value)
         return tell(tr("Diese Telefonnummer ist ungültig und kann nicht verarbeitete werden."),
                     tr("Ungültige Telefonnummer"), platform::kOk);
+    const orders::WorkingOrder::Attempt attempt(m_order);
+    const qint64 id = modVerwaltungKunden::FindKundeByTelefon(*value);
     // What was captured of another caller and not saved is not this one's.
     ClearMaskSchnellsuche();
-    const qint64 id = modVerwaltungKunden::FindKundeByTelefon(*value);
     // Not for an unknown number, whose search in the directory may stop at a dialog.
     std::optional<Settling> settling;
     if (id != -1)

@@ -7,6 +7,7 @@
 #include "platform/Services.h"
 #include "platform/form/CellGrid.h"
 #include "platform/form/DataControl.h"
+#include "store/Stations.h"
 #include "telephony/PhoneBook.h"
 #include <QAbstractButton>
 #include <QWidget>
@@ -105,6 +106,9 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     // Catalogue
     void combo_PreisGruppe_Click();
     void refreshCatalogue();
+    void followStations(store::Topic topic);
+    /// Behind the user: what he has marked stays marked, and the order as it is.
+    void followCatalogue();
     void TabStripArtikel_Click();
     void FormatGridProdukte();
     void FormatGridExtras(qint64 produktId);
@@ -125,6 +129,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
 
     // Booking
     void cmdSave_Click();
+    /// False where the user gave up waiting for a server: the order stands on the screen as before.
+    bool stores(const QString& meanwhile, const std::function<void()>& work);
     void book();
     void storePreOrder();
     void cmdVerwaltungSave_Click();
@@ -134,6 +140,8 @@ class frmAuftragswesenAuftragserfassung : public QWidget, public desks::OrderDes
     void cmdPreviousTrx_Click();
     void cmdPrint_Click();
     qint64 shownTrxNr() const;
+    /// Otherwise the user was told.
+    bool isAsRead();
     void loadIntoScreen(qint64 trxNr);
     void stepTo(qint64 trxNr);
     bool ask(const QString& question, const QString& title);

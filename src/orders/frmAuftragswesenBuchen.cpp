@@ -2,6 +2,7 @@
 #include "common/Convert.h"
 #include "desks/MainDesks.h"
 #include "masterdata/modVerwaltungKuriere.h"
+#include "orders/OrderStorage.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "orders/modAuftragswesenBestellschein.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
@@ -9,6 +10,9 @@
 #include "orders/modWebBestellung.h"
 #include "platform/Dialogs.h"
 #include "platform/Navigation.h"
+#include "platform/Saving.h"
+#include "platform/ServerPatience.h"
+#include "store/ServerState.h"
 #include "ui_frmAuftragswesenAuftragserfassung.h"
 
 using namespace Qt::StringLiterals;
@@ -74,12 +78,27 @@ void frmAuftragswesenAuftragserfassung::cmdSave_Click() {
     }
 }
 
+bool frmAuftragswesenAuftragserfassung::stores(const QString& meanwhile, const std::function<void()>& work) {
+    bool stored = false;
+    return platform::saving(
+               m_services.dialogs,
+               [&] { stored = platform::untilServerAnswers(m_services.dialogs, meanwhile, work); }) &&
+           stored;
+}
+
 void frmAuftragswesenAuftragserfassung::book() {
-    const std::optional<qint64> trxNr =
-        modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs, m_services.navigation);
-    if (!trxNr)
+    std::optional<qint64> trxNr;
+    const bool stored = stores(tr("Der Auftrag ist noch nicht verbucht."), [&] {
+        trxNr = modAuftragswesenAuftragserfassung::SaveBestellung(m_order, m_services.dialogs,
+                                                                  m_services.navigation);
+    });
+    if (!stored || !trxNr)
         return;
     finished(tr("Auftrag %1 verbucht"), *trxNr);
+    // Another station has booked since the number came to stand there. Of the first order it is the firm's
+    // practice that the slip is one ahead.
+    if (*trxNr > shownTrxNr())
+        m_order.setDetail(orders::Detail::AuftragsNr, *trxNr);
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
         printSlip(kToPrinter, tr("Der Auftrag ist bereits gespeichert."));
     ClearBestellungMaske();
@@ -87,11 +106,15 @@ void frmAuftragswesenAuftragserfassung::book() {
 }
 
 void frmAuftragswesenAuftragserfassung::storePreOrder() {
-    finished(tr("Als Vorbestellung %1 gespeichert"),
-             modAuftragswesenVorbestellungen::SaveVorbestellung(m_order));
+    qint64 number = 0;
+    if (!stores(tr("Die Vorbestellung ist noch nicht gespeichert."),
+                [&] { number = modAuftragswesenVorbestellungen::SaveVorbestellung(m_order); }))
+        return;
+    finished(tr("Als Vorbestellung %1 gespeichert"), number);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
-    modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
+    store::ifServerAnswers(
+        [this] { modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation); });
 }
 
 void frmAuftragswesenAuftragserfassung::keyWebOrder(const desks::WebOrder& order) {
@@ -104,6 +127,8 @@ void frmAuftragswesenAuftragserfassung::keyWebOrder(const desks::WebOrder& order
 }
 
 void frmAuftragswesenAuftragserfassung::loadPreOrder(qint64 trxNr) {
+    if (!orders::ReadHead(orders::PreOrders(), trxNr))
+        return tell(store::Overtaken::byDeletion().sentence(), tr("Vorbestellung"), platform::kInformation);
     const Settling settling(*this);
     modAuftragswesenVorbestellungen::OpenVorbestellung(m_order, trxNr);
     goOn();
@@ -115,15 +140,24 @@ qint64 frmAuftragswesenAuftragserfassung::shownTrxNr() const {
         .toLong();
 }
 
+bool frmAuftragswesenAuftragserfassung::isAsRead() {
+    return platform::saving(m_services.dialogs,
+                            [this] { orders::RequireAsRead(m_order.gelesen, shownTrxNr()); });
+}
+
 void frmAuftragswesenAuftragserfassung::cmdVerwaltungSave_Click() {
-    if (!modAuftragswesenAuftragserfassung::MayUpdate(m_order) ||
-        !ask(tr("Wollen Sie diese Bestellung editieren ?"), tr("Bestellung Editieren")))
+    // No slip of a change that will be refused, and none while no server answers.
+    bool may = false;
+    const QString waits = tr("Die Änderung ist noch nicht gespeichert.");
+    if (!stores(waits, [&] { may = modAuftragswesenAuftragserfassung::MayUpdate(m_order); }) || !may ||
+        !isAsRead() || !ask(tr("Wollen Sie diese Bestellung editieren ?"), tr("Bestellung Editieren")))
         return;
     // The slip comes before the write, the firm's practice.
     if (ask(tr("Wollen Sie die Bestellung drucken ?"), tr("Bestellung drucken")))
         printSlip(kToPrinter, tr("Die Änderung wird nach dem Drucken gespeichert."));
     const qint64 trxNr = shownTrxNr();
-    modAuftragswesenAuftragserfassung::UpdateBestellung(m_order, trxNr);
+    if (!stores(waits, [&] { modAuftragswesenAuftragserfassung::UpdateBestellung(m_order, trxNr); }))
+        return;
     finished(tr("Auftrag %1 geändert"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();
@@ -134,7 +168,10 @@ void frmAuftragswesenAuftragserfassung::cmdVerwaltungDelete_Click() {
         !ask(tr("Wollen Sie diese Bestellung löschen ?"), tr("Bestellung Löschen")))
         return;
     const qint64 trxNr = shownTrxNr();
-    modAuftragswesenAuftragserfassung::DeleteBestellung(trxNr, m_order.Kennung());
+    if (!stores(tr("Der Auftrag ist noch nicht gelöscht."), [&] {
+            modAuftragswesenAuftragserfassung::DeleteBestellung(trxNr, m_order.Kennung(), m_order.gelesen);
+        }))
+        return;
     finished(tr("Auftrag %1 gelöscht"), trxNr);
     ClearBestellungMaske();
     m_order.ShowComingTrxNr();

@@ -46,6 +46,19 @@ void frmAuftragswesenAuftragserfassung::refreshCatalogue() {
             tabs->setCurrentIndex(tab);
 }
 
+void frmAuftragswesenAuftragserfassung::followStations(store::Topic topic) {
+    if (topic == store::Topic::Settings)
+        showSettings();
+    if (topic == store::Topic::Catalogue)
+        followCatalogue();
+}
+
+void frmAuftragswesenAuftragserfassung::followCatalogue() {
+    m_menus->ForgetKuriere();
+    m_ui->ProdukteGrid->refreshInPlace([this] { refreshCatalogue(); });
+    m_ui->ExtrasGrid->refreshInPlace([this] { DataControlExtras.Refresh(); });
+}
+
 void frmAuftragswesenAuftragserfassung::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());

@@ -16,8 +16,9 @@ void frmAuftragswesenAuftragserfassung::txt_SucheTelefonNummer_KeyPress(int key)
     const QString number = m_ui->txt_SucheTelefonNummer->text().trimmed();
     if (key != 13 || number.isEmpty())
         return;
+    const bool known = m_order.SucheTelefonNummer(number);
     m_ui->box_SchnellerfassungKunde->hide();
-    if (m_order.SucheTelefonNummer(number))
+    if (known)
         return showLine(0);
     fillFromPhoneBook(number);
     m_order.HideKundenAdresse();
@@ -58,10 +59,15 @@ void frmAuftragswesenAuftragserfassung::cmd_ClientSave_Click() {
     if (m_ui->txt_KundenName->text().trimmed().isEmpty())
         return tell(tr("Bitte geben Sie einen Namen ein."), tr("Fehlende Eingabe"), platform::kOk);
     const QString number = m_ui->txt_KundenTelefonnummer->text();
-    modAuftragswesenAuftragserfassung::SaveKundeSchnellerfassung(
+    const QString searched = m_ui->txt_SucheTelefonNummer->text();
+    const bool saved = modAuftragswesenAuftragserfassung::SaveKundeSchnellerfassung(
         {number, m_ui->txt_KundenName->text(), m_ui->txt_KundenVorname->text(),
          m_ui->txt_KundenZusatz->text(), m_ui->txt_KundenStrasse->text(), m_ui->txt_KundenPLZ->text(),
-         m_ui->txt_KundenOrt->text()});
+         m_ui->txt_KundenOrt->text()},
+        searched == number ? common::parseNumber(number) : std::nullopt);
+    if (!saved)
+        tell(tr("Dieser Kunde wurde inzwischen an einer anderen Station erfasst."), tr("Kunden Erfassung"),
+             platform::kInformation);
     if (auto* box = platform::mainDesk<desks::StatusBox>(m_services.navigation))
         box->showKundenTotal(modVerwaltungKunden::GetTotalKunden());
     m_ui->box_SchnellerfassungKunde->hide();

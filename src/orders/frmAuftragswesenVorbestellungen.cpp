@@ -66,6 +66,20 @@ void frmAuftragswesenVorbestellungen::setUpControls() {
                    [this](int) { VorbestellungGrid_DblClick(); });
     connectGuarded(Origin::User, m_ui->VorbestellungGrid, &platform::DataGrid::rowChosen, this,
                    [this](int) { showKunde(); });
+    connectGuarded(Origin::Timer, &store::stationNews(), &store::StationNews::shown, this,
+                   [this](store::Topic topic) {
+                       if (topic == store::Topic::PreOrders)
+                           refresh();
+                   });
+}
+
+/// Behind the user, who goes on from where he was.
+void frmAuftragswesenVorbestellungen::refresh() {
+    m_ui->VorbestellungGrid->refreshInPlace([this] {
+        DataControl.Refresh();
+        FormatGrid();
+    });
+    showKunde();
 }
 
 void frmAuftragswesenVorbestellungen::FormatGrid() {
@@ -129,7 +143,7 @@ void frmAuftragswesenVorbestellungen::cmdDelete_Click() {
 
 void frmAuftragswesenVorbestellungen::VorbestellungGrid_DblClick() {
     const auto trxNr = chosen();
-    if (!trxNr)
+    if (!trxNr || !TakeOnVorbestellung(*trxNr, m_services.dialogs))
         return;
     if (auto* orders = platform::showDesk<desks::OrderDesk>(m_services.navigation))
         orders->loadPreOrder(*trxNr);

@@ -24,6 +24,7 @@ class frmAuftragswesenVorbestellungen : public QWidget, public desks::PreOrderLi
   private:
     void fillDates();
     void setUpControls();
+    void refresh();
     void showRows(const QString& query);
     /// Name of the customer in a row, "" outside the rows.
     QString kundeIn(int row) const;

@@ -1,7 +1,7 @@
 #include "orders/frmAuftragswesenVorbestellungenAlarm.h"
-#include "common/Convert.h"
 #include "common/Guard.h"
 #include "desks/MainDesks.h"
+#include "orders/modAuftragswesenVorbestellungen.h"
 #include "platform/Navigation.h"
 #include "ui_frmAuftragswesenVorbestellungenAlarm.h"
 #include <QAccessible>
@@ -37,6 +37,7 @@ frmAuftragswesenVorbestellungenAlarm::frmAuftragswesenVorbestellungenAlarm(const
 frmAuftragswesenVorbestellungenAlarm::~frmAuftragswesenVorbestellungenAlarm() = default;
 
 void frmAuftragswesenVorbestellungenAlarm::setFaellig(qint64 trxNr, const QString& kunde) {
+    m_trxNr = trxNr;
     const QString number = QString::number(trxNr);
     m_ui->txt_AuftragsNr->setText(number);
     m_ui->lbl_Kunde->setText(kunde);
@@ -50,12 +51,12 @@ void frmAuftragswesenVorbestellungenAlarm::setFaellig(qint64 trxNr, const QStrin
 }
 
 void frmAuftragswesenVorbestellungenAlarm::txt_AuftragsNr_Click() {
-    const auto number = common::parseNumber(m_ui->txt_AuftragsNr->text());
+    const qint64 trxNr = m_trxNr;
     close();
-    if (!number)
+    if (trxNr == 0 || !modAuftragswesenVorbestellungen::TakeOnVorbestellung(trxNr, m_services.dialogs))
         return;
     if (auto* list = platform::showDesk<desks::PreOrderList>(m_services.navigation))
-        list->ShowVorbestellung(qint64(*number));
+        list->ShowVorbestellung(trxNr);
 }
 
 void frmAuftragswesenVorbestellungenAlarm::mousePressEvent(QMouseEvent* event) {

@@ -21,6 +21,8 @@ class frmAuftragswesenVorbestellungenAlarm : public QFrame, public desks::PreOrd
 
     void setFaellig(qint64 trxNr, const QString& kunde) override;
 
+    qint64 Faellig() const override { return m_trxNr; }
+
   protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -30,5 +32,6 @@ class frmAuftragswesenVorbestellungenAlarm : public QFrame, public desks::PreOrd
 
     std::unique_ptr<Ui::frmAuftragswesenVorbestellungenAlarm> m_ui;
     platform::Services m_services;
+    qint64 m_trxNr = 0;
     QPoint m_grip;
 };

@@ -174,7 +174,7 @@ void frmLetzteBestellungen::setKunde(qint64 kundenId) {
 }
 
 void frmLetzteBestellungen::readNow() {
-    if (!std::exchange(m_waits, false))
+    if (!m_waits)
         return;
     m_timer.stop();
     if (m_kundenId > 0)
@@ -182,6 +182,8 @@ void frmLetzteBestellungen::readNow() {
              tr("Der Kunde bestellt zum ersten Mal."));
     else
         fill({}, tr("Hier stehen die letzten Bestellungen des Kunden."));
+    // Not before: what cannot be read still waits.
+    m_waits = false;
 }
 
 void frmLetzteBestellungen::fill(Bestellungen bestellungen, const QString& emptyText) {

@@ -1,6 +1,7 @@
 #include "orders/modAuftragswesenAuftragserfassung.h"
 #include "common/Clock.h"
 #include "common/Convert.h"
+#include "masterdata/modVerwaltungKunden.h"
 #include "orders/OrderStorage.h"
 #include "orders/WebOrderMemory.h"
 #include "orders/modBestellNummern.h"
@@ -39,6 +40,26 @@ SaveDecision decideVorbestellung(std::optional<double> day) {
     return *day < common::clock::today() ? SaveDecision::LieferdatumVergangen : SaveDecision::Vorbestellung;
 }
 
+void addKunde(const Schnellerfassung& kunde) {
+    store::WriteRecordset row(RsMain, QStringLiteral("SELECT * FROM tbl_Verwaltung_Kunden WHERE 1 = 1;"),
+                              ConnMain);
+    row->AddNew();
+    row->Fields(u"txt_Name") = kunde.txt_KundenName;
+    row->Fields(u"txt_Vorname") = kunde.txt_KundenVorname;
+    row->Fields(u"txt_Strasse") = kunde.txt_KundenStrasse;
+    row->Fields(u"txt_PLZ") = kunde.txt_KundenPLZ;
+    row->Fields(u"txt_Ort") = kunde.txt_KundenOrt;
+    row->Fields(u"txt_Telefon") = kunde.txt_KundenTelefonnummer;
+    if (const std::optional<double> number = common::parseNumber(kunde.txt_KundenTelefonnummer))
+        row->Fields(u"dbl_Telefon") = *number;
+    row->Fields(u"date_Erfasst") = Serial{common::clock::now()};
+    row->Fields(u"flag_Zusatzinfo") = 1;
+    row->Fields(u"flag_ClientStatus") = 0;
+    row->Fields(u"flag_Newsletter") = 0;
+    row->Fields(u"txt_Zusatzinfo") = kunde.txt_KundenZusatz;
+    row->Update();
+}
+
 } // namespace
 
 std::vector<Kategorie> LoadKategorien() {
@@ -46,7 +67,7 @@ std::vector<Kategorie> LoadKategorien() {
     store::OpenRecordset rows(
         RsMain,
         QStringLiteral("SELECT lng_ID, txt_ProduktGruppe FROM tbl_Verwaltung_ProdukteKategorien "
-                       "ORDER BY lng_Reihenfolge ASC;"),
+                       "ORDER BY lng_Reihenfolge ASC, lng_ID;"),
         ConnMain);
     for (; !rows->Eof(); rows->MoveNext())
         kategorien.push_back({rows->Fields(u"lng_ID").toLong(), rows->Fields(u"txt_ProduktGruppe").text()});
@@ -58,7 +79,7 @@ QString ProdukteSql(std::optional<qint64> kategorie, int preisGruppe) {
                "SELECT lng_ID, txt_Kurzzeichen FROM view_Verwaltung_Produkte WHERE lng_ProduktGruppe = ") +
            QString::number(kategorie.value_or(-1)) + QStringLiteral(" AND lng_Gruppe = ") +
            QString::number(preisGruppe) + (kategorie ? QStringLiteral(" AND flag_Status = 0") : QString()) +
-           QStringLiteral(" ORDER BY lng_Reihenfolge ASC ;");
+           QStringLiteral(" ORDER BY lng_Reihenfolge ASC, lng_ID ;");
 }
 
 QString ExtrasSql(qint64 produktId) {
@@ -70,7 +91,8 @@ QString ExtrasSql(qint64 produktId) {
            QStringLiteral(" AND tbl_Verwaltung_ProdukteExtras.lng_ID = "
                           "tbl_Verwaltung_Produkte_Extras.lng_ProduktExtraID "
                           "AND tbl_Verwaltung_ProdukteExtras.flag_Status = 0 ORDER BY "
-                          "tbl_Verwaltung_ProdukteExtras.lng_Reihenfolge ASC;");
+                          "tbl_Verwaltung_ProdukteExtras.lng_Reihenfolge ASC, "
+                          "tbl_Verwaltung_ProdukteExtras.lng_ID;");
 }
 
 double GetMWStSatz(const Value& code) {
@@ -128,10 +150,12 @@ void UpdateBestellung(const WorkingOrder& order, qint64 trxNr) {
     orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Rewrite(trxNr));
 }
 
-void DeleteBestellung(qint64 trxNr, const QString& kennung) {
+void DeleteBestellung(qint64 trxNr, const QString& kennung, const store::RowMark& gelesen) {
     const QString number = QString::number(trxNr);
     // Together, or a head without amounts would keep lines that count in the turnover.
-    store::transact(ConnMain, [&] {
+    orders::FinishOrder(kennung, orders::BookedOrders(), [&](std::optional<qint64> stored) {
+        if (!stored)
+            orders::RequireAsRead(gelesen, trxNr);
         ConnMain.Execute(
             QStringLiteral(
                 u"UPDATE tbl_Auftragswesen_Bestellungen_Master SET lng_KundenID = -1, lng_KurierID = "
@@ -142,13 +166,17 @@ void DeleteBestellung(qint64 trxNr, const QString& kennung) {
             QStringLiteral("DELETE FROM tbl_Auftragswesen_Bestellungen_Details WHERE lng_TrxNrMaster = ") +
             number);
         orders::ForgetWebOrder({trxNr, false});
-        orders::MarkFinished(kennung);
+        return std::optional(trxNr);
     });
 }
 
 void LoadBestellung(WorkingOrder& order, qint64 trxNr) {
+    const WorkingOrder::Attempt attempt(order);
+    const store::RowMark gelesen(orders::RowsOf(orders::BookedOrders(), trxNr));
+    const auto head = orders::ReadHead(orders::BookedOrders(), trxNr);
     order.ClearBestellungMaske();
-    if (const auto head = orders::ReadHead(orders::BookedOrders(), trxNr)) {
+    order.gelesen = gelesen;
+    if (head) {
         order.setDetail(Detail::AuftragsNr, head->lng_TrxNr);
         orders::OrderButtons buttons = order.buttons();
         buttons.cmdPrint = true;
@@ -167,24 +195,14 @@ void LoadBestellung(WorkingOrder& order, qint64 trxNr) {
     order.TellReadFromStore();
 }
 
-void SaveKundeSchnellerfassung(const Schnellerfassung& kunde) {
-    store::WriteRecordset row(RsMain, QStringLiteral("SELECT * FROM tbl_Verwaltung_Kunden WHERE 1 = 1;"),
-                              ConnMain);
-    row->AddNew();
-    row->Fields(u"txt_Name") = kunde.txt_KundenName;
-    row->Fields(u"txt_Vorname") = kunde.txt_KundenVorname;
-    row->Fields(u"txt_Strasse") = kunde.txt_KundenStrasse;
-    row->Fields(u"txt_PLZ") = kunde.txt_KundenPLZ;
-    row->Fields(u"txt_Ort") = kunde.txt_KundenOrt;
-    row->Fields(u"txt_Telefon") = kunde.txt_KundenTelefonnummer;
-    if (const std::optional<double> number = common::parseNumber(kunde.txt_KundenTelefonnummer))
-        row->Fields(u"dbl_Telefon") = *number;
-    row->Fields(u"date_Erfasst") = Serial{common::clock::now()};
-    row->Fields(u"flag_Zusatzinfo") = 1;
-    row->Fields(u"flag_ClientStatus") = 0;
-    row->Fields(u"flag_Newsletter") = 0;
-    row->Fields(u"txt_Zusatzinfo") = kunde.txt_KundenZusatz;
-    row->Update();
+bool SaveKundeSchnellerfassung(const Schnellerfassung& kunde, std::optional<double> unbekannt) {
+    bool saved = false;
+    store::transact(ConnMain, [&] {
+        saved = !unbekannt || !modVerwaltungKunden::KundeExistsByTelefon(*unbekannt);
+        if (saved)
+            addKunde(kunde);
+    });
+    return saved;
 }
 
 } // namespace modAuftragswesenAuftragserfassung

@@ -52,11 +52,12 @@ bool MayDelete(const orders::WorkingOrder& order);
 /// when none could be found: then the message was shown and the program is ending.
 std::optional<qint64> SaveBestellung(const orders::WorkingOrder& order, platform::Dialogs& dialogs,
                                      platform::Navigation& navigation);
-/// Writes the order anew under the same number, in one transaction.
+/// Writes the order anew under the same number, in one transaction. Throws store::Overtaken, as
+/// DeleteBestellung does, where it is not as it was loaded any more.
 void UpdateBestellung(const orders::WorkingOrder& order, qint64 trxNr);
 /// Marks the head as deleted, so that its number stays used, and removes the lines. `kennung` is of the
 /// working order that showed it, which is finished thereby.
-void DeleteBestellung(qint64 trxNr, const QString& kennung);
+void DeleteBestellung(qint64 trxNr, const QString& kennung, const store::RowMark& gelesen = {});
 /// Clears the order and fills it from the store; without a head of that number the head stays empty.
 void LoadBestellung(orders::WorkingOrder& order, qint64 trxNr);
 
@@ -66,6 +67,8 @@ struct Schnellerfassung {
         txt_KundenPLZ, txt_KundenOrt;
 };
 
-void SaveKundeSchnellerfassung(const Schnellerfassung& kunde);
+/// `unbekannt` is the number that nobody had when the box opened. False, and nothing saved, where somebody
+/// has it by now: another station was faster.
+bool SaveKundeSchnellerfassung(const Schnellerfassung& kunde, std::optional<double> unbekannt = {});
 
 } // namespace modAuftragswesenAuftragserfassung

@@ -30,8 +30,9 @@ qint64 SaveVorbestellung(const WorkingOrder& order) {
 }
 
 void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
-    order.ClearBestellungMaske();
+    const WorkingOrder::Attempt attempt(order);
     const auto head = orders::ReadHead(orders::PreOrders(), trxNr);
+    order.ClearBestellungMaske();
     if (head) {
         orders::ShowPeople(order, *head);
         orders::ShowHead(order, *head);
@@ -48,6 +49,7 @@ void LoadVorbestellung(WorkingOrder& order, qint64 trxNr) {
 }
 
 void OpenVorbestellung(WorkingOrder& order, qint64 trxNr) {
+    const WorkingOrder::Attempt attempt(order);
     LoadVorbestellung(order, trxNr);
     order.webBestellung = orders::WebOrderOf({trxNr, true});
     order.SetBestellzeit(common::clock::now());
@@ -60,11 +62,12 @@ void DeleteVorbestellung(qint64 trxNr) {
 }
 
 QString ListeAmTag(qint64 lieferDatum) {
-    return kListe + QStringLiteral(" WHERE lng_LieferDatum = ") + QString::number(lieferDatum);
+    return kListe + QStringLiteral(" WHERE lng_LieferDatum = ") + QString::number(lieferDatum) +
+           QStringLiteral(" ORDER BY time_Lieferzeit, lng_TrxNr");
 }
 
 QString ListeAlle() {
-    return kListe + QLatin1Char(';');
+    return kListe + QStringLiteral(" ORDER BY lng_TrxNr;");
 }
 
 QString ListeEine(qint64 trxNr) {
@@ -88,17 +91,38 @@ void UpdateVorbestellungCount(platform::Navigation& navigation) {
 std::optional<qint64> FindFaelligeVorbestellung() {
     const double limit =
         common::clock::now() + SysVorbestellungAutomatischZeit / kMinutesOfDay + kRoundingError;
+    const auto others = store::tasksOfOthers();
     store::OpenRecordset rows(RsMain,
                               QStringLiteral("SELECT lng_TrxNr, lng_LieferDatum, time_Lieferzeit FROM "
-                                             "tbl_Auftragswesen_Vorbestellungen_Master ;"),
+                                             "tbl_Auftragswesen_Vorbestellungen_Master ORDER BY "
+                                             "lng_LieferDatum, time_Lieferzeit, lng_TrxNr ;"),
                               ConnMain);
     for (; !rows->Eof(); rows->MoveNext()) {
+        if (others.contains(Aufgabe(rows->Fields(u"lng_TrxNr").toLong()).name))
+            continue;
         const auto day = orders::ReadableSerial(rows->Fields(u"lng_LieferDatum").Value());
         const auto time = orders::ReadableSerial(rows->Fields(u"time_Lieferzeit").Value());
         if (day && time && *day + *time <= limit)
             return rows->Fields(u"lng_TrxNr").toLong();
     }
     return std::nullopt;
+}
+
+platform::Task Aufgabe(qint64 trxNr) {
+    constexpr int kInHand = 300;
+    return {QStringLiteral("Vorbestellung ") + QString::number(trxNr), kInHand, store::Topic::PreOrders};
+}
+
+QString BeiStation(qint64 trxNr) {
+    return store::holderOf(Aufgabe(trxNr).name);
+}
+
+bool TakeOnVorbestellung(qint64 trxNr, platform::Dialogs& dialogs) {
+    return platform::takeOn(dialogs, Aufgabe(trxNr),
+                            QStringLiteral("%1 bearbeitet die Vorbestellung ") + QString::number(trxNr) +
+                                QStringLiteral(" bereits."),
+                            QStringLiteral(u"Möchten Sie sie trotzdem öffnen?"),
+                            QStringLiteral("Vorbestellung"));
 }
 
 QString KundeVon(qint64 trxNr) {

@@ -1,6 +1,7 @@
 #pragma once
 #include "orders/WorkingOrder.h"
 #include "platform/Navigation.h"
+#include "platform/TakeOn.h"
 #include <QString>
 #include <optional>
 
@@ -34,10 +35,18 @@ QString ListeEine(qint64 trxNr);
 /// Writes the number of pre-orders to the main window's status box.
 void UpdateVorbestellungCount(platform::Navigation& navigation);
 
-/// The first pre-order in the store's order (by its index, the earliest delivery first) whose delivery is at
+/// The first pre-order, the earliest delivery first, whose delivery is at
 /// most the settings' lead time ahead, or past. One whose delivery moment cannot be read (nothing stored, or
-/// a text that is no date or time) is passed over, so that it does not hide those behind it.
+/// a text that is no date or time) is passed over, so that it does not hide those behind it; and so is one
+/// that another station has in hand.
 std::optional<qint64> FindFaelligeVorbestellung();
+/// What a station has in hand that opens the pre-order. For some minutes the others are not told of it.
+platform::Task Aufgabe(qint64 trxNr);
+/// The other station that has it in hand; "" where none has.
+QString BeiStation(qint64 trxNr);
+/// Takes it in hand; where another station has it the user is asked, and false means that he leaves it.
+bool TakeOnVorbestellung(qint64 trxNr, platform::Dialogs& dialogs);
+
 /// Name of the customer of a pre-order; "" when it or the customer has gone.
 QString KundeVon(qint64 trxNr);
 /// Counts the pre-orders and shows the alarm for the first due one.

@@ -105,6 +105,7 @@ std::vector<LetzteBestellung> LoadLetzteBestellungen(qint64 kundenId, int most) 
 }
 
 Ausgelassen UebernehmeBestellung(WorkingOrder& order, qint64 trxNr) {
+    const WorkingOrder::Attempt attempt(order);
     WorkingOrder before;
     orders::LoadLines(before, orders::BookedOrders(), trxNr);
     const CellTable& lines = before.BestellungGrid;

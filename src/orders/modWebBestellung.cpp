@@ -103,6 +103,7 @@ class Keying {
 } // namespace
 
 Ausgelassen UebernehmeWebBestellung(WorkingOrder& order, const desks::WebOrder& web) {
+    const WorkingOrder::Attempt attempt(order);
     if (!web.lines.empty())
         order.webBestellung = web.id;
     Keying keying(order);

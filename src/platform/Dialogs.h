@@ -48,8 +48,9 @@ class Dialogs {
     /// A colour as 0xBBGGRR, red in the lowest byte; nothing when cancelled. `current` in the same form.
     virtual std::optional<int> ChooseColor(int /*current*/) { return {}; }
 
-    /// Stands above the window while `stillExecuting` gives true. False when the user closed it before.
-    virtual bool WaitForServer(const std::function<bool()>& stillExecuting) = 0;
+    /// Stands above the window while `stillExecuting` gives true, with a text that tells what is waited for.
+    /// False when the user closed it before.
+    virtual bool WaitForServer(const std::function<bool()>& stillExecuting, const QString& text = {}) = 0;
 
     /// Shows how far long work is, from the moment that it takes noticeably long until the last copy of the
     /// result goes. The screens keep painting meanwhile, the user can only give the work up.

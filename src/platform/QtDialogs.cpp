@@ -312,10 +312,10 @@ std::optional<int> QtDialogs::ChooseColor(int current) {
     return swapRedAndBlue(int(dialog.selectedColor().rgb() & 0xffffff));
 }
 
-bool QtDialogs::WaitForServer(const std::function<bool()>& stillExecuting) {
+bool QtDialogs::WaitForServer(const std::function<bool()>& stillExecuting, const QString& text) {
     if (!stillExecuting())
         return true;
-    frmSystemServerLogIn dialog(stillExecuting, QApplication::activeWindow());
+    frmSystemServerLogIn dialog(stillExecuting, text, QApplication::activeWindow());
     return execModal(dialog) == QDialog::Accepted;
 }
 

@@ -13,7 +13,7 @@ class QtDialogs : public Dialogs {
     QString SaveFile(const QString& title, const QString& name, const QStringList& suffixes) override;
     QString OpenFile(const QString& title, const QString& filter) override;
     std::optional<int> ChooseColor(int current) override;
-    bool WaitForServer(const std::function<bool()>& stillExecuting) override;
+    bool WaitForServer(const std::function<bool()>& stillExecuting, const QString& text = {}) override;
     Progress ShowProgress(const QString& text) override;
 };
 

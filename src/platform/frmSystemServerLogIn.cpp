@@ -12,19 +12,30 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kTick = 100;
+constexpr int kTextWidth = 420;
 constexpr qsizetype kMostDots = 15;
 
 } // namespace
 
-frmSystemServerLogIn::frmSystemServerLogIn(std::function<bool()> stillExecuting, QWidget* parent) :
-    QDialog(parent), m_stillExecuting(std::move(stillExecuting)), lbl_Progress(new QLabel(this)) {
+frmSystemServerLogIn::frmSystemServerLogIn(std::function<bool()> stillExecuting, const QString& text,
+                                           QWidget* parent) :
+    QDialog(parent),
+    m_stillExecuting(std::move(stillExecuting)), lbl_Progress(new QLabel(this)) {
     setWindowTitle(u"Tavolino"_s);
-    auto* lbl_ServerConnection = new QLabel(u"Connecting to Server"_s, this);
+    auto* lbl_ServerConnection = new QLabel(text.isEmpty() ? u"Connecting to Server"_s : text, this);
     lbl_ServerConnection->setObjectName(u"lbl_ServerConnection"_s);
+    lbl_ServerConnection->setTextFormat(Qt::PlainText);
+    if (!text.isEmpty()) {
+        lbl_ServerConnection->setWordWrap(true);
+        lbl_ServerConnection->setMinimumWidth(kTextWidth);
+    }
     lbl_Progress->setObjectName(u"lbl_Progress"_s);
     lbl_Progress->setMinimumWidth(220);
     auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(tr("&Abbrechen"), QDialogButtonBox::RejectRole);
+    QPushButton* giveUp = buttons->addButton(tr("&Abbrechen"), QDialogButtonBox::RejectRole);
+    // What is waited for without having been asked for is not given up by a key typed ahead.
+    giveUp->setAutoDefault(text.isEmpty());
+    giveUp->setFocusPolicy(text.isEmpty() ? Qt::StrongFocus : Qt::NoFocus);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
     for (QWidget* part : std::initializer_list<QWidget*>{lbl_ServerConnection, lbl_Progress, buttons})

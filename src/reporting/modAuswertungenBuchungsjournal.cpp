@@ -28,7 +28,9 @@ QString textOrNull(const common::Value& value) {
 QString Buchungen(const Auswahl& auswahl) {
     return u"SELECT date_BestellDatum, lng_BestellDatum, lng_TrxNr, txt_Buchungstext, txt_Kurier, "
            "dbl_TotalMitMWSt From view_Auswertungen_Buchungsjournal "_s +
-           clause(auswahl);
+           clause(auswahl) +
+           (auswahl.tage || auswahl.lng_KurierID ? u"ORDER BY lng_BestellDatum, lng_TrxNr"_s
+                                                 : u"ORDER BY lng_TrxNr"_s);
 }
 
 QString TotalBuchungen(const Auswahl& auswahl) {

@@ -19,7 +19,7 @@ QString KundenStatistikSql(qint64 lng_KundenID) {
     return u"SELECT txt_LieferDatum AS Datum, lng_KundenID, lng_TrxNr AS AuftragsNr, "_s +
            store::sqlText(SysCurrency) +
            u" AS Ccy, dbl_TotalMitMWSt As Betrag FROM tbl_Auftragswesen_Bestellungen_Master WHERE "
-           u"lng_KundenID = %1 ORDER BY lng_LieferDatum ASC ;"_s.arg(lng_KundenID);
+           u"lng_KundenID = %1 ORDER BY lng_LieferDatum ASC, lng_TrxNr ;"_s.arg(lng_KundenID);
 }
 
 QString TopKundenSql() {
@@ -36,7 +36,7 @@ double TotalKunde(qint64 lng_KundenID, const platform::Progress& progress) {
 
 double TotalTopKunden(const platform::Progress& progress) {
     return firstValue(u"SELECT Top 20 SUM(dbl_TotalMitMWSt) AS Betrag FROM "
-                      u"tbl_Auftragswesen_Bestellungen_Master GROUP BY lng_KundenID;"_s,
+                      u"tbl_Auftragswesen_Bestellungen_Master GROUP BY lng_KundenID ORDER BY lng_KundenID;"_s,
                       progress);
 }
 

@@ -2,6 +2,7 @@
 #include "maintenance/DailyCopy.h"
 #include "platform/line/TelephoneLine.h"
 #include "shell/Screens.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 
 // A static library's resources are not found unless they are asked for; the macro wants the global namespace.
@@ -57,10 +58,21 @@ void Application::takeSettingsOver() {
         m_window->screens().close(QStringLiteral("frmEinstellungenSystem"));
 }
 
+/// Another station takes them over at once.
+void Application::releaseTasks() {
+    try {
+        if (ConnMain.IsOpen())
+            store::releaseAll();
+    } catch (const std::exception& failure) {
+        m_log.write(QStringLiteral("Fehler beim Beenden"), QString::fromUtf8(failure.what()));
+    }
+}
+
 void Application::closeDown() {
     if (std::exchange(m_closed, true))
         return;
     // The program ends whatever fails here; what failed stands in the log.
+    releaseTasks();
     try {
         if (m_ground.telephony.line)
             m_ground.telephony.line->Stop();

@@ -56,6 +56,7 @@ class Application {
 
   private:
     void takeSettingsOver();
+    void releaseTasks();
     void closeDown();
 
     Ground m_ground;

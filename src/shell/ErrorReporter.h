@@ -13,8 +13,11 @@ namespace shell {
 
 /// What happens to an exception that reached the top. It is logged and told in a plain error box. In a user's
 /// own action it then ends the program. In a server's answer, a call or a timer tick the program goes on; the
-/// same text is then told only once, since a timer would bring it every minute. The failed work's own
+/// same failure is then told only once, since a timer would bring it every minute. The failed work's own
 /// transaction has been rolled back by then; work that it came in between is left alone.
+///
+/// Where no database server answers, the program goes on in any case; only a user is told by a box, and the
+/// log once an outage.
 ///
 /// While an error box is open, further errors are logged only.
 class ErrorReporter {
@@ -25,7 +28,7 @@ class ErrorReporter {
     void report(common::Origin origin, const std::exception_ptr& error);
 
   private:
-    void tell(common::Origin origin, const QString& sentence);
+    void tell(common::Origin origin, const QString& sentence, const QString& line);
 
     LogFile& m_log;
     platform::Dialogs& m_dialogs;

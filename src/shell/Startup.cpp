@@ -15,6 +15,7 @@
 #include "platform/net/Internet.h"
 #include "shell/frmMDI.h"
 #include "store/SchemaSteps.h"
+#include "store/ServerState.h"
 #include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
@@ -68,15 +69,18 @@ bool Startup::run() {
     if (!OpenDatabases())
         return false;
     m_window.showMaximized();
-    store::LoadSystemSettings();
+    m_window.startStations();
+    if (!insist([] { store::LoadSystemSettings(); }))
+        return false;
     EnableInterfaces();
     if (!login())
         return false;
-    m_window.showKundenTotal(modVerwaltungKunden::GetTotalKunden());
+    store::ifServerAnswers([this] { m_window.showKundenTotal(modVerwaltungKunden::GetTotalKunden()); });
     m_window.VorbestellungTimer_Timer();
     showGuide();
     // Behind the guide, so that an order taken up again has the keys.
-    offerDraft();
+    if (!offerDraft())
+        return false;
     m_window.startSystemNews();
     return true;
 }
@@ -143,19 +147,56 @@ bool Startup::OpenDatabases() {
                                         QDir::toNativeSeparators(root + u"Data/"_s));
         m_services.registry.SaveSetting(u"TavolinoSettings"_s, u"Runnable"_s, u"Root"_s, root);
     };
+    bool numbered = false;
+    const auto open = [&] {
+        // Each time: the user may have put them right.
+        readDatabaseSettings();
+        for (store::Connection* connection : {&ConnMain, &ConnPhone, &ConnPrint})
+            if (connection->IsOpen())
+                connection->Close();
+        store::OpenDatabases(saveRegistry, [this](store::Connection& main) { bringUpToDate(main); });
+        numbered = modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
+    };
+    try {
+        return insist(open) && numbered;
+    } catch (const platform::GivenUp&) {
+        m_services.navigation.endProgram();
+        return false;
+    }
+}
+
+void Startup::readDatabaseSettings() {
     const auto settings = platform::DatabaseSettings::read(store::appPath() + u"/tavolino.ini"_s);
     // Orders must not go into the file of this station because a line of the settings is wrong.
     if (!settings.problem.isEmpty())
         throw common::RunTimeError(common::kPlatformFailure, settings.problem);
     store::setServer(settings.server, settings.phoneBookOnServer);
     store::setStation(settings.station);
-    try {
-        store::OpenDatabases(saveRegistry, [this](store::Connection& main) { bringUpToDate(main); });
-    } catch (const platform::GivenUp&) {
-        m_services.navigation.endProgram();
-        return false;
+}
+
+bool Startup::insist(const std::function<void()>& step) {
+    while (true) {
+        QString problem;
+        try {
+            step();
+            return true;
+        } catch (const common::RunTimeError& error) {
+            if (!store::hasServer() && error.number() != common::kServerGone)
+                throw;
+            qWarning("%d %s | %s", error.number(), qUtf8Printable(error.sentence()),
+                     qUtf8Printable(error.detail()));
+            problem = error.sentence();
+        }
+        const int answer = m_services.dialogs.MsgBox(
+            problem + u"\n\n"_s +
+                frmMDI::tr("\"Wiederholen\" versucht es noch einmal, \"Abbrechen\" beendet das Programm."),
+            platform::kRetryCancel + platform::kStop, frmMDI::tr("Datenbankserver"));
+        if (answer != platform::kAnswerRetry) {
+            m_services.navigation.endProgram(1);
+            return false;
+        }
+        store::setServerBack();
     }
-    return modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation).has_value();
 }
 
 /// Of a large firm it takes a while, which is shown and can be given up: the database is the old one then.
@@ -201,9 +242,11 @@ bool Startup::login() {
 }
 
 /// An order that was being keyed when the program ended the last time.
-void Startup::offerDraft() {
+bool Startup::offerDraft() {
     const QString file = orders::OrderDraft::defaultFile();
-    const auto found = orders::OrderDraft::look(file);
+    orders::OrderDraft::Found found;
+    if (!insist([&] { found = orders::OrderDraft::look(file); }))
+        return false;
     if (!found.putAside.isEmpty())
         m_services.dialogs.MsgBox(
             frmMDI::tr(
@@ -212,14 +255,18 @@ void Startup::offerDraft() {
                 .arg(QDir::toNativeSeparators(found.putAside)),
             platform::kInformation, frmMDI::tr("Auftragserfassung"));
     if (!found.order)
-        return;
+        return true;
     const QString question =
         frmMDI::tr("Ein angefangener Auftrag wurde gefunden. Möchten Sie ihn weiter bearbeiten?");
     if (m_services.dialogs.MsgBox(question, platform::kYesNo, frmMDI::tr("Auftragserfassung")) !=
         platform::kAnswerYes)
-        return orders::OrderDraft::decline(file);
-    if (auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation))
-        desk->restoreDraft();
+        orders::OrderDraft::decline(file);
+    else
+        return insist([this] {
+            if (auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation))
+                desk->restoreDraft();
+        });
+    return true;
 }
 
 void Startup::showGuide() {

@@ -2,6 +2,7 @@
 #include "platform/Services.h"
 #include "shell/InstanceLock.h"
 #include <QString>
+#include <functional>
 #include <memory>
 
 class frmMDI;
@@ -45,12 +46,16 @@ class Startup {
     bool WriteTestApplicationFolder();
     void SetRegionalSettings();
     bool OpenDatabases();
+    void readDatabaseSettings();
+    /// Does a step that asks the database server. Where that fails the user tries again, or ends the program
+    /// (false).
+    bool insist(const std::function<void()>& step);
     void bringUpToDate(store::Connection& main);
     void EnableInterfaces();
     void tellBrokenIni();
     /// False when the program ended instead.
     bool login();
-    void offerDraft();
+    bool offerDraft();
     void showGuide();
 
     frmMDI& m_window;

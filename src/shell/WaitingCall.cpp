@@ -12,13 +12,23 @@ namespace {
 // Black on amber: seen from across the room, whatever the palette.
 const QString kAmber = u"QPushButton { background: #ffb300; color: black; border: 2px solid #8a5a00; "
                        "border-radius: 6px; padding: 0 10px; }"_s;
+/// What waits no more.
+const QString kGrey = u"QPushButton { background: #d5d5d5; color: #404040; border: 2px solid #9a9a9a; "
+                      "border-radius: 6px; padding: 0 10px; }"_s;
 constexpr int kPadding = 28;
 
 } // namespace
 
 WaitingCall::WaitingCall(const Panel& panel, QObject* parent) :
     QObject(parent), m_panel(panel), m_font(panel.number.font()) {
-    m_panel.number.setStyleSheet(kAmber);
+    constexpr auto kTakenInSight = std::chrono::seconds(8);
+    m_leaving.setObjectName(u"AnrufGeht"_s);
+    m_leaving.setSingleShot(true);
+    m_leaving.setInterval(kTakenInSight);
+    common::connectGuarded(common::Origin::Timer, &m_leaving, &QTimer::timeout, this, [this] {
+        clear();
+        Q_EMIT left();
+    });
     common::connectGuarded(common::Origin::User, &m_panel.number, &QPushButton::clicked, this,
                            [this] { Q_EMIT clicked(); });
     clear();
@@ -29,7 +39,11 @@ WaitingCall::~WaitingCall() {
 }
 
 void WaitingCall::show(const QString& number) {
-    ++m_count;
+    // The ones before went with the one that was taken elsewhere.
+    m_count = m_takenBy.isEmpty() ? m_count + 1 : 1;
+    m_takenBy.clear();
+    m_leaving.stop();
+    setLook(kAmber);
     m_panel.number.setText(number);
     fitNumber();
     setCaller({});
@@ -49,9 +63,41 @@ void WaitingCall::setCaller(const QString& name) {
     m_panel.number.setAccessibleDescription(name.isEmpty() ? number() : u"%1, %2"_s.arg(number(), name));
 }
 
+void WaitingCall::setTaken(const QString& station) {
+    m_takenBy = station;
+    const QString told = tr("%1 nimmt den Anruf an").arg(station);
+    m_panel.key.setText(
+        m_panel.key.fontMetrics().elidedText(told, Qt::ElideMiddle, m_panel.key.maximumWidth()));
+    m_panel.key.setToolTip(told);
+    m_panel.number.setAccessibleDescription(told);
+    setLook(kGrey);
+    for (const QPointer<QPushButton>& banner : m_banners)
+        if (banner) {
+            banner->setText(bannerText());
+            place(*banner);
+        }
+    m_leaving.start();
+}
+
+void WaitingCall::setLook(const QString& look) {
+    m_panel.number.setStyleSheet(look);
+    for (const QPointer<QPushButton>& banner : m_banners)
+        if (banner)
+            banner->setStyleSheet(look);
+}
+
+QString WaitingCall::bannerText() const {
+    return m_takenBy.isEmpty() ? tr("Anruf %1 · annehmen mit F9").arg(number())
+                               : tr("Anruf %1 · %2 nimmt ihn an").arg(number(), m_takenBy);
+}
+
 void WaitingCall::clear() {
     qApp->removeEventFilter(this);
     m_count = 0;
+    m_takenBy.clear();
+    m_leaving.stop();
+    m_panel.key.setToolTip({});
+    setLook(kAmber);
     m_panel.number.setText({});
     setCaller({});
     setVisible(false);
@@ -91,7 +137,7 @@ void WaitingCall::showBanners() {
         if (!banner) {
             banner = new QPushButton(window);
             banner->setObjectName(u"WartenderAnruf"_s);
-            banner->setStyleSheet(kAmber);
+            banner->setStyleSheet(m_panel.number.styleSheet());
             banner->setFocusPolicy(Qt::NoFocus);
             QFont font = m_font;
             font.setPointSizeF(font.pointSizeF() * 0.7);
@@ -100,7 +146,7 @@ void WaitingCall::showBanners() {
                                    [this] { Q_EMIT clicked(); });
             m_banners << banner;
         }
-        banner->setText(tr("Anruf %1 · annehmen mit F9").arg(number()));
+        banner->setText(bannerText());
         place(*banner);
         banner->show();
         banner->raise();

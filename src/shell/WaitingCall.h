@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 #include <vector>
 
 namespace shell {
@@ -27,7 +28,12 @@ class WaitingCall : public QObject {
     void show(const QString& number);
     /// Who calls; "" for nobody that is known.
     void setCaller(const QString& name);
+    /// Another station has taken it: it stays in sight for some seconds and goes by itself.
+    void setTaken(const QString& station);
     void clear();
+
+    /// The other station that has taken it; "" where none has.
+    const QString& takenBy() const { return m_takenBy; }
 
     bool waits() const { return !m_panel.number.isHidden(); }
 
@@ -36,12 +42,16 @@ class WaitingCall : public QObject {
   Q_SIGNALS:
     /// The number was clicked, here or in another window.
     void clicked();
+    /// A call that another station has taken has gone.
+    void left();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void setVisible(bool on);
+    void setLook(const QString& look);
+    QString bannerText() const;
     void fitNumber();
     void showBanners();
     void place(QPushButton& banner);
@@ -49,6 +59,8 @@ class WaitingCall : public QObject {
     Panel m_panel;
     QFont m_font;
     int m_count = 0;
+    QString m_takenBy;
+    QTimer m_leaving{this};
     QList<QPointer<QPushButton>> m_banners;
 };
 

@@ -40,6 +40,7 @@ frmEinstellungenBenutzer::frmEinstellungenBenutzer(const platform::Services& ser
         [this](QListWidgetItem* item) { list_UserPermission_Click(m_ui->list_UserPermission->row(item)); });
     connectGuarded(Origin::User, m_ui->check_AnmeldungUser, &QCheckBox::clicked, this,
                    [this] { SaveAnmeldung(m_ui->check_AnmeldungUser->isChecked()); });
+    follow(store::Topic::Users);
     FormatGrid();
     CleanMask();
 }
@@ -136,6 +137,10 @@ bool frmEinstellungenBenutzer::checkNewName(const QString& name) {
     return true;
 }
 
+store::RowMark frmEinstellungenBenutzer::markRecord(qint64 key) const {
+    return MarkBenutzer(key);
+}
+
 bool frmEinstellungenBenutzer::checkInput() {
     if (m_ui->txt_Username->text().trimmed().isEmpty())
         return refuse(*m_ui->BenutzerGrid, tr("Bitte wählen Sie einen Benutzer."), tr("Benutzer"));
@@ -148,7 +153,7 @@ void frmEinstellungenBenutzer::saveRecord() {
     Benutzer benutzer{m_ui->txt_Username->text(), m_ui->txt_PWD->text(), {}};
     for (int row = 0; row < int(shell::kRights); ++row)
         benutzer.rights[size_t(row)] = permission(row);
-    SaveBenutzer(benutzer, key());
+    SaveBenutzer(benutzer, key(), mark());
 }
 
 bool frmEinstellungenBenutzer::mayDelete() {
@@ -156,5 +161,5 @@ bool frmEinstellungenBenutzer::mayDelete() {
 }
 
 void frmEinstellungenBenutzer::deleteRecord() {
-    DeleteBenutzer(key());
+    DeleteBenutzer(key(), mark());
 }

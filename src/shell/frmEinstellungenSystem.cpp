@@ -6,6 +6,7 @@
 #include "platform/form/FieldHelpers.h"
 #include "platform/report/Reports.h"
 #include "shell/modEinstellungenSystem.h"
+#include "store/ServerState.h"
 #include "store/StoreGlobals.h"
 #include "store/SystemSettings.h"
 #include "ui_frmEinstellungenSystem.h"
@@ -70,13 +71,30 @@ void frmEinstellungenSystem::closeEvent(QCloseEvent* event) {
     // The frame around the screen closes it once more.
     if (std::exchange(m_taken, true))
         return;
-    common::guarded(common::Origin::User, [this] {
-        for (const Row& row : m_rows)
-            row.setting.take(textOf(row.control, row.setting.kind));
-        modEinstellungenSystem::SaveSystemSettings();
+    const bool stored = common::guardedApart(common::Origin::User, [this] {
+        takeOver();
         // Another first number is the next one as long as nothing is booked.
         modBestellNummern::GetNextTrxNr(m_services.dialogs, m_services.navigation);
     });
+    // What is not stored stays on the screen, where there will be a server again to store it.
+    if (stored || !store::isServerAway())
+        return;
+    m_taken = false;
+    event->ignore();
+}
+
+void frmEinstellungenSystem::takeOver() {
+    std::vector<modEinstellungenSystem::Change> changes;
+    for (const Row& row : m_rows)
+        if (const QString text = textOf(row.control, row.setting.kind); text != row.stored)
+            changes.push_back({row.setting, row.stored, text});
+    const QStringList refused = modEinstellungenSystem::SaveSystemSettings(changes);
+    if (!refused.isEmpty())
+        m_services.dialogs.MsgBox(tr("Dieser Datensatz wurde inzwischen an einer anderen Station "
+                                     "geändert.\n\nNicht gespeichert, es "
+                                     "gelten die Angaben der anderen Station: %1")
+                                      .arg(refused.join(u", "_s)),
+                                  platform::kInformation, tr("Speichern"));
 }
 
 void frmEinstellungenSystem::fillLists() {
@@ -103,7 +121,7 @@ void frmEinstellungenSystem::setUpRows() {
         auto* control = findChild<QWidget*>(QString::fromUtf16(setting.control));
         if (auto* field = qobject_cast<QLineEdit*>(control))
             setUpField(setting, *field);
-        m_rows.push_back({setting, *control, {}});
+        m_rows.push_back({setting, *control, {}, {}});
         showRow(m_rows.back());
     }
 }
@@ -131,12 +149,14 @@ void frmEinstellungenSystem::showRow(Row& row) {
     else
         choose(*qobject_cast<QComboBox*>(&row.control), row.setting.kind, text);
     row.shown = textOf(row.control, row.setting.kind);
+    row.stored = text;
 }
 
 void frmEinstellungenSystem::follow() {
     for (Row& row : m_rows)
         if (textOf(row.control, row.setting.kind) == row.shown)
             showRow(row);
+    SysVorlageBestellung = qint16(m_ui->combo_DruckVorlage->currentIndex());
     restrictEditierung();
 }
 

@@ -28,11 +28,12 @@ class frmEinstellungenSystem : public QWidget {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    /// A setting and its control; `shown` is what stood in it before the user came.
+    /// A setting and its control; `shown` is what stood in it before the user came, `stored` the setting
+    /// then.
     struct Row {
         const store::Setting& setting;
         QWidget& control;
-        QString shown;
+        QString shown, stored;
     };
 
     void fillLists();
@@ -41,6 +42,7 @@ class frmEinstellungenSystem : public QWidget {
     void showRow(Row& row);
     /// Shows what was changed elsewhere, as far as the user has not touched it here.
     void follow();
+    void takeOver();
     void restrictEditierung();
     void cmdPreview_Click();
 

@@ -15,6 +15,7 @@
 #include "platform/net/Inet.h"
 #include "shell/ContextHelp.h"
 #include "shell/MenuTree.h"
+#include "shell/ServerWatch.h"
 #include "store/StoreGlobals.h"
 #include "ui_frmMDI.h"
 #include <QAccessible>
@@ -54,10 +55,12 @@ frmMDI::frmMDI(const platform::Services& services, const shell::ScreenRegistry& 
     m_screens->setGate([this](const QString& screen) { return mayReach(screen); });
     setUpToolBar();
     setUpPanels();
+    setUpServerPanel();
     setUpKeys();
     new shell::ContextHelp(m_services, *m_screens, *this);
     setUpHints();
     setUpTimers();
+    setUpStations();
     maintenance::systemNews() = {};
     m_dailyCopy = new maintenance::DailyCopy(m_services, this);
     qApp->installEventFilter(this);
@@ -187,7 +190,7 @@ void frmMDI::setUpTimers() {
 }
 
 void frmMDI::standStill() {
-    for (QTimer* timer : {&TimerBeep, &VorbestellungTimer, &InternetLinkTimer, &m_newsTimer})
+    for (QTimer* timer : {&TimerBeep, &VorbestellungTimer, &InternetLinkTimer, &m_newsTimer, &StationTimer})
         timer->stop();
     if (m_line)
         m_line->Stop();

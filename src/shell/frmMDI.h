@@ -3,6 +3,7 @@
 #include "desks/SystemDesk.h"
 #include "platform/Services.h"
 #include "shell/ScreenManager.h"
+#include "store/Stations.h"
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -23,6 +24,7 @@ class DailyCopy;
 
 namespace shell {
 class MenuTree;
+class ServerWatch;
 class WaitingCall;
 struct MenuEntry;
 } // namespace shell
@@ -41,6 +43,8 @@ class frmMDI : public QMainWindow,
     /// What the window needs of the computer.
     struct Procedures {
         std::function<void()> beep{};
+        /// Whether a database server answers; called from another thread.
+        std::function<bool()> askServer{};
     };
 
     /// The services and the registry outlive the window.
@@ -81,6 +85,12 @@ class frmMDI : public QMainWindow,
 
     maintenance::DailyCopy& dailyCopy() { return *m_dailyCopy; }
 
+    // Other stations on the same database
+    /// The databases are open, and nothing of them is in memory yet.
+    void startStations();
+    /// Looks what they have changed, and whether one of them has taken the call.
+    void StationTimer_Timer();
+
     // Web shop
     void startWebShop();
     /// Asks the shop for its open orders; the answer comes later. Skipped while an earlier one is awaited,
@@ -97,7 +107,7 @@ class frmMDI : public QMainWindow,
 
     void TimerBeep_Timer();
 
-    /// The pre-order alarm check.
+    /// The pre-order alarm check. Left out while no server answers, as all that comes by itself.
     void VorbestellungTimer_Timer();
 
     // Updates and messages
@@ -130,6 +140,16 @@ class frmMDI : public QMainWindow,
     void showHints();
     bool hasTelephony() const;
     void startLine(platform::BasicCAPI32& line);
+    void setUpStations();
+    void takeIn(store::Topic topic);
+    void followCallers();
+    void followPreOrders();
+    void followWebOrders();
+    QString takenElsewhere(const QString& number) const;
+    /// Whether the user takes a call that another station has.
+    bool takesAllTheSame(const QString& station);
+    /// In a moment, when the caller stands on the screen.
+    void tellCallTaken(const QString& number);
     void setUpTimers();
     void toolButton(class QToolButton* button, const QString& screen);
     void choose(const shell::MenuEntry& entry);
@@ -138,6 +158,8 @@ class frmMDI : public QMainWindow,
     void setUpKeys();
     void beep();
     void ordersWait(qint64 count);
+    /// Of so many open ones, those that no other station has in hand.
+    void webOrdersWait(qint64 open);
     /// What the key does: the panel's click, while there is one to click.
     void openWebOrders();
     void fetchWebOrders();
@@ -149,6 +171,9 @@ class frmMDI : public QMainWindow,
     void checkForUpdates();
     void openSystemMessage();
     void setUpSystemPanels();
+    void setUpServerPanel();
+    void serverTurned(bool away);
+    void recordCall(const QString& number);
     /// Once for an answer and for a log-in, and not while the user keys or a dialog stands.
     void tellSystemNews();
     bool mayReach(const QString& screen) const;
@@ -160,6 +185,7 @@ class frmMDI : public QMainWindow,
     shell::ScreenManager* m_screens = nullptr;
     shell::MenuTree* m_menu = nullptr;
     shell::WaitingCall* m_call = nullptr;
+    std::unique_ptr<shell::ServerWatch> m_serverWatch;
     std::unique_ptr<platform::Inet> Inet1;
     maintenance::DailyCopy* m_dailyCopy = nullptr;
     QString m_pollProblem;
@@ -177,4 +203,6 @@ class frmMDI : public QMainWindow,
     QTimer VorbestellungTimer{this};
     QTimer InternetLinkTimer{this};
     QTimer TimerZeit{this};
+    QTimer StationTimer{this};
+    qint64 m_webOrders = 0;
 };

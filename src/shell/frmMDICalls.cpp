@@ -11,6 +11,7 @@
 #include "platform/line/TelephoneLine.h"
 #include "shell/WaitingCall.h"
 #include "shell/frmMDI.h"
+#include "store/ServerState.h"
 #include "store/SystemSettings.h"
 #include "telephony/modTelefonie.h"
 #include "telephony/modVerwaltungAnruferListe.h"
@@ -76,8 +77,13 @@ void frmMDI::setUpCallPanel() {
 void frmMDI::BasicCAPI32_IncomingCall(const QString&, const QString& AnrufNr, const QString&) {
     m_call->show(AnrufNr);
     callAttention();
-    modTelefonie::RecordCall(AnrufNr, m_keptCalls);
-    m_call->setCaller(modTelefonie::CallerName(AnrufNr));
+    store::ifServerAnswers([&] { recordCall(AnrufNr); });
+}
+
+void frmMDI::recordCall(const QString& number) {
+    modTelefonie::CallRingsAgain(number);
+    modTelefonie::RecordCall(number, m_keptCalls);
+    m_call->setCaller(modTelefonie::CallerName(number));
     showMissedCalls();
     if (auto* list = dynamic_cast<desks::CallerList*>(m_screens->open(desks::CallerList::kScreen)))
         list->callCame();
@@ -98,7 +104,12 @@ void frmMDI::ShowISDNNr_Click() {
         m_call->clear();
         return showMissedCalls();
     }
-    modTelefonie::MarkCallTaken(number);
+    if (const QString station = takenElsewhere(number); !station.isEmpty()) {
+        m_call->setTaken(station);
+        if (!takesAllTheSame(station))
+            return;
+    }
+    tellCallTaken(number);
     auto* desk = platform::showDesk<desks::OrderDesk>(m_services.navigation);
     m_call->clear();
     showMissedCalls();
@@ -107,8 +118,22 @@ void frmMDI::ShowISDNNr_Click() {
         raise();
         activateWindow();
     }
-    if (desk)
-        desk->takeCall(number);
+    try {
+        if (desk)
+            desk->takeCall(number);
+    } catch (...) {
+        // It was not taken; nobody has called since, or that one shows.
+        if (!callWaits())
+            m_call->show(number);
+        throw;
+    }
+}
+
+/// Marks the call as taken; where another station was first, gives its name.
+QString frmMDI::takenElsewhere(const QString& number) const {
+    if (!m_call->takenBy().isEmpty())
+        return m_call->takenBy();
+    return modTelefonie::MarkCallTaken(number) ? QString() : modTelefonie::CallTakenBy(number);
 }
 
 void frmMDI::takeWaitingCall() {
@@ -123,9 +148,13 @@ bool frmMDI::callWaits() const {
 void frmMDI::showMissedCalls() {
     if (!hasTelephony())
         return;
+    qint64 missed = 0;
     // The one that waits is not missed yet.
-    const qint64 missed =
-        modVerwaltungAnruferListe::MissedCalls(common::clock::now() - 1) - (callWaits() ? 1 : 0);
+    const bool waits = callWaits() && m_call->takenBy().isEmpty();
+    const bool known = store::ifServerAnswers(
+        [&] { missed = modVerwaltungAnruferListe::MissedCalls(common::clock::now() - 1) - (waits ? 1 : 0); });
+    if (!known)
+        return;
     m_ui->ShowTelefonListeCommand->setText(missedText(missed));
     m_ui->ShowTelefonListeCommand->setAccessibleName(
         missed > 0 ? tr("Anrufer Liste, verpasst in den letzten 24 Stunden: %1").arg(missed)
@@ -148,5 +177,6 @@ void frmMDI::beep() {
 
 void frmMDI::VorbestellungTimer_Timer() {
     if (SysVorbestellungAutomatischStatus == 1)
-        modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation);
+        store::ifServerAnswers(
+            [this] { modAuftragswesenVorbestellungen::CheckVorbestellungAlarm(m_services.navigation); });
 }

@@ -7,6 +7,7 @@
 #include "platform/net/PostURL.h"
 #include "shell/frmMDI.h"
 #include "shop/modInternetBestellungen.h"
+#include "store/Stations.h"
 #include "ui_frmMDI.h"
 #include <QApplication>
 
@@ -16,6 +17,10 @@ using platform::Inet;
 namespace {
 
 const QString kMaster = u"WebShopBestellungen_Master.asp"_s;
+
+const QString kPoll = u"Webshop-Abfrage"_s;
+/// Two polls and a little more.
+constexpr int kPollSeconds = 130;
 
 /// Two faces that change each second, so that the panel is seen from across the room.
 QString panelStyle(bool bright) {
@@ -38,8 +43,13 @@ void frmMDI::startWebShop() {
 
 void frmMDI::InternetLinkTimer_Timer() {
     const platform::Endpoints& ends = m_services.internet.endpoints();
-    if (ends.hasShop() && !Inet1->StillExecuting())
+    if (!ends.hasShop() || Inet1->StillExecuting())
+        return;
+    // One station asks; the others see what it has fetched, and one of them goes on when it is gone.
+    if (store::claim(kPoll, kPollSeconds))
         Inet1->Execute(ends.script(kMaster));
+    else
+        webOrdersWait(modInternetBestellungen::Offene());
 }
 
 void frmMDI::Inet1_StateChanged(int state) {
@@ -49,12 +59,17 @@ void frmMDI::Inet1_StateChanged(int state) {
     const QString problem = Inet1->Problem() + Inet1->Refusal();
     if (problem != std::exchange(m_pollProblem, problem) && !problem.isEmpty())
         qWarning("Online Shop: %s", qUtf8Printable(problem));
+    // Another station may have a better line.
     if (state == Inet::icError)
-        return;
-    const qint64 orders = modInternetBestellungen::ParseWebShopBestellungen(Inet1->Answer());
+        return store::release(kPoll);
+    webOrdersWait(modInternetBestellungen::ParseWebShopBestellungen(Inet1->Answer()));
+}
+
+void frmMDI::webOrdersWait(qint64 open) {
+    m_webOrders = open - modInternetBestellungen::BeiAnderen();
     // None clears nothing: what called the user before calls until it was looked at.
-    if (orders > 0)
-        ordersWait(orders);
+    if (m_webOrders > 0)
+        ordersWait(m_webOrders);
 }
 
 void frmMDI::ordersWait(qint64 count) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "shell/Rights.h"
+#include "store/RowMark.h"
 #include <QString>
 #include <array>
 #include <optional>
@@ -20,9 +21,11 @@ QString BenutzerListe();
 
 /// Nothing for a missing row.
 std::optional<Benutzer> LoadBenutzer(qint64 key);
+/// What LoadBenutzer reads.
+store::RowMark MarkBenutzer(qint64 key);
 /// Adds a row when the key is not there. A right is stored as -1 or 0.
-void SaveBenutzer(const Benutzer& benutzer, qint64 BenutzerID);
-void DeleteBenutzer(qint64 key);
+void SaveBenutzer(const Benutzer& benutzer, qint64 key, const store::RowMark& mark = {});
+void DeleteBenutzer(qint64 key, const store::RowMark& mark = {});
 /// True when the name is free; case does not count.
 bool FindBenutzer(const QString& name);
 
@@ -30,6 +33,9 @@ bool FindBenutzer(const QString& name);
 /// account, which makes an administrator and leaves the other rights as they were. Otherwise nothing changes.
 /// Users are compared as the store compares texts: case does not count.
 bool CheckLogin(const QString& name, const QString& password);
+
+/// The rights of the user logged in, as they are stored now.
+void RefreshRights();
 
 /// Whether users log in, from the next start on; kept and remembered.
 void SaveAnmeldung(bool on);

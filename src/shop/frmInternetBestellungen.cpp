@@ -126,6 +126,11 @@ void frmInternetBestellungen::setUpControls() {
                    [this](int) { BestellungGrid_DblClick(); });
     connectGuarded(Origin::User, m_ui->BestellungGrid->selectionModel(),
                    &QItemSelectionModel::currentRowChanged, this, [this] { showDetails(); });
+    connectGuarded(Origin::Timer, &store::stationNews(), &store::StationNews::shown, this,
+                   [this](store::Topic topic) {
+                       if (topic == store::Topic::WebOrders)
+                           Refresh();
+                   });
 }
 
 void frmInternetBestellungen::changeEvent(QEvent* event) {
@@ -163,12 +168,17 @@ void frmInternetBestellungen::FormatGrid() {
 
 void frmInternetBestellungen::readRows() {
     store::Rows rows = platform::readRows(m_query);
+    const auto others = store::tasksOfOthers();
     rows.columns.push_back({u"Auftrag"_s, store::ColumnType::Text});
     for (auto& row : rows.rows) {
         const auto booked = orders::BookedWebOrder(
             {row[kID].toLong(), merkmalOf(row[kTelefon].toText(), row[kVersandzeit].toText())});
         const QString number = booked ? QString::number(booked->trxNr) : QString();
-        row.emplace_back(booked && booked->isPreOrder ? tr("Vorbestellung %1").arg(number) : number);
+        const QString station = others.value(Aufgabe(row[kID].toLong()).name);
+        if (!booked && !station.isEmpty())
+            row.emplace_back(tr("bei %1").arg(station));
+        else
+            row.emplace_back(booked && booked->isPreOrder ? tr("Vorbestellung %1").arg(number) : number);
     }
     DataControl.show(std::move(rows));
     FormatGrid();
@@ -243,7 +253,7 @@ QString frmInternetBestellungen::askShop(const QString& script, qint64 id, QStri
 
 void frmInternetBestellungen::BestellungGrid_DblClick() {
     const auto bestellung = chosen();
-    if (!bestellung || !mayTakeOver(bestellung->id))
+    if (!bestellung || !mayTakeOver(bestellung->id) || !takeOn(bestellung->id.number))
         return;
     if (const auto kundenId = findKunde(*bestellung))
         takeOver(*bestellung, *kundenId);
@@ -259,6 +269,12 @@ bool frmInternetBestellungen::mayTakeOver(const desks::WebOrderId& web) {
                   .arg(booked->trxNr)
             : tr("Diese Internet Bestellung wurde bereits als Auftrag %1 verbucht.").arg(booked->trxNr);
     return asks(was + u' ' + tr("Möchten Sie sie noch einmal übernehmen?"), tr("Internet Bestellung"));
+}
+
+bool frmInternetBestellungen::takeOn(qint64 id) {
+    return platform::takeOn(m_services.dialogs, Aufgabe(id),
+                            tr("%1 bearbeitet diese Internet Bestellung bereits."),
+                            tr("Möchten Sie sie trotzdem übernehmen?"), tr("Internet Bestellung"));
 }
 
 std::optional<qint64> frmInternetBestellungen::findKunde(const Bestellung& bestellung) {
@@ -353,6 +369,8 @@ void frmInternetBestellungen::cmdDelete_Click() {
                     tr("Die Vorbestellung %1 (Kunde: %2, Lieferdatum: %3) wird ebenfalls gelöscht.")
                         .arg(QString::number(id), same->kunde.isEmpty() ? tr("unbekannt") : same->kunde,
                              same->lieferDatum.isEmpty() ? tr("keines") : same->lieferDatum);
+    if (const QString station = store::holderOf(Aufgabe(id).name); !station.isEmpty())
+        question.prepend(tr("%1 bearbeitet diese Internet Bestellung.").arg(station) + u"\r\n\r\n"_s);
     const QString title = tr("Internet Bestellung Löschen");
     if (!asks(question, title))
         return;

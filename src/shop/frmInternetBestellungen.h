@@ -52,6 +52,7 @@ class frmInternetBestellungen : public QWidget, public desks::WebOrderList {
     bool asks(const QString& question, const QString& title);
     void tells(const QString& text, const QString& title);
     bool mayTakeOver(const desks::WebOrderId& web);
+    bool takeOn(qint64 id);
     /// Whom the order is for; nothing where the take-over ends.
     std::optional<qint64> findKunde(const Bestellung& bestellung);
     std::optional<qint64> askForKunde();

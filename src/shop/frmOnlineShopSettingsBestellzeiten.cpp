@@ -1,7 +1,7 @@
 #include "shop/frmOnlineShopSettingsBestellzeiten.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
-#include "platform/Dialogs.h"
+#include "platform/Saving.h"
 #include "platform/form/FieldHelpers.h"
 #include "shop/frmOnlineShopSettings.h"
 #include "ui_frmOnlineShopSettingsBestellzeiten.h"
@@ -64,6 +64,7 @@ frmOnlineShopSettingsBestellzeiten::frmOnlineShopSettingsBestellzeiten(const pla
     connectGuarded(Origin::User, m_ui->cmdSave, &QPushButton::clicked, this, [this] { cmdSave_Click(); });
     connectGuarded(Origin::User, m_ui->cmdClose, &QPushButton::clicked, this, [this] { close(); });
     frmOnlineShopSettings::setUpInternet(*m_ui->cmdInternet, m_services);
+    m_mark = MarkBestellzeiten();
     showZeiten(LoadBestellzeiten());
     setFixedSize(sizeHint());
 }
@@ -196,7 +197,9 @@ void frmOnlineShopSettingsBestellzeiten::cmdSave_Click() {
             m_services.dialogs.MsgBox(faulty, platform::kOk, tr("Fehlerhafte Eingabe"));
             return field->setFocus();
         }
-    SaveBestellzeiten(content());
+    if (!platform::saving(m_services.dialogs, [this] { SaveBestellzeiten(content(), m_mark); }))
+        return;
+    m_mark = MarkBestellzeiten();
     m_services.dialogs.MsgBox(tr("Die Bestellzeiten wurden abgespeichert."), platform::kOk,
                               tr("Bestellzeiten"));
 }

@@ -48,5 +48,6 @@ class frmOnlineShopSettingsBestellzeiten : public QWidget {
     platform::Services m_services;
     std::unique_ptr<Ui::frmOnlineShopSettingsBestellzeiten> m_ui;
     std::array<Tag, 7> m_tage{};
+    store::RowMark m_mark;
     QString m_complaint;
 };

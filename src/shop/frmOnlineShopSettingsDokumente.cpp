@@ -1,12 +1,14 @@
 #include "shop/frmOnlineShopSettingsDokumente.h"
 #include "common/Guard.h"
-#include "platform/Dialogs.h"
+#include "platform/Saving.h"
 #include "shop/SettingRows.h"
 #include "shop/frmOnlineShopSettings.h"
 #include "shop/modOnlineShopSettingsDokumente.h"
 #include "ui_frmOnlineShopSettingsDokumente.h"
 #include <QApplication>
 #include <QCloseEvent>
+#include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
 
 using namespace modOnlineShopSettingsDokumente;
 using namespace Qt::StringLiterals;
@@ -96,7 +98,8 @@ void frmOnlineShopSettingsDokumente::fillTree() {
 }
 
 void frmOnlineShopSettingsDokumente::TreeView_NodeClick(const QTreeWidgetItem& node) {
-    askForUnsaved();
+    if (!askForUnsaved())
+        return markChosenNode();
     m_key = keyOf(node);
     const bool isDokument = node.parent() != nullptr;
     if (isDokument)
@@ -107,7 +110,15 @@ void frmOnlineShopSettingsDokumente::TreeView_NodeClick(const QTreeWidgetItem& n
         control->setEnabled(isDokument);
 }
 
+void frmOnlineShopSettingsDokumente::markChosenNode() {
+    const QSignalBlocker silent(m_ui->TreeView);
+    for (QTreeWidgetItemIterator node(m_ui->TreeView); *node; ++node)
+        if (keyOf(**node) == m_key)
+            m_ui->TreeView->setCurrentItem(*node);
+}
+
 void frmOnlineShopSettingsDokumente::ActiveMenuSelection(const QString& key) {
+    m_mark = MarkDokument(key);
     setDokumentText(LoadDokument(key, shop::kFirmRow).value_or(QString()));
     m_stored = m_ui->DokumenteText->toPlainText();
 }
@@ -120,16 +131,21 @@ void frmOnlineShopSettingsDokumente::cmdDefault_Click() {
     const auto text = LoadDokument(m_key, shop::kDefaultRow);
     if (!text)
         return;
-    if (m_ui->DokumenteText->toPlainText() != QString(*text).remove(u'\r'))
-        askForUnsaved();
+    if (m_ui->DokumenteText->toPlainText() != QString(*text).remove(u'\r') && !askForUnsaved())
+        return;
     setDokumentText(*text);
     m_ui->DokumenteText->setFocus();
 }
 
 void frmOnlineShopSettingsDokumente::SaveDokument() {
     const QString text = m_ui->DokumenteText->toPlainText();
-    modOnlineShopSettingsDokumente::SaveDokument(m_key, withLineEnds(text));
+    const auto save = [&] {
+        modOnlineShopSettingsDokumente::SaveDokument(m_key, withLineEnds(text), m_mark);
+    };
+    if (!platform::saving(m_services.dialogs, save))
+        return;
     m_stored = text;
+    m_mark = MarkDokument(m_key);
     m_services.dialogs.MsgBox(tr("Das Dokument wurde gespeichert."), platform::kOk, tr("Speichern"));
 }
 
@@ -137,19 +153,20 @@ bool frmOnlineShopSettingsDokumente::isUnsaved() const {
     return !m_key.isEmpty() && m_ui->DokumenteText->toPlainText() != m_stored;
 }
 
-void frmOnlineShopSettingsDokumente::askForUnsaved() {
+bool frmOnlineShopSettingsDokumente::askForUnsaved() {
     if (!isUnsaved())
-        return;
+        return true;
     if (m_services.dialogs.MsgBox(tr("Möchten Sie die Änderungen speichern?"), platform::kYesNo,
                                   tr("Speichern")) == platform::kAnswerYes)
         SaveDokument();
     else
         m_stored = m_ui->DokumenteText->toPlainText();
+    return !isUnsaved();
 }
 
 void frmOnlineShopSettingsDokumente::closeEvent(QCloseEvent* event) {
     event->accept();
     // Who logs in closes what the former user left open, and is not asked about it.
     if (!QApplication::activeModalWidget())
-        common::guarded(Origin::User, [this] { askForUnsaved(); });
+        common::guarded(Origin::User, [&] { event->setAccepted(askForUnsaved()); });
 }

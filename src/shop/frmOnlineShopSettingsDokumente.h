@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/Services.h"
+#include "store/RowMark.h"
 #include <QWidget>
 #include <memory>
 
@@ -27,8 +28,9 @@ class frmOnlineShopSettingsDokumente : public QWidget {
     void ActiveMenuSelection(const QString& key);
     void cmdDefault_Click();
     void SaveDokument();
-    /// Asks before a text that is not saved goes.
-    void askForUnsaved();
+    /// Asks before a text that is not saved goes; false where it has to stay.
+    bool askForUnsaved();
+    void markChosenNode();
     bool isUnsaved() const;
     void setDokumentText(const QString& text);
 
@@ -36,4 +38,5 @@ class frmOnlineShopSettingsDokumente : public QWidget {
     std::unique_ptr<Ui::frmOnlineShopSettingsDokumente> m_ui;
     /// Key of the chosen document, "" at a root, and its text as it is stored.
     QString m_key, m_stored;
+    store::RowMark m_mark;
 };

@@ -3,7 +3,7 @@
 #include "common/RunTimeError.h"
 #include "desks/MainDesks.h"
 #include "platform/ColorCode.h"
-#include "platform/Dialogs.h"
+#include "platform/Saving.h"
 #include "platform/form/Contrast.h"
 #include "platform/form/FieldHelpers.h"
 #include "shop/frmOnlineShopSettings.h"
@@ -77,8 +77,7 @@ frmOnlineShopSettingsFonts::frmOnlineShopSettingsFonts(const platform::Services&
     connectGuarded(Origin::User, m_ui->inputShopTitel, &QLineEdit::textChanged, this,
                    [this](const QString& title) { m_ui->lbl_VorschauTitel->setText(title); });
     setUpButtons();
-    if (const auto identity = LoadCorporateIdentity())
-        showIdentity(*identity);
+    showStored();
     setFixedSize(sizeHint());
 }
 
@@ -107,6 +106,12 @@ void frmOnlineShopSettingsFonts::closeEvent(QCloseEvent* event) {
                 DropWorkingCopy(extension);
         });
     });
+}
+
+void frmOnlineShopSettingsFonts::showStored() {
+    m_mark = MarkCorporateIdentity();
+    if (const auto identity = LoadCorporateIdentity())
+        showIdentity(*identity);
 }
 
 void frmOnlineShopSettingsFonts::showIdentity(const CorporateIdentity& identity) {
@@ -202,14 +207,18 @@ void frmOnlineShopSettingsFonts::cmdDefault_Click() {
 
 void frmOnlineShopSettingsFonts::cmdSave_Click() {
     platform::removeQuotes(*m_ui->inputShopTitel);
-    const bool saved = tellingFailure([this] {
-        SaveCorporateIdentity(
-            {m_balken, m_schrift, m_ui->inputHintergrundbild->text(), m_ui->inputShopTitel->text()});
+    bool saved = false;
+    tellingFailure([&] {
+        saved = platform::saving(m_services.dialogs, [this] {
+            SaveCorporateIdentity(
+                {m_balken, m_schrift, m_ui->inputHintergrundbild->text(), m_ui->inputShopTitel->text()},
+                m_mark);
+        });
     });
     if (!saved)
         return;
     m_unsaved.clear();
-    showIdentity(*LoadCorporateIdentity());
+    showStored();
     desks::showMessage(m_services.navigation, tr("Die Gestaltung des Online Shops ist gespeichert"));
 }
 

@@ -28,6 +28,8 @@ class frmOnlineShopSettingsFonts : public QWidget {
     using Farbe = modOnlineShopSettingsFonts::Farbe;
 
     void setUpButtons();
+    /// The identity in force.
+    void showStored();
     void showIdentity(const modOnlineShopSettingsFonts::CorporateIdentity& identity);
     void chooseColor(Farbe& color);
     void cmdHintergrundbild_Click();
@@ -46,5 +48,6 @@ class frmOnlineShopSettingsFonts : public QWidget {
     std::unique_ptr<Ui::frmOnlineShopSettingsFonts> m_ui;
     Farbe m_balken, m_schrift;
     /// Extensions of the working copies that are not saved.
+    store::RowMark m_mark;
     QStringList m_unsaved;
 };

@@ -124,6 +124,10 @@ std::optional<qint64> frmOnlineShopSettingsLiefergebiete::plz() const {
                                                 : std::nullopt;
 }
 
+store::RowMark frmOnlineShopSettingsLiefergebiete::markRecord(qint64 key) const {
+    return MarkLiefergebiet(key);
+}
+
 bool frmOnlineShopSettingsLiefergebiete::checkInput() {
     if (m_ui->combo_Land->currentIndex() < 0)
         return refuse(*m_ui->combo_Land, tr("Bitte wählen Sie ein Land aus."), tr("Fehlende Eingabe"));
@@ -155,7 +159,7 @@ void frmOnlineShopSettingsLiefergebiete::saveRecord() {
                       .lng_Lieferzeiten = m_ui->combo_Lieferzeit->currentText().toLongLong(),
                       .txt_Kurier = m_ui->combo_Kurier->currentText(),
                       .bool_Liefergebiet = m_ui->check_Liefergebiet->isChecked()},
-                     key());
+                     key(), mark());
 }
 
 bool frmOnlineShopSettingsLiefergebiete::mayDelete() {
@@ -163,5 +167,5 @@ bool frmOnlineShopSettingsLiefergebiete::mayDelete() {
 }
 
 void frmOnlineShopSettingsLiefergebiete::deleteRecord() {
-    DeleteLiefergebiet(key());
+    DeleteLiefergebiet(key(), mark());
 }

@@ -7,6 +7,7 @@
 #include "store/Lookups.h"
 #include "store/StoreGlobals.h"
 #include <QSet>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +35,7 @@ constexpr Feld kFelder[] = {
     {u"ANMERKUNG", u"txt_Anmerkungen"},
     {u"TOTAL", u"dbl_Total"},
 };
+const QString kAufgabe = u"Internet Bestellung "_s;
 constexpr int kTotal = int(std::size(kFelder)) - 1;
 
 std::vector<QString> tagsOfOrders() {
@@ -77,7 +79,34 @@ qint64 ParseWebShopBestellungen(const QString& text) {
             }
         }
     });
+    // Told once and not with each poll.
+    static QString told;
+    if (std::exchange(told, text) != text)
+        store::tellNews(store::Topic::WebOrders);
     return seen.size();
+}
+
+platform::Task Aufgabe(qint64 id) {
+    constexpr int kInHand = 600;
+    return {kAufgabe + QString::number(id), kInHand, store::Topic::WebOrders};
+}
+
+qint64 Offene() {
+    return store::findText(u"SELECT Count(*) AS Offen FROM tbl_WebShop_Bestellungen_Master"_s).toLongLong();
+}
+
+qint64 BeiAnderen() {
+    QStringList ids;
+    const auto others = store::tasksOfOthers();
+    for (auto task = others.cbegin(); task != others.cend(); ++task)
+        if (task.key().startsWith(kAufgabe))
+            ids << QString::number(task.key().mid(kAufgabe.size()).toLongLong());
+    if (ids.isEmpty())
+        return 0;
+    return store::findText(
+               u"SELECT Count(*) AS Offen FROM tbl_WebShop_Bestellungen_Master WHERE lng_ID IN ("_s +
+               ids.join(u", "_s) + u')')
+        .toLongLong();
 }
 
 std::vector<desks::WebLine> ParseWebShopBestellungDetails(const QString& text) {
@@ -100,12 +129,12 @@ std::vector<desks::WebLine> ParseWebShopBestellungDetails(const QString& text) {
 }
 
 QString ListeAlle() {
-    return kListe + u';';
+    return kListe + u" ORDER BY lng_ID;"_s;
 }
 
 QString ListeAmTag(double datum) {
     return kListe + u" WHERE txt_Versandzeit LIKE "_s +
-           store::sqlText(u'%' + common::formatDate(datum, u"D. MMMM YYYY") + u'%') + u" ;"_s;
+           store::sqlText(u'%' + common::formatDate(datum, u"D. MMMM YYYY") + u'%') + u" ORDER BY lng_ID ;"_s;
 }
 
 std::optional<Vorbestellung> GleicheVorbestellung(qint64 id) {
@@ -119,7 +148,9 @@ void DeleteBestellung(qint64 id) {
     store::transact(ConnMain, [&] {
         store::deleteRow(u"tbl_WebShop_Bestellungen_Master"_s, id);
         orders::RemoveOrder(orders::PreOrders(), id);
+        store::tellNews(store::Topic::WebOrders);
     });
+    store::release(Aufgabe(id).name);
 }
 
 std::optional<EMailConfo> LoadEMailConfo() {

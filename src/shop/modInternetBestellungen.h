@@ -1,5 +1,6 @@
 #pragma once
 #include "desks/WebOrder.h"
+#include "platform/TakeOn.h"
 #include <QString>
 #include <optional>
 #include <vector>
@@ -12,6 +13,12 @@ namespace modInternetBestellungen {
 /// Replaces the orders by those of the answer and gives their number; a text without the frame of an answer
 /// has none. In one transaction: an answer that cannot be read leaves the orders as they were.
 qint64 ParseWebShopBestellungen(const QString& text);
+
+/// What the station has in hand that takes the order over.
+platform::Task Aufgabe(qint64 id);
+/// How many are open, and how many of them other stations have in hand.
+qint64 Offene();
+qint64 BeiAnderen();
 
 /// The lines of one order, in the server's order. A text without the frame has none.
 std::vector<desks::WebLine> ParseWebShopBestellungDetails(const QString& text);

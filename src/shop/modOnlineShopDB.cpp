@@ -107,7 +107,7 @@ void fillArtikel(store::Connection& shop) {
     fill(
         shop, u"tblArtikel"_s,
         u"ID strArtikelName lngArtikelGruppe dblPreis lngOrder strKurzBeschreibung strBeschreibung strPics strPicsLarge"_s,
-        u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True"_s,
+        u"SELECT * FROM view_Verwaltung_Produkte WHERE lng_Gruppe = 1 AND flag_InternetPreis = True ORDER BY lng_ID"_s,
         [](const Row& row) {
             const bool withPictures = row.isTrue(u"flag_InternetBilder");
             const auto picture = [&](QStringView column) {
@@ -167,7 +167,8 @@ void fillDokumente(store::Connection& shop) {
 
 void fillGruppe(store::Connection& shop) {
     fill(shop, u"tblGruppe"_s, u"ID strArtikelGruppe lngOrder"_s,
-         u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE flag_Internet = True"_s, [](const Row& row) {
+         u"SELECT * FROM tbl_Verwaltung_ProdukteKategorien WHERE flag_Internet = True ORDER BY lng_ID"_s,
+         [](const Row& row) {
              return Values{row.number(u"lng_ID"), row.text(u"txt_ProduktGruppe"),
                            row.number(u"lng_Reihenfolge")};
          });
@@ -175,19 +176,21 @@ void fillGruppe(store::Connection& shop) {
 
 void fillLieferbedingungen(store::Connection& shop) {
     fill(shop, u"tblLieferbedingungen"_s, u"lngPLZ strOrt dblMindestbestellmenge dblLieferzeit"_s,
-         u"SELECT * FROM tbl_PLZ_Verzeichnis WHERE bool_Liefergebiet = True"_s, [](const Row& row) {
+         u"SELECT * FROM tbl_PLZ_Verzeichnis WHERE bool_Liefergebiet = True ORDER BY lng_ID"_s,
+         [](const Row& row) {
              return Values{row.number(u"lng_PLZ"), row.text(u"txt_Ort"),
                            row.number(u"dbl_Mindestbestellmenge"), row.number(u"lng_Lieferzeiten")};
          });
 }
 
 void fillZusatz(store::Connection& shop) {
-    fill(shop, u"tblZusatz"_s, u"ID strZusatzName dblPreis lngOrder"_s,
-         u"SELECT * FROM view_Verwaltung_ProdukteExtras WHERE lng_Gruppe = 1 AND flag_Status <> True"_s,
-         [](const Row& row) {
-             return Values{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
-                           row.number(u"lng_Reihenfolge")};
-         });
+    fill(
+        shop, u"tblZusatz"_s, u"ID strZusatzName dblPreis lngOrder"_s,
+        u"SELECT * FROM view_Verwaltung_ProdukteExtras WHERE lng_Gruppe = 1 AND flag_Status <> True ORDER BY lng_ID"_s,
+        [](const Row& row) {
+            return Values{row.number(u"lng_ID"), row.text(u"txt_Extra"), row.number(u"dbl_Preis"),
+                          row.number(u"lng_Reihenfolge")};
+        });
 }
 
 void fillZusatzGruppe(store::Connection& shop) {
@@ -200,7 +203,7 @@ void fillZusatzGruppe(store::Connection& shop) {
         return *found;
     };
     fill(shop, u"tblZusatzGruppe"_s, u"ID lngArtikel lngZusatz"_s,
-         u"SELECT * FROM tbl_Verwaltung_Produkte_Extras"_s, [&](const Row& row) {
+         u"SELECT * FROM tbl_Verwaltung_Produkte_Extras ORDER BY lng_ID"_s, [&](const Row& row) {
              const common::Value extra = row.number(u"lng_ProduktExtraID");
              return isForInternet(extra.toLong())
                         ? Values{row.number(u"lng_ID"), row.number(u"lng_ProduktID"), extra}

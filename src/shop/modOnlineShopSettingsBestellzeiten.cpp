@@ -70,8 +70,13 @@ Bestellzeiten LoadBestellzeiten() {
     return zeiten;
 }
 
-void SaveBestellzeiten(const Bestellzeiten& zeiten) {
+store::RowMark MarkBestellzeiten() {
+    return store::RowMark({kTage, kLieferzeiten});
+}
+
+void SaveBestellzeiten(const Bestellzeiten& zeiten, const store::RowMark& mark) {
     store::transact(ConnMain, [&] {
+        mark.require();
         saveTage(zeiten.tage);
         saveLieferzeiten(*zeiten.lieferzeiten);
     });

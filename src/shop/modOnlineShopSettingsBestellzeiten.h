@@ -1,4 +1,5 @@
 #pragma once
+#include "store/RowMark.h"
 #include <QString>
 #include <array>
 #include <optional>
@@ -33,8 +34,10 @@ struct Bestellzeiten {
 };
 
 Bestellzeiten LoadBestellzeiten();
+/// What LoadBestellzeiten reads.
+store::RowMark MarkBestellzeiten();
 /// A weekday that has no row is not saved; the row of the lead times is added where it is missing. All of it
 /// or nothing. `tage` holds Monday first, `lieferzeiten` are there.
-void SaveBestellzeiten(const Bestellzeiten& zeiten);
+void SaveBestellzeiten(const Bestellzeiten& zeiten, const store::RowMark& mark = {});
 
 } // namespace modOnlineShopSettingsBestellzeiten

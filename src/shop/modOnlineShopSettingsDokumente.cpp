@@ -46,13 +46,23 @@ std::optional<QString> LoadDokument(const QString& key, qint64 id) {
     return dokument->encoded ? modFunctions::HTMLToText(text) : text.toText();
 }
 
-void SaveDokument(const QString& key, const QString& text) {
+store::RowMark MarkDokument(const QString& key) {
+    const Dokument* dokument = find(key);
+    return dokument ? store::RowMark({u"SELECT %1 FROM %2 WHERE lng_ID = %3"_s.arg(
+                          QString::fromUtf16(dokument->column), kTable, QString::number(shop::kFirmRow))})
+                    : store::RowMark();
+}
+
+void SaveDokument(const QString& key, const QString& text, const store::RowMark& mark) {
     const Dokument* dokument = find(key);
     if (!dokument)
         return;
-    store::WriteRecordset row(RsMain, store::rowQuery(kTable, shop::kFirmRow) + u';', ConnMain);
-    row->Fields(dokument->column) = dokument->encoded ? modFunctions::TextToHTML(text) : text;
-    row->Update();
+    store::transact(ConnMain, [&] {
+        mark.require();
+        store::WriteRecordset row(RsMain, store::rowQuery(kTable, shop::kFirmRow) + u';', ConnMain);
+        row->Fields(dokument->column) = dokument->encoded ? modFunctions::TextToHTML(text) : text;
+        row->Update();
+    });
 }
 
 } // namespace modOnlineShopSettingsDokumente

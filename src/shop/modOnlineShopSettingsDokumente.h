@@ -1,4 +1,5 @@
 #pragma once
+#include "store/RowMark.h"
 #include <QString>
 #include <optional>
 
@@ -8,7 +9,9 @@ namespace modOnlineShopSettingsDokumente {
 
 /// The document as plain text. Nothing for a missing row or an unknown key.
 std::optional<QString> LoadDokument(const QString& key, qint64 id);
+/// Of the document in the row 1; the others do not count.
+store::RowMark MarkDokument(const QString& key);
 /// Into the row 1, encoded for the web where the document is stored so.
-void SaveDokument(const QString& key, const QString& text);
+void SaveDokument(const QString& key, const QString& text, const store::RowMark& mark = {});
 
 } // namespace modOnlineShopSettingsDokumente

@@ -83,6 +83,10 @@ std::optional<CorporateIdentity> LoadCorporateIdentity() {
     return load(shop::kFirmRow);
 }
 
+store::RowMark MarkCorporateIdentity() {
+    return store::markRow(kTable, shop::kFirmRow);
+}
+
 std::optional<CorporateIdentity> LoadDefaultCorporateIdentity() {
     auto identity = load(shop::kDefaultRow);
     if (identity)
@@ -90,12 +94,13 @@ std::optional<CorporateIdentity> LoadDefaultCorporateIdentity() {
     return identity;
 }
 
-void SaveCorporateIdentity(CorporateIdentity identity) {
+void SaveCorporateIdentity(CorporateIdentity identity, const store::RowMark& mark) {
     const QString extension = ExtensionOf(identity.txt_Hintergrundbild);
     identity.txt_Hintergrundbild = kInForce + extension;
     const QString picture =
         firstOf({kWorkingCopy + extension, kDefault + extension, identity.txt_Hintergrundbild});
     store::transact(ConnMain, [&] {
+        mark.require();
         write(identity);
         putInPlace(identity.txt_Hintergrundbild,
                    bytesOf(picture.isEmpty() ? identity.txt_Hintergrundbild : picture));

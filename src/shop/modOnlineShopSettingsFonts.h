@@ -1,4 +1,5 @@
 #pragma once
+#include "store/RowMark.h"
 #include <QByteArray>
 #include <QString>
 #include <optional>
@@ -28,11 +29,13 @@ QString PicturePath(const QString& fileName);
 
 /// Nothing without the row 1.
 std::optional<CorporateIdentity> LoadCorporateIdentity();
+/// What LoadCorporateIdentity reads.
+store::RowMark MarkCorporateIdentity();
 /// The row 0; its picture becomes the working copy. Nothing without the row.
 std::optional<CorporateIdentity> LoadDefaultCorporateIdentity();
 /// Puts the working copy into force under the stored name, or else the default picture; where there is
 /// neither, the picture in force stays. The picture and the row, or none of them.
-void SaveCorporateIdentity(CorporateIdentity identity);
+void SaveCorporateIdentity(CorporateIdentity identity, const store::RowMark& mark = {});
 
 /// Makes a picture the working copy and gives its file name.
 QString StagePicture(const QString& extension, const QByteArray& picture);

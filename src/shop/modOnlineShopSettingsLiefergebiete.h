@@ -1,4 +1,5 @@
 #pragma once
+#include "store/RowMark.h"
 #include <QString>
 #include <optional>
 
@@ -21,11 +22,13 @@ struct Liefergebiet {
 QString Liefergebiete();
 
 /// Nothing for a missing row.
-std::optional<Liefergebiet> LoadLiefergebiet(qint64 id);
+std::optional<Liefergebiet> LoadLiefergebiet(qint64 key);
+/// What LoadLiefergebiet reads.
+store::RowMark MarkLiefergebiet(qint64 key);
 /// Adds a row when the key is not there.
-void SaveLiefergebiet(const Liefergebiet& gebiet, qint64 id);
+void SaveLiefergebiet(const Liefergebiet& gebiet, qint64 key, const store::RowMark& mark = {});
 /// Key of the place, -1 without one.
 qint64 FindLiefergebiet(const QString& land, qint64 plz, const QString& ort);
-void DeleteLiefergebiet(qint64 id);
+void DeleteLiefergebiet(qint64 key, const store::RowMark& mark = {});
 
 } // namespace modOnlineShopSettingsLiefergebiete

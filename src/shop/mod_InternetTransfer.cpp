@@ -126,8 +126,10 @@ struct Transfer::PictureKind {
 
     std::vector<Picture> pictures() const {
         std::vector<Picture> all;
-        OpenRecordset rows(
-            RsMain, u"SELECT lng_ID, "_s + column + u" FROM tbl_Verwaltung_Produkte"_s + marked(), ConnMain);
+        OpenRecordset rows(RsMain,
+                           u"SELECT lng_ID, "_s + column + u" FROM tbl_Verwaltung_Produkte"_s + marked() +
+                               u" ORDER BY lng_ID"_s,
+                           ConnMain);
         for (; !rows->Eof(); rows->MoveNext()) {
             const QString name = rows->Fields(column).text();
             all.push_back({name, rows->Fields(u"lng_ID").toLong(), written(name)});

@@ -3,6 +3,8 @@
 #include "store/ConnectionString.h"
 #include "store/Reader.h"
 #include "store/Recordset.h"
+#include "store/ServerState.h"
+#include "store/StoreGlobals.h"
 #include <QRandomGenerator>
 #include <algorithm>
 #include <chrono>
@@ -28,7 +30,8 @@ void Connection::Open(const QString& connectionString) {
 }
 
 void Connection::Close() {
-    engine();
+    if (!m_engine)
+        engine();
     for (const auto& reader : std::exchange(m_readers, {}))
         reader->close();
     const QSet<Recordset*> open = m_recordsets;
@@ -41,6 +44,11 @@ void Connection::Close() {
 Engine& Connection::engine() const {
     if (!m_engine)
         throw common::RunTimeError(common::kObjectClosed, u"Die Datenbankverbindung ist geschlossen."_s);
+    if (isServerAway() && m_connectionString == mainConnectionString())
+        throw common::RunTimeError(
+            common::kServerGone,
+            u"Der Datenbankserver ist nicht erreichbar. Bitte prüfen Sie das Netz und den Server."_s,
+            u"not asked"_s);
     return *m_engine;
 }
 
@@ -70,7 +78,8 @@ void Connection::CommitTrans() {
 }
 
 void Connection::RollbackTrans() {
-    engine().rollback();
+    // Also of a server that has gone away meanwhile.
+    m_engine->rollback();
 }
 
 void transact(Connection& connection, const std::function<void()>& work) {
@@ -85,6 +94,7 @@ void transact(Connection& connection, const std::function<void()>& work) {
             if (error.number() != common::kTryAgain || attempt == kAttempts)
                 throw;
         }
+        countRepeatedTransaction();
         std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(kFirstPause) * (1 << attempt) *
                                     (0.5 + QRandomGenerator::global()->generateDouble() / 2));
     }

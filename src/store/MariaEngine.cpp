@@ -47,6 +47,10 @@ void MariaEngine::fail(const MariaFailure& failure, const QString& statement) {
     throwStoreError(failure, m_connection.database(), statement);
 }
 
+void MariaEngine::refuse(const QString& what) {
+    throw common::RunTimeError(common::kStoreFailure, u"Fehler in einer Datenbankabfrage."_s, what);
+}
+
 void MariaEngine::lostOrThrow(const MariaFailure& failure, int attempt, const QString& statement) {
     if (!isLost(failure) || m_connection.wasInterrupted() || attempt == kRepeats)
         fail(failure, statement);
@@ -70,6 +74,8 @@ MariaAnswer MariaEngine::ask(const QByteArray& sql, const QString& statement) {
 }
 
 MariaAnswer MariaEngine::write(const QByteArray& sql, const QString& statement) {
+    if (m_onlyReads)
+        refuse(u"a connection that only reads"_s);
     return m_transaction ? writeInTransaction(sql, statement) : writeAlone(sql, statement);
 }
 
@@ -88,8 +94,7 @@ qint64 MariaEngine::execute(const QString& sql) {
 /// Definitions end a transaction at the server, and may last.
 void MariaEngine::define(const QByteArray& sql, const QString& statement) {
     if (m_transaction)
-        throw common::RunTimeError(common::kStoreFailure, u"Fehler in einer Datenbankabfrage."_s,
-                                   u"a definition in a transaction"_s);
+        refuse(u"a definition in a transaction"_s);
     m_connection.setPatience(Patience::Long);
     m_connection.open();
     try {
@@ -104,6 +109,8 @@ void MariaEngine::define(const QByteArray& sql, const QString& statement) {
 
 std::unique_ptr<Cursor> MariaEngine::query(const QString& sql, bool keyed) {
     const std::shared_ptr<MariaPlan> plan = m_plans.planFor(sql, keyed);
+    if (m_onlyReads && plan->kind != MariaPlan::Kind::Query)
+        refuse(u"a statement that writes, where rows are read"_s);
     MariaAnswer answer = ask(plan->translated.filled(m_plans.literals()), sql);
     const bool streaming = m_onlyReads && !m_transaction && answer.rows;
     auto cursor =

@@ -83,6 +83,7 @@ class MariaEngine : public Engine {
     [[noreturn]] void fail(const MariaFailure& failure, const QString& statement);
     void rollBackQuietly();
     void readCatalogue();
+    [[noreturn]] static void refuse(const QString& what);
     /// Throws where the connection was lost, unless it may be tried again.
     void lostOrThrow(const MariaFailure& failure, int attempt, const QString& statement);
     qint64 keyOf(qint64 promised, const QString& statement);

@@ -32,6 +32,9 @@ MariaPlan::MariaPlan(Translated translation, bool withKey) :
     for (const char* word : {"CREATE ", "DROP ", "ALTER "})
         if (start.startsWith(word))
             kind = Kind::Definition;
+    for (const char* word : {"SELECT", "WITH", "("})
+        if (start.startsWith(word))
+            kind = Kind::Query;
     const qsizetype values = translated.pieces.front().toUpper().indexOf(" VALUES");
     if (!start.startsWith("INSERT INTO ") || values < 0 || has(translated, "SELECT"))
         return;

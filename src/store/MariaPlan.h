@@ -7,7 +7,7 @@ namespace store {
 enum class MariaReading { Whole, Number, Text };
 
 struct MariaPlan {
-    enum class Kind { Other, Insert, Definition };
+    enum class Kind { Other, Query, Insert, Definition };
 
     MariaPlan(Translated translation, bool withKey);
 

@@ -57,8 +57,17 @@ SELECT b.date_BestellDatum, b.lng_BestellDatum, b.lng_TrxNr,
        b.dbl_TotalMitMWSt, b.lng_KurierID
 FROM tbl_Auftragswesen_Bestellungen_Master AS b;
 )",
-    // Several stations on one database.
+    // Several stations on one database, and orders that are stored once however often it is tried.
     R"(
+CREATE TEMP TABLE erledigt AS SELECT DISTINCT txt_Kennung FROM tbl_Auftragswesen_Erledigt;
+DROP TABLE tbl_Auftragswesen_Erledigt;
+CREATE TABLE tbl_Auftragswesen_Erledigt (
+    txt_Kennung TEXT, lng_TrxNr INTEGER, flag_Vorbestellung INTEGER, dbl_ErledigtNow DOUBLE);
+INSERT INTO tbl_Auftragswesen_Erledigt SELECT txt_Kennung, NULL, NULL, julianday('now') - 2415018.5 FROM erledigt;
+DROP TABLE erledigt;
+CREATE UNIQUE INDEX idx_Erledigt_Kennung ON tbl_Auftragswesen_Erledigt (txt_Kennung);
+CREATE INDEX idx_Erledigt_Zeit ON tbl_Auftragswesen_Erledigt (dbl_ErledigtNow);
+
 CREATE TABLE tbl_Stationen_Pacht (
     lng_ID      INTEGER PRIMARY KEY AUTOINCREMENT,
     txt_Aufgabe TEXT COLLATE GERMAN_CI,

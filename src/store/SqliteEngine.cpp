@@ -7,6 +7,7 @@
 #include "store/ConnectionString.h"
 #include "store/CreateDatabase.h"
 #include "store/Dialect.h"
+#include "store/EngineWrapper.h"
 #include "store/MariaEngine.h"
 #include "store/PasswordGate.h"
 #include "store/SqliteCursor.h"
@@ -147,11 +148,26 @@ void SqliteEngine::openToLook(const QString& password) {
 
 SqliteEngine::~SqliteEngine() = default;
 
-std::unique_ptr<Engine> openEngine(const ConnectionString& parts) {
+namespace {
+
+EngineWrapper wrapper;
+
+std::unique_ptr<Engine> openBareEngine(const ConnectionString& parts) {
     if (parts.isServer())
         return std::make_unique<MariaEngine>(parts);
     return std::make_unique<SqliteEngine>(parts.path, parts.password,
                                           parts.readOnly ? Access::Look : Access::Work);
+}
+
+} // namespace
+
+void setEngineWrapper(EngineWrapper newWrapper) {
+    wrapper = std::move(newWrapper);
+}
+
+std::unique_ptr<Engine> openEngine(const ConnectionString& parts) {
+    std::unique_ptr<Engine> engine = openBareEngine(parts);
+    return wrapper ? wrapper(std::move(engine), parts) : std::move(engine);
 }
 
 void SqliteEngine::checkFile(const QString& password) {

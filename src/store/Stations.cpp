@@ -1,6 +1,5 @@
 #include "store/Stations.h"
 #include "store/StoreGlobals.h"
-#include <QHash>
 #include <QUuid>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +10,11 @@ namespace {
 constexpr double kSecondsOfADay = 86'400;
 
 QString theStation;
+bool filesAreShared = false;
+
+bool isShared(const Engine& engine) {
+    return filesAreShared || engine.isShared();
+}
 
 /// Of this run of the program: two runs on one computer are two stations.
 const QString& identity() {
@@ -33,15 +37,16 @@ QString topicName(Topic topic) {
     return QString::fromUtf16(kTopics[int(topic)]);
 }
 
-/// By topic, as it was seen last. All are read at once, and as often as somebody asks again.
-QHash<QString, qint64> seen;
-
 QHash<QString, qint64> readNews() {
     QHash<QString, qint64> news;
     const OpenRecordset rows(RsMain, u"SELECT txt_Thema, lng_Stand FROM tbl_Stationen_Neues"_s, ConnMain);
     for (; !rows->Eof(); rows->MoveNext())
         news.insert(rows->Fields(u"txt_Thema").text(), rows->Fields(u"lng_Stand").toLong());
     return news;
+}
+
+QString isOfOthers(Engine& engine) {
+    return u" txt_Kennung <> "_s + sqlText(identity()) + u" AND dbl_Bis >= "_s + moment(engine.now());
 }
 
 } // namespace
@@ -54,9 +59,13 @@ const QString& stationName() {
     return theStation;
 }
 
+void shareFiles(bool on) {
+    filesAreShared = on;
+}
+
 bool claim(const QString& task, int seconds) {
     Engine& engine = ConnMain.engine();
-    if (!engine.isShared())
+    if (!isShared(engine))
         return true;
     bool mine = false;
     transact(ConnMain, [&] {
@@ -78,19 +87,23 @@ bool claim(const QString& task, int seconds) {
 }
 
 void release(const QString& task) {
-    if (ConnMain.engine().isShared())
+    if (isShared(ConnMain.engine()))
         ConnMain.Execute(u"DELETE FROM tbl_Stationen_Pacht"_s + isTask(task) + u" AND txt_Kennung = "_s +
                          sqlText(identity()));
 }
 
+void releaseAll() {
+    if (isShared(ConnMain.engine()) && !ConnMain.InTransaction())
+        ConnMain.Execute(u"DELETE FROM tbl_Stationen_Pacht WHERE txt_Kennung = "_s + sqlText(identity()));
+}
+
 QString holderOf(const QString& task) {
     Engine& engine = ConnMain.engine();
-    if (!engine.isShared())
+    if (!isShared(engine))
         return {};
     const OpenRecordset rows(RsMain,
-                             u"SELECT txt_Station FROM tbl_Stationen_Pacht"_s + isTask(task) +
-                                 u" AND txt_Kennung <> "_s + sqlText(identity()) + u" AND dbl_Bis >= "_s +
-                                 moment(engine.now()),
+                             u"SELECT txt_Station FROM tbl_Stationen_Pacht"_s + isTask(task) + u" AND"_s +
+                                 isOfOthers(engine),
                              ConnMain);
     return rows->Eof() ? QString() : rows->Fields(u"txt_Station").text();
 }
@@ -102,8 +115,21 @@ QStringList topicNames() {
     return names;
 }
 
+QHash<QString, QString> tasksOfOthers() {
+    Engine& engine = ConnMain.engine();
+    QHash<QString, QString> tasks;
+    if (!isShared(engine))
+        return tasks;
+    const OpenRecordset rows(
+        RsMain, u"SELECT txt_Aufgabe, txt_Station FROM tbl_Stationen_Pacht WHERE"_s + isOfOthers(engine),
+        ConnMain);
+    for (; !rows->Eof(); rows->MoveNext())
+        tasks.insert(rows->Fields(u"txt_Aufgabe").text(), rows->Fields(u"txt_Station").text());
+    return tasks;
+}
+
 void tellNews(Topic topic) {
-    if (!ConnMain.engine().isShared())
+    if (!isShared(ConnMain.engine()))
         return;
     const QString name = sqlText(topicName(topic));
     if (ConnMain.Execute(u"UPDATE tbl_Stationen_Neues SET lng_Stand = lng_Stand + 1 WHERE txt_Thema = "_s +
@@ -112,14 +138,43 @@ void tellNews(Topic topic) {
                          u", 1)"_s);
 }
 
-bool hasNews(Topic topic) {
-    if (!ConnMain.engine().isShared())
-        return false;
-    const QString name = topicName(topic);
-    const qint64 now = readNews().value(name);
-    const bool news = seen.contains(name) && seen.value(name) != now;
-    seen.insert(name, now);
+StationNews& stationNews() {
+    static StationNews news;
     return news;
+}
+
+void StationNews::start() {
+    m_seen.clear();
+    m_unshown.clear();
+    Engine& engine = ConnMain.engine();
+    if (!isShared(engine))
+        return;
+    m_seen = readNews();
+    // Nobody's any more.
+    ConnMain.Execute(u"DELETE FROM tbl_Stationen_Pacht WHERE dbl_Bis < "_s + moment(engine.now()));
+}
+
+void StationNews::look() {
+    if (!isShared(ConnMain.engine()))
+        return;
+    const QHash<QString, qint64> news = readNews();
+    for (int i = 0; i < int(std::size(kTopics)); ++i) {
+        const Topic topic{i};
+        const QString name = topicName(topic);
+        if (m_seen.value(name) == news.value(name))
+            continue;
+        m_unshown.insert(topic);
+        Q_EMIT heard(topic);
+        // Where that has failed it is told again.
+        m_seen.insert(name, news.value(name));
+    }
+}
+
+void StationNews::show() {
+    for (const Topic topic : m_unshown.values()) {
+        Q_EMIT shown(topic);
+        m_unshown.remove(topic);
+    }
 }
 
 } // namespace store

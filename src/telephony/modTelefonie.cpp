@@ -2,6 +2,7 @@
 #include "common/Clock.h"
 #include "common/Convert.h"
 #include "masterdata/modVerwaltungKunden.h"
+#include "store/Stations.h"
 #include "store/StoreGlobals.h"
 #include "telephony/modVerwaltungTelefonbuch.h"
 
@@ -22,22 +23,46 @@ void addCall(const QString& anrufNr) {
     rows->Update();
 }
 
+QString takingOf(const QString& anrufNr) {
+    return QStringLiteral("Annahme ") + anrufNr;
+}
+
 } // namespace
 
 void RecordCall(const QString& anrufNr, int kept) {
+    // The lines of the stations do not ring in the same instant.
+    constexpr int kSameCall = 20;
+    if (!store::claim(QStringLiteral("Anruf ") + anrufNr, kSameCall))
+        return;
     store::transact(ConnMain, [&] {
         addCall(anrufNr);
         if (kept > 0)
             ConnMain.Execute(QStringLiteral("DELETE FROM tbl_Verwaltung_AnruferListe WHERE lng_ID <= (SELECT "
                                             "Max(lng_ID) FROM tbl_Verwaltung_AnruferListe) - ") +
                              QString::number(kept));
+        store::tellNews(store::Topic::Calls);
     });
 }
 
-void MarkCallTaken(const QString& anrufNr) {
-    ConnMain.Execute(
-        QStringLiteral("UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = 1 WHERE txt_Telefon = ") +
-        store::sqlText(anrufNr));
+bool MarkCallTaken(const QString& anrufNr) {
+    // Whoever comes first, of all stations, finds it.
+    return ConnMain.Execute(
+               QStringLiteral("UPDATE tbl_Verwaltung_AnruferListe SET flag_Kunde = 1 WHERE txt_Telefon = ") +
+               store::sqlText(anrufNr) + QStringLiteral(" AND flag_Kunde = False")) > 0;
+}
+
+void TellCallTaken(const QString& anrufNr) {
+    constexpr int kTaken = 30;
+    store::claim(takingOf(anrufNr), kTaken);
+    store::tellNews(store::Topic::Calls);
+}
+
+void CallRingsAgain(const QString& anrufNr) {
+    store::release(takingOf(anrufNr));
+}
+
+QString CallTakenBy(const QString& anrufNr) {
+    return store::holderOf(takingOf(anrufNr));
 }
 
 QString CallerName(const QString& anrufNr) {

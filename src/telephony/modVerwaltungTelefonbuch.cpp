@@ -6,6 +6,9 @@ using namespace Qt::StringLiterals;
 namespace modVerwaltungTelefonbuch {
 namespace {
 
+/// Few have the same number.
+const QString kByName = u" ORDER BY txt_Name, txt_Vorname"_s;
+
 QString listQuery(const QString& condition) {
     return u"SELECT TOP 100 txt_Name, txt_Vorname, txt_Strasse, txt_PLZ, txt_Ort, txt_Kanton, txt_Telefon, "
            u"txt_Natel, txt_EMail FROM tbl_PhoneBook WHERE "_s +
@@ -26,7 +29,7 @@ QString FindPhoneBookEntrySql(const QString& number) {
 QString FindName(const QString& number) {
     store::OpenRecordset rows(RsPhone,
                               u"SELECT TOP 1 txt_Name, txt_Vorname FROM tbl_PhoneBook WHERE "_s +
-                                  numberCondition(number) + u';',
+                                  numberCondition(number) + kByName + u';',
                               ConnPhone);
     return rows->Eof()
                ? QString()

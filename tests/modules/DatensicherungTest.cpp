@@ -13,6 +13,7 @@
 #include "support/FirstSchema.h"
 #include "support/FullDisk.h"
 #include "support/Outcome.h"
+#include "support/ServerFirm.h"
 #include "support/TestFirm.h"
 #include <QDir>
 #include <QFile>
@@ -29,6 +30,11 @@ const QDate kDay(2026, 5, 15);
 
 class Datensicherung : public testing::Test {
   protected:
+    void SetUp() override {
+        if (test::stand() != test::Stand::File)
+            GTEST_SKIP() << "of the file";
+    }
+
     ~Datensicherung() override {
         if (!ConnMain.IsOpen())
             store::OpenDatabases();

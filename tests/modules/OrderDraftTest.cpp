@@ -45,6 +45,10 @@ class OrderDraftTest : public test::OrderTest {
                      << shown.webBestellung.value_or(-1).merkmal;
     }
 
+    static void finish(const QString& kennung) {
+        orders::FinishOrder(kennung, orders::BookedOrders(), [](const auto&) { return std::optional(1000); });
+    }
+
     const QString file = OrderDraft::defaultFile();
     OrderDraft draft{order, file};
 };
@@ -93,19 +97,12 @@ TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
         order.ClearBestellungMaske();
         key();
     }
-    // In a transaction that is not committed it is not stored.
-    {
-        store::Transaction cutOff(ConnMain);
-        orders::MarkFinished(order.Kennung());
-    }
-    draft.flush();
-    EXPECT_TRUE(OrderDraft::look(file).order);
     draft.finish();
     order.ChooseKonditionen(u"Rechnung"_s);
     draft.flush();
     EXPECT_FALSE(QFile::exists(file)) << "nothing is kept of it any more";
 
-    orders::MarkFinished(u"A"_s);
+    finish(u"A"_s);
     EXPECT_FALSE(orders::IsFinished(u"B"_s));
     EXPECT_TRUE(orders::IsFinished(u"A"_s)) << "asking for one forgets no other";
 }
@@ -113,6 +110,7 @@ TEST_F(OrderDraftTest, WhatWasStoredInTheLastMomentIsNotOfferedAgain) {
 TEST_F(OrderDraftTest, WhatIsOnlyLookedAtIsNotOfferedButAChangeIs) {
     using namespace modAuftragswesenAuftragserfassung;
     const qint64 number = *orders::WriteOrder(order, orders::BookedOrders(), orders::OrderNumber::Next());
+    order.setKennung({});
     const qint64 later = modAuftragswesenVorbestellungen::SaveVorbestellung(order);
     const std::function<void()> roads[] = {
         [&] { LoadBestellung(order, number); },
@@ -163,7 +161,7 @@ TEST_F(OrderDraftTest, AnOrderThatIsGivenUpCanBeTakenBackUntilItIsStored) {
     ASSERT_TRUE(draft.takeBack());
     const QString kennung = order.Kennung();
     order.ClearBestellungMaske();
-    orders::MarkFinished(kennung);
+    finish(kennung);
     EXPECT_FALSE(draft.takeBack());
     EXPECT_FALSE(draft.canTakeBack());
 

@@ -4,6 +4,7 @@
 #include "masterdata/modProdukteExtras.h"
 #include "modules/OrderFixture.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
+#include "support/ServerFirm.h"
 #include "support/StatementLog.h"
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,7 @@ class Transactions : public test::OrderTest {
     Transactions() {
         key();
         SaveBestellung(order, dialogs, navigation);
+        key();
         SaveVorbestellung(order);
         key();
     }
@@ -50,6 +52,9 @@ class Transactions : public test::OrderTest {
 } // namespace
 
 TEST_F(Transactions, AFailureOnTheWayLeavesAllAsItWas) {
+    if (test::stand() != test::Stand::File)
+        GTEST_SKIP() << "of the file";
+
     struct Case {
         const char* name;
         /// The write that fails.
@@ -101,8 +106,35 @@ TEST_F(Transactions, AFailureOnTheWayLeavesAllAsItWas) {
     }
 }
 
+/// As where the answer was lost: it is tried again, also when something was added since.
+TEST_F(Transactions, StoredAgainItStandsOnceAsItIsByNow) {
+    const QString booked = u"SELECT Count(*) AS N FROM tbl_Auftragswesen_Bestellungen_Master"_s;
+    const auto linesOf = [](const QString& kind, qint64 number) {
+        return TestFirm::value(
+            u"SELECT Count(*) AS N FROM tbl_Auftragswesen_%1_Details WHERE lng_TrxNrMaster = %2"_s.arg(kind)
+                .arg(number));
+    };
+    const auto number = SaveBestellung(order, dialogs, navigation);
+    EXPECT_EQ(SaveBestellung(order, dialogs, navigation), number);
+    EXPECT_EQ(TestFirm::value(booked), u"2"_s) << "the first one is the fixture's";
+    pickWein();
+    EXPECT_EQ(SaveBestellung(order, dialogs, navigation), number);
+    EXPECT_EQ(TestFirm::value(booked), u"2"_s);
+    EXPECT_EQ(linesOf(u"Bestellungen"_s, *number), u"4"_s);
+    DeleteBestellung(*number, order.Kennung());
+    EXPECT_EQ(linesOf(u"Bestellungen"_s, *number), u"0"_s);
+
+    key();
+    const qint64 later = SaveVorbestellung(order);
+    EXPECT_EQ(SaveVorbestellung(order), later);
+    EXPECT_EQ(TestFirm::count(u"tbl_Auftragswesen_Vorbestellungen_Master"_s), 2);
+    EXPECT_EQ(linesOf(u"Vorbestellungen"_s, later), u"3"_s);
+}
+
 /// Another station may book meanwhile: the number is read when nobody else can write any more.
 TEST_F(Transactions, ABookingReadsItsNumberInItsTransaction) {
+    if (test::stand() == test::Stand::Server)
+        GTEST_SKIP() << "of the file";
     const test::StatementLog log(ConnMain);
     SaveBestellung(order, dialogs, navigation);
     EXPECT_EQ(log.statements().first(), "BEGIN IMMEDIATE");

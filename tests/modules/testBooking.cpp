@@ -1,5 +1,6 @@
 #include "common/RunTimeError.h"
 #include "modules/OrderFixture.h"
+#include "orders/OrderDraft.h"
 #include "orders/OrderStorage.h"
 #include "orders/modBestellNummern.h"
 #include "store/SystemSettings.h"
@@ -127,6 +128,53 @@ TEST_F(Booking, aChangeKeepsNumberDateAndTime) {
     EXPECT_EQ(stored(u"dbl_TotalMitMWSt, time_BestellZeit"_s, 1000), u"16|18:00:00");
     EXPECT_EQ(lines(1000), u"1000.01|2 1000.02|2");
     EXPECT_EQ(lines(1001), u"1001.01|3 1001.02|2 1001.03|2");
+}
+
+TEST_F(Booking, whatAnotherStationDidToTheOrderIsNotOverwritten) {
+    takeOrder();
+    book();
+    const auto all = [] {
+        return TestFirm::rows(u"SELECT * FROM "_s + kHeads) + TestFirm::rows(u"SELECT * FROM "_s + kLines);
+    };
+    orders::OrderDraft draft(order, firm.folder() + u"/entwurf"_s);
+    const QString byOthers[] = {u"UPDATE %1 SET dbl_Rabatt = 1 WHERE dbl_TrxNr = 1000.02"_s.arg(kLines),
+                                u"UPDATE %1 SET txt_Konditionen = 'Karte'"_s.arg(kHeads)};
+    for (const QString& change : byOthers)
+        for (const bool afterACrash : {false, true}) {
+            LoadBestellung(order, 1000);
+            order.RemoveLine(0);
+            draft.flush();
+            if (afterACrash) {
+                order.gelesen = {};
+                ASSERT_TRUE(orders::OrderDraft::restore(firm.folder() + u"/entwurf"_s, order));
+            }
+            orders::RequireAsRead(order.gelesen, 1000);
+            ConnMain.Execute(change);
+            const QStringList before = all();
+            EXPECT_THROW(UpdateBestellung(order, 1000), store::Overtaken) << change.toStdString();
+            EXPECT_THROW(DeleteBestellung(1000, order.Kennung(), order.gelesen), store::Overtaken);
+            EXPECT_EQ(all(), before);
+            ConnMain.Execute(u"UPDATE %1 SET dbl_Rabatt = 0"_s.arg(kLines));
+            ConnMain.Execute(u"UPDATE %1 SET txt_Konditionen = 'Bar'"_s.arg(kHeads));
+        }
+    LoadBestellung(order, 1000);
+    DeleteBestellung(1000, {});
+    try {
+        UpdateBestellung(order, 1000);
+        ADD_FAILURE();
+    } catch (const store::Overtaken& overtaken) {
+        EXPECT_TRUE(overtaken.isGone()) << "its head is there still, but cancelled";
+    }
+}
+
+TEST_F(Booking, aNumberThatBelongedToNobodyIsCapturedOnce) {
+    const QString number = u"0441112233"_s;
+    EXPECT_TRUE(SaveKundeSchnellerfassung({number, u"Eva"_s, {}, {}, {}, {}, {}}, 441112233));
+    EXPECT_FALSE(SaveKundeSchnellerfassung({number, u"Eve"_s, {}, {}, {}, {}, {}}, 441112233));
+    EXPECT_EQ(
+        TestFirm::value(u"SELECT Count(*), Max(txt_Name) FROM tbl_Verwaltung_Kunden WHERE dbl_Telefon = "
+                        u"441112233"_s),
+        u"1|Eva"_s);
 }
 
 TEST_F(Booking, withoutAnyNumberTheProgramEnds) {

@@ -2,6 +2,7 @@
 #include "modules/OrderFixture.h"
 #include "orders/modAuftragswesenVorbestellungen.h"
 #include "store/SystemSettings.h"
+#include "support/ServerFirm.h"
 
 using namespace modAuftragswesenVorbestellungen;
 using namespace Qt::StringLiterals;
@@ -114,6 +115,8 @@ TEST_F(PreOrders, TheFirstDueOneIsFoundFromTheMinuteOn) {
 }
 
 TEST_F(PreOrders, WhatCannotBeReadHidesNothing) {
+    if (test::stand() != test::Stand::File)
+        GTEST_SKIP() << "of the file";
     const qint64 damaged = store(u"15/05/2026"_s, u"10:00"_s);
     const qint64 sound = store(u"15/05/2026"_s, u"11:00"_s);
     const double now = TestFirm::day() + 0.75;

@@ -40,8 +40,9 @@ class Evening : public test::ProgramTest {
                          u"lng_VorbestellungBuchungZeit = 2, lng_VorbestellungAutomatischStatus = 1, "
                          u"lng_VorbestellungAutomatischZeit = 30, lng_EditierungBestellungen = 1"_s);
         // As an installation of an earlier program.
-        ConnMain.Execute(u"DROP TABLE tbl_Auftragswesen_Erledigt"_s);
-        ConnMain.Execute(u"DROP TABLE tbl_WebShop_Bestellungen_Verbucht"_s);
+        for (const char16_t* later : {u"Auftragswesen_Erledigt", u"WebShop_Bestellungen_Verbucht",
+                                      u"Stationen_Pacht", u"Stationen_Neues"})
+            ConnMain.Execute(u"DROP TABLE tbl_"_s + QString::fromUtf16(later));
         ConnMain.Execute(u"DROP INDEX idx_Bestellungen_Kunde_Nummer"_s);
         ConnMain.Execute(u"CREATE INDEX idx_Bestellungen_Kunde ON "
                          u"tbl_Auftragswesen_Bestellungen_Master(lng_KundenID)"_s);

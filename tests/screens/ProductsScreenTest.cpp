@@ -327,6 +327,7 @@ TEST_F(ProductsScreenTest, DeletesWhatNothingRefersTo) {
     click(u"cmdDelete");
     EXPECT_EQ(said(), Said{refusal});
     ConnMain.Execute(u"DELETE FROM tbl_Verwaltung_Produkte_Extras"_s);
+    doubleClickRow(grid()->row());
     expectDeletion(u"tbl_Auftragswesen_%1_Details"_s, u"lng_ProduktID"_s, refusal,
                    {{u"Möchten Sie dieses Produkt wirklich löschen?"_s, 4, u"Löschen Gruppe"_s}});
     EXPECT_EQ(TestFirm::count(u"tbl_Verwaltung_Produkte_Preise"_s), 40);

@@ -59,10 +59,14 @@ class OpenEditorTest : public test::OrderScreen<test::TestDialogs> {
 };
 
 TEST_F(QueuedKeysTest, KeysBehindBookingNeitherBookTwiceNorReplaceTheOrder) {
-    order().SucheTelefonNummer(u"0791234567"_s);
-    order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    const auto take = [this] {
+        order().SucheTelefonNummer(u"0791234567"_s);
+        order().PickProdukt(TestFirm::kWein, u"W"_s, 1);
+    };
+    take();
     modAuftragswesenAuftragserfassung::SaveBestellung(order(), *std::make_unique<test::TestDialogs>(),
                                                       navigation);
+    take();
     order().PickProdukt(TestFirm::kMargherita, u"1"_s, 1);
     answerBoxes();
     QString shown;

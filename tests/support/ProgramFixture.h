@@ -40,7 +40,8 @@ class ProgramTest : public testing::Test {
                                        .printers = printers,
                                        .internet = internet,
                                        .telephony = {line.get()},
-                                       .exitProcess = [this](int code) { ended << code; }});
+                                       .exitProcess = [this](int code) { ended << code; },
+                                       .procedures = procedures});
         const bool started = program->start();
         QApplication::setActiveWindow(&window());
         return started;
@@ -97,6 +98,7 @@ class ProgramTest : public testing::Test {
     platform::IniRegistryStore registry{firm.folder() + QStringLiteral("/einstellungen.ini")};
     TestInternet internet;
     std::unique_ptr<platform::BasicCAPI32> line;
+    frmMDI::Procedures procedures;
     std::unique_ptr<shell::Application> program;
     /// Exit codes that the program asked for.
     QList<int> ended;

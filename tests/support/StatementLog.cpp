@@ -1,5 +1,6 @@
 #include "tests/support/StatementLog.h"
 #include "store/SqliteEngine.h"
+#include "tests/support/TwinEngine.h"
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -12,7 +13,9 @@ int note(unsigned, void* statements, void* statement, void*) {
 }
 
 sqlite3* handleOf(store::Connection& connection) {
-    return dynamic_cast<store::SqliteEngine&>(connection.engine()).handle();
+    store::Engine& engine = connection.engine();
+    auto* twin = dynamic_cast<TwinEngine*>(&engine);
+    return dynamic_cast<store::SqliteEngine&>(twin ? twin->first() : engine).handle();
 }
 
 } // namespace

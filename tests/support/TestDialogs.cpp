@@ -57,9 +57,14 @@ QString TestDialogs::OpenFile(const QString&, const QString&) {
     return m_files.dequeue();
 }
 
-bool TestDialogs::WaitForServer(const std::function<bool()>& stillExecuting) {
+bool TestDialogs::WaitForServer(const std::function<bool()>& stillExecuting, const QString& text) {
     ++serverCalls;
+    waitedWith = text;
     const common::NestedEventLoop loop;
+    if (duringWait)
+        duringWait();
+    if (giveUp)
+        return false;
     return QTest::qWaitFor([&] { return !stillExecuting(); }, 60'000);
 }
 

@@ -30,8 +30,9 @@ class TestDialogs : public platform::Dialogs {
     /// Gives `color`.
     std::optional<int> ChooseColor(int) override { return color; }
 
-    /// Runs the event loop until the server has answered, and counts how often it was waited for.
-    bool WaitForServer(const std::function<bool()>& stillExecuting) override;
+    /// Runs the event loop until the server has answered, and counts how often it was waited for; after
+    /// `duringWait` it is given up while `giveUp` is set.
+    bool WaitForServer(const std::function<bool()>& stillExecuting, const QString& text = {}) override;
     /// Gives long work up at its first word while `giveUp` is set; lets `duringWork` come in between, as an
     /// event of the progress would.
     platform::Progress ShowProgress(const QString& text) override;
@@ -52,7 +53,8 @@ class TestDialogs : public platform::Dialogs {
     std::optional<platform::PrinterChoice> chosenPrinter;
     bool cancelPrinter = false;
     bool giveUp = false;
-    std::function<void()> duringWork;
+    std::function<void()> duringWork, duringWait;
+    QString waitedWith;    ///< what the last dialog that waited for a server told
     QStringList suggested; ///< file names that were suggested for saving
     QString savePath;
     std::optional<int> color;

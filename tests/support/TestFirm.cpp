@@ -3,6 +3,7 @@
 #include "common/Convert.h"
 #include "install/Installer.h"
 #include "store/SystemSettings.h"
+#include "support/ServerFirm.h"
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,6 +44,8 @@ TestFirm::TestFirm() : m_folder(folderTemplate()) {
     setTime(18, 0);
     install::installDatabases(folder());
     store::setAppPath(folder());
+    if (stand() != Stand::File)
+        m_onServer = std::make_unique<ServerFirm>(*DatabaseServer::shared());
     store::OpenDatabases();
     store::Transaction seed(ConnMain);
     addFirm();

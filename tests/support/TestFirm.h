@@ -2,11 +2,15 @@
 #include "store/StoreGlobals.h"
 #include <QStringList>
 #include <QTemporaryDir>
+#include <memory>
 
 namespace test {
 
+class ServerFirm;
+
 /// A small firm in a real installation of its own, opened, with the clock stopped and the settings loaded.
-/// One at a time, since the store objects are the program's own. Closes and forgets everything at its end.
+/// Its main database stands where stand() of ServerFirm.h says. One at a time, since the store objects
+/// are the program's own. Closes and forgets everything at its end.
 class TestFirm {
   public:
     TestFirm();
@@ -47,6 +51,7 @@ class TestFirm {
 
   private:
     QTemporaryDir m_folder;
+    std::unique_ptr<ServerFirm> m_onServer;
 };
 
 } // namespace test

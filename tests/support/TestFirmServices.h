@@ -48,6 +48,8 @@ class TestDesks : public QObject,
         alarmKunde = kunde;
     }
 
+    qint64 Faellig() const override { return alarms.isEmpty() ? 0 : alarms.last(); }
+
     QString EMail() const override { return webEMail; }
 
     void Refresh() override {}

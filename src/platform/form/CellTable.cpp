@@ -1,6 +1,7 @@
 #include "platform/form/CellTable.h"
 #include "common/Convert.h"
 #include "common/Guard.h"
+#include <QScopeGuard>
 
 using common::Value;
 
@@ -58,6 +59,31 @@ void CellTable::clearRow(int row) {
     Q_EMIT dataChanged(index(row, 0), index(row, int(m_columns.size()) - 1));
 }
 
+CellTable::Content CellTable::content() const {
+    Content content;
+    for (int row = 0; row < rows(); ++row) {
+        if (isUntouched(row))
+            continue;
+        std::vector<Value>& values = content.emplace_back(row, std::vector<Value>()).second;
+        for (int column = 0; column < columnCount(); ++column)
+            values.push_back(cell(row, column));
+    }
+    return content;
+}
+
+void CellTable::putBack(const Content& content) {
+    auto held = content.begin();
+    for (int row = 0; row < rows(); ++row) {
+        if (held == content.end() || held->first != row) {
+            clearRow(row);
+            continue;
+        }
+        for (int column = 0; column < columnCount(); ++column)
+            setCell(row, column, held->second[size_t(column)]);
+        ++held;
+    }
+}
+
 void CellTable::setCaption(int column, const QString& caption) {
     m_columns.at(size_t(column)).caption = caption;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
@@ -109,9 +135,12 @@ bool CellTable::endEdit(int row, int column, const QString& editorText) {
         BeforeEndEdit(row, column, editor, cancel);
     if (cancel)
         return false;
+    const Value before = cell(row, column);
     setCell(row, column, editor);
+    auto keep = qScopeGuard([&] { setCell(row, column, before); });
     if (Change)
         Change(row, column);
+    keep.dismiss();
     return true;
 }
 

@@ -49,6 +49,12 @@ class CellTable : public QAbstractTableModel {
     /// Whether nothing was put into the row since it was made or cleared.
     bool isUntouched(int row) const { return m_rows.at(size_t(row)).untouched; }
 
+    /// Rows that something was put into, with their values.
+    using Content = std::vector<std::pair<int, std::vector<common::Value>>>;
+    Content content() const;
+    /// The values are again as they were then.
+    void putBack(const Content& content);
+
     void setCaption(int column, const QString& caption);
     void setKind(int row, int column, CellKind kind);
     CellKind kind(int row, int column) const;
@@ -62,8 +68,8 @@ class CellTable : public QAbstractTableModel {
     /// May the cell be edited at all? Asks BeforeEdit.
     bool mayEdit(int row, int column) const;
     /// Takes the editor's text over: BeforeEndEdit (may change the value or refuse), the cell, Change.
-    /// False when refused; the cell then keeps its value. A text that is no number in a number column is
-    /// refused.
+    /// False when refused; the cell then keeps its value, as it does where Change throws. A text that is no
+    /// number in a number column is refused.
     bool endEdit(int row, int column, const QString& editorText);
 
     /// Open editors close without taking anything over: what stands in the table is about to become something

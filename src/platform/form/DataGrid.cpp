@@ -111,6 +111,19 @@ void DataGrid::passOver(int row) {
     m_passedOver = currentIndex();
 }
 
+void DataGrid::refreshInPlace(const std::function<void()>& refresh) {
+    const int before = row(), top = verticalScrollBar()->value();
+    const bool marked = markedRow() >= 0;
+    const common::Value key = value(before, 0);
+    refresh();
+    int now = before < 0 ? rowCount() : 0;
+    while (now < rowCount() && value(now, 0).toLong() != key.toLong())
+        ++now;
+    now = now < rowCount() ? now : -1;
+    marked&& now >= 0 ? setRow(now) : standAt(now);
+    verticalScrollBar()->setValue(top);
+}
+
 QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex& index,
                                                                const QEvent*) const {
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows

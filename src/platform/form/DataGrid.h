@@ -66,6 +66,10 @@ class DataGrid : public QTableView {
     /// from it instead of choosing it again.
     void passOver(int row);
 
+    /// Reads the rows again by `refresh` and stands on the row of the same key as before, marked where it
+    /// was; the key is in column 0.
+    void refreshInPlace(const std::function<void()>& refresh);
+
     /// A list over a mask marks nothing by itself: what is marked is what is in the mask. Any other one marks
     /// its first row when the focus comes to it by a key.
     void setOverMask(bool over) { m_overMask = over; }

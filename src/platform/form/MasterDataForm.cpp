@@ -1,5 +1,6 @@
 #include "platform/form/MasterDataForm.h"
 #include "common/Guard.h"
+#include "platform/Saving.h"
 #include "platform/form/FieldHelpers.h"
 #include "platform/form/GridColors.h"
 #include "platform/report/ListPrinting.h"
@@ -81,6 +82,14 @@ void MasterDataForm::showRows(const QString& query, const std::vector<DataColumn
     m_grid->formatColumns(columns);
 }
 
+void MasterDataForm::follow(store::Topic topic) {
+    common::connectGuarded(common::Origin::Timer, &store::stationNews(), &store::StationNews::shown, this,
+                           [this, topic](store::Topic shown) {
+                               if (shown == topic)
+                                   m_grid->refreshInPlace([this] { FormatGrid(); });
+                           });
+}
+
 void MasterDataForm::goToRow(int row) {
     chooseRow(row);
     if (m_key == keyOfRow(row))
@@ -98,7 +107,7 @@ void MasterDataForm::printRows(const ReportJob& list,
 }
 
 void MasterDataForm::CleanMask() {
-    m_key = kNewRecord;
+    setKey(kNewRecord);
     m_delete->setEnabled(false);
     if (browses())
         m_grid->clearSelection();
@@ -110,10 +119,17 @@ void MasterDataForm::chooseRow(int row) {
 }
 
 void MasterDataForm::loadRecord(qint64 key) {
+    store::RowMark mark = markRecord(key);
     if (!showRecord(key))
         return;
     m_key = key;
+    m_mark = std::move(mark);
     m_delete->setEnabled(true);
+}
+
+void MasterDataForm::setKey(qint64 key) {
+    m_key = key;
+    m_mark = key > 0 ? markRecord(key) : store::RowMark();
 }
 
 qint64 MasterDataForm::keyOfRow(int row) const {
@@ -130,7 +146,13 @@ void MasterDataForm::browseTo(int row) {
 void MasterDataForm::save() {
     if (!checkInput())
         return;
-    saveRecord();
+    const auto becomesNew = [this] {
+        setKey(kNewRecord);
+        m_delete->setEnabled(false);
+    };
+    if (!saving(
+            m_services.dialogs, [this] { saveRecord(); }, becomesNew))
+        return;
     waitMilliseconds(kPauseAfterWrite);
     showSaved();
 }
@@ -138,7 +160,8 @@ void MasterDataForm::save() {
 void MasterDataForm::remove() {
     if (!mayDelete())
         return;
-    deleteRecord();
+    if (!saving(m_services.dialogs, [this] { deleteRecord(); }))
+        return showFresh();
     waitMilliseconds(kPauseAfterWrite);
     showDeleted();
 }

@@ -4,6 +4,8 @@
 #include "platform/Services.h"
 #include "platform/form/DataControl.h"
 #include "platform/form/DataGrid.h"
+#include "store/RowMark.h"
+#include "store/Stations.h"
 #include <QPointer>
 #include <QWidget>
 #include <vector>
@@ -64,17 +66,23 @@ class MasterDataForm : public QWidget {
     /// Prints the list (see printList); it stands at its first row afterwards.
     void printRows(const ReportJob& list, const std::function<void(const Progress&)>& fillPrintTable);
 
+    /// Reads the list again when other stations have changed what it shows; the mask stays.
+    void follow(store::Topic topic);
+
     // What a screen fills in
 
     /// Copies the row of the key into the mask's controls. False, with nothing changed, when there is none.
     virtual bool showRecord(qint64 key) = 0;
+    /// What showRecord shows, as it stands in the store: saving and deleting refuse where another station has
+    /// changed it since.
+    virtual store::RowMark markRecord(qint64 key) const = 0;
     /// The checks in their order; the first that fails tells the user and gives false.
     virtual bool checkInput() = 0;
-    /// The mask into the row of key(); adds one when there is none.
+    /// The mask into the row of key(), as long as it is as mark() tells; adds one when there is none.
     virtual void saveRecord() = 0;
     /// Guard and question; tells the user why not.
     virtual bool mayDelete() = 0;
-    /// Deletes the row of key().
+    /// Deletes the row of key(), as long as it is as mark() tells.
     virtual void deleteRecord() = 0;
 
     // Acts that a screen may do in its own way
@@ -96,7 +104,10 @@ class MasterDataForm : public QWidget {
     /// showRecord, and on success the key and cmdDelete.
     void loadRecord(qint64 key);
 
-    void setKey(qint64 key) { m_key = key; }
+    /// The record of the key is the one to be saved, as it stands in the store now.
+    void setKey(qint64 key);
+
+    const store::RowMark& mark() const { return m_mark; }
 
     /// Key of a row of the list.
     qint64 keyOfRow(int row) const;
@@ -130,6 +141,7 @@ class MasterDataForm : public QWidget {
     QWidget* m_firstField = nullptr;
     QPointer<QWidget> m_entry; ///< where the present choice put the focus, null where it left it
     qint64 m_key = 0;
+    store::RowMark m_mark; ///< of the record in the mask, unset for a new one
 };
 
 } // namespace platform

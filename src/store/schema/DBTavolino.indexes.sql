@@ -24,6 +24,9 @@ CREATE INDEX idx_Vorpositionen_Bestellung ON tbl_Auftragswesen_Vorbestellungen_D
 CREATE INDEX idx_Vorpositionen_Produkt ON tbl_Auftragswesen_Vorbestellungen_Details (lng_ProduktID);
 CREATE INDEX idx_Vorpositionen_Extra ON tbl_Auftragswesen_Vorbestellungen_Details (lng_ExtraID);
 
+CREATE UNIQUE INDEX idx_Erledigt_Kennung ON tbl_Auftragswesen_Erledigt (txt_Kennung);
+CREATE INDEX idx_Erledigt_Zeit ON tbl_Auftragswesen_Erledigt (dbl_ErledigtNow);
+
 CREATE INDEX idx_Benutzer_Name ON tbl_Einstellungen_Benutzer (txt_Username);
 
 CREATE INDEX idx_Anrufer_Datum ON tbl_Verwaltung_AnruferListe (lng_Datum);

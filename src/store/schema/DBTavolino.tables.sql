@@ -74,10 +74,13 @@ CREATE TABLE tbl_Auftragswesen_Vorbestellungen_Details (
     dbl_BestellZeitDouble DOUBLE
 );
 
--- Working orders that were stored, changed or deleted, by their identity: their drafts are done with.
+-- Working orders that were stored, changed or deleted, by their identity: their drafts are done with, and none is
+-- stored twice.
 CREATE TABLE tbl_Auftragswesen_Erledigt (
-    lng_ID      INTEGER PRIMARY KEY,
-    txt_Kennung TEXT
+    txt_Kennung        TEXT,
+    lng_TrxNr          INTEGER,
+    flag_Vorbestellung INTEGER,
+    dbl_ErledigtNow    DOUBLE
 );
 
 -- Which conditions of an order count as cash at the close of the day; the owner changes it there.

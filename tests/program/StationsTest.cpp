@@ -1,0 +1,81 @@
+// Several stations on a cluster of database servers, whose processes are killed without a warning.
+#include "program/Shift.h"
+#include "support/ServerFirm.h"
+#include "support/TestFirm.h"
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QThread>
+#include <gtest/gtest.h>
+#include <iostream>
+
+using namespace Qt::StringLiterals;
+using test::TestFirm;
+
+namespace {
+
+constexpr int kPatience = 60;
+
+class Stations : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!cluster.isStarted())
+            GTEST_SKIP() << cluster.why().toStdString();
+        cluster.node(0).sql(u"CREATE DATABASE IF NOT EXISTS tavolino_schicht"_s);
+        const TestFirm firm;
+        test::copyFirmTo(server);
+        main.Open(server.serverText());
+    }
+
+    test::GaleraCluster cluster;
+    const store::ConnectionString server = cluster.connection(u"tavolino_schicht"_s);
+    store::Connection main;
+};
+
+TEST_F(Stations, BothGoOnAtTheNextServerAndNothingIsLostNorTwice) {
+    test::Shift shift(server, 2);
+    shift.startAll();
+    ASSERT_TRUE(shift.waitForMore(10, kPatience));
+    cluster.node(0).kill();
+    ASSERT_TRUE(shift.waitForMore(10, kPatience)) << "at the next node";
+    shift.killAll();
+    shift.expectAllThereOnce(main);
+}
+
+/// For TAVOLINO_SHIFT_MINUTES, else some seconds. Two nodes stand at any time: the majority.
+TEST_F(Stations, AShiftWithKillsLosesNothing) {
+    const double minutes = qEnvironmentVariable("TAVOLINO_SHIFT_MINUTES", u"0.2"_s).toDouble();
+    constexpr int kLongestRest = 1500;
+    auto* chance = QRandomGenerator::global();
+    test::Shift shift(server, 4);
+    shift.startAll();
+    ASSERT_TRUE(shift.waitForMore(1, kPatience));
+    const qint64 before = shift.acknowledged();
+    int stationsKilled = 0, nodesKilled = 0;
+    QElapsedTimer time;
+    for (time.start(); !time.hasExpired(qint64(minutes * 60'000)) && !HasFailure();) {
+        QThread::msleep(chance->bounded(kLongestRest));
+        if (chance->bounded(3) == 0) {
+            const int node = chance->bounded(test::GaleraCluster::kNodes);
+            cluster.node(node).kill();
+            ++nodesKilled;
+            QThread::msleep(chance->bounded(kLongestRest));
+            ASSERT_TRUE(cluster.restart(node)) << node;
+        } else {
+            const int station = chance->bounded(shift.size());
+            shift.kill(station);
+            ++stationsKilled;
+            shift.start(station);
+        }
+    }
+    const double seconds = double(time.elapsed()) / 1000;
+    const auto orders = double(shift.acknowledged() - before);
+    ASSERT_TRUE(shift.waitForMore(1, kPatience)) << "all still book";
+    shift.killAll();
+    shift.expectAllThereOnce(main);
+    const auto [repeats, waits] = shift.repeatsAndWaits();
+    std::cout << orders << " orders in " << seconds << " s, " << orders / seconds << " a second; "
+              << stationsKilled << " stations and " << nodesKilled << " nodes killed; " << repeats
+              << " transactions done anew, " << waits << " waits for a server\n";
+}
+
+} // namespace

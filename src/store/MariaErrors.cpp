@@ -37,6 +37,7 @@ const std::vector<Known>& known() {
           CR_ERR_NET_READ,
           CR_ERR_NET_WRITE,
           ER_CON_COUNT_ERROR,
+          ER_ERROR_DURING_COMMIT, // of a node that left the cluster meanwhile: perhaps it was committed
           ER_SERVER_SHUTDOWN,
           ER_NORMAL_SHUTDOWN,
           ER_NET_READ_ERROR,
@@ -55,7 +56,7 @@ const std::vector<Known>& known() {
           CR_OUT_OF_MEMORY},
          common::kServerGone,
          u"Der Datenbankserver ist nicht erreichbar. Bitte prüfen Sie das Netz und den Server."},
-        {{ER_LOCK_DEADLOCK, ER_LOCK_WAIT_TIMEOUT, ER_CHECKREAD},
+        {{ER_LOCK_DEADLOCK, ER_LOCK_WAIT_TIMEOUT, ER_CHECKREAD, ER_SP_DOES_NOT_EXIST},
          common::kTryAgain,
          u"Eine andere Station speichert gerade. Bitte versuchen Sie es in einem Augenblick noch einmal."},
         {{ER_DUP_ENTRY, ER_DUP_ENTRY_WITH_KEY_NAME, ER_BAD_NULL_ERROR, ER_NO_DEFAULT_FOR_FIELD,

@@ -15,8 +15,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr char kStart[] = "START TRANSACTION";
+// A node of a cluster may take a transaction back in the middle of a packet and go on with the rest of it.
+// With autocommit that rest would last by itself; without, the savepoint that is not there any more tells.
+constexpr char kByHand[] = "SET autocommit = 0";
+constexpr char kMark[] = "SAVEPOINT tavolino";
+constexpr char kStillThere[] = "RELEASE SAVEPOINT tavolino";
 constexpr char kCommit[] = "COMMIT";
+constexpr char kByItself[] = "SET autocommit = 1";
 /// Milliseconds.
 constexpr qint64 kWriteTime = 15'000;
 constexpr qint64 kSettleTime = 20'000;
@@ -34,7 +39,7 @@ void pauseBriefly() {
 void MariaEngine::rollBackQuietly() {
     try {
         if (m_connection.isOpen())
-            send({"ROLLBACK"});
+            send({"ROLLBACK", kByItself});
     } catch (const MariaPacketFailed&) {
         // The server rolls back by itself what has no connection.
         m_connection.close();
@@ -48,7 +53,9 @@ MariaAnswer MariaEngine::writeAlone(const QByteArray& sql, const QString& statem
         const QByteArray token = newToken();
         m_connection.open();
         try {
-            return std::move(send({kStart, kServerLock, sql, keepToken(token), kCommit})[2]);
+            constexpr size_t kOwn = 3;
+            return std::move(send(
+                {kByHand, kServerLock, kMark, sql, keepToken(token), kStillThere, kCommit, kByItself})[kOwn]);
         } catch (const MariaPacketFailed& failed) {
             if (isLost(failed.failure) && !m_connection.wasInterrupted()) {
                 m_connection.drop();
@@ -117,7 +124,7 @@ MariaAnswer MariaEngine::sendInTransaction(const Packet& further, size_t wanted,
     Packet packet;
     if (!m_transaction->begun) {
         m_connection.open();
-        packet = {kStart, kServerLock};
+        packet = {kByHand, kServerLock, kMark};
     } else if (!m_connection.isOpen()) {
         doom({CR_SERVER_LOST, u"connection lost"_s}, statement);
     }
@@ -165,7 +172,7 @@ void MariaEngine::commit() {
         return rollback();
     const QByteArray token = newToken();
     try {
-        sendInTransaction({keepToken(token), kCommit}, 0, u"COMMIT"_s);
+        sendInTransaction({keepToken(token), kStillThere, kCommit, kByItself}, 0, u"COMMIT"_s);
     } catch (const common::RunTimeError& error) {
         // Nothing was lost but, perhaps, the answer.
         if (error.number() != common::kTryAgain || m_connection.isOpen() || !settle(token))

@@ -128,6 +128,18 @@ bool Shift::waitForMore(int orders, int seconds) {
     return true;
 }
 
+std::string Shift::lastWords() const {
+    constexpr qsizetype kLast = 1500;
+    QByteArray words;
+    for (const auto& station : m_stations) {
+        QFile errors(station->folder.filePath(u"errors"_s)), out(outputOf(*station, station->runs - 1));
+        for (QFile* file : {&errors, &out})
+            if (file->open(QIODevice::ReadOnly))
+                words += "\n[" + station->folder.path().toUtf8() + "]\n" + file->readAll().right(kLast);
+    }
+    return words.toStdString();
+}
+
 void Shift::expectAllThereOnce(store::Connection& main) const {
     struct Stored {
         QString number;

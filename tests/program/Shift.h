@@ -32,6 +32,9 @@ class Shift {
     /// Waits until each station that runs has so many acknowledged more.
     bool waitForMore(int orders, int seconds);
 
+    /// The end of what each station has told, and of its errors.
+    std::string lastWords() const;
+
     /// Every acknowledged order stands there once, whole and under its number; nothing stands there that was
     /// never keyed; the numbers have no gap.
     void expectAllThereOnce(store::Connection& main) const;

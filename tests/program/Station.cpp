@@ -1,4 +1,5 @@
 #include "program/Station.h"
+#include "common/Guard.h"
 #include "orders/frmAuftragswesenAuftragserfassung.h"
 #include "platform/IniRegistryStore.h"
 #include "shell/Application.h"
@@ -88,7 +89,8 @@ class Station {
     /// Its conditions; "" where it did not come to an end, and goes on next time.
     QString keyOrder() {
         if (!screen() || screen()->order().detail(orders::Detail::KundenNr).isEmpty()) {
-            window().BasicCAPI32_IncomingCall({}, u"0791234567"_s, {});
+            common::guarded(common::Origin::Timer,
+                            [this] { window().BasicCAPI32_IncomingCall({}, u"0791234567"_s, {}); });
             press(Qt::Key_F9);
             if (!screen() || screen()->order().detail(orders::Detail::KundenNr).isEmpty())
                 return {};

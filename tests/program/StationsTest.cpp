@@ -69,7 +69,7 @@ TEST_F(Stations, AShiftWithKillsLosesNothing) {
     }
     const double seconds = double(time.elapsed()) / 1000;
     const auto orders = double(shift.acknowledged() - before);
-    ASSERT_TRUE(shift.waitForMore(1, kPatience)) << "all still book";
+    ASSERT_TRUE(shift.waitForMore(1, kPatience)) << "all still book" << shift.lastWords();
     shift.killAll();
     shift.expectAllThereOnce(main);
     const auto [repeats, waits] = shift.repeatsAndWaits();

@@ -19,9 +19,7 @@ std::optional<QString> tryOnce(const std::function<void()>& work) {
         if (error.number() != common::kServerGone)
             throw;
         store::setServerAway(error);
-        // What follows the first sentence is for whoever has to find out; this work does so by itself.
-        return error.sentence().section(u". "_s, 0, 0) +
-               (error.sentence().contains(u". "_s) ? u"."_s : QString());
+        return store::firstSentence(error);
     }
 }
 

@@ -45,10 +45,7 @@ Engine& Connection::engine() const {
     if (!m_engine)
         throw common::RunTimeError(common::kObjectClosed, u"Die Datenbankverbindung ist geschlossen."_s);
     if (isServerAway() && m_connectionString == mainConnectionString())
-        throw common::RunTimeError(
-            common::kServerGone,
-            u"Der Datenbankserver ist nicht erreichbar. Bitte prüfen Sie das Netz und den Server."_s,
-            u"not asked"_s);
+        throwServerAway();
     return *m_engine;
 }
 

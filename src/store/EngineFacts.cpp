@@ -9,8 +9,7 @@ QString engineName() {
 }
 
 int schemaVersion(Engine& engine) {
-    const auto cursor = engine.query(QStringLiteral("PRAGMA user_version"), false);
-    return cursor->next() ? int(cursor->value(0).toLong()) : 0;
+    return engine.schemaVersion();
 }
 
 } // namespace store

@@ -141,7 +141,7 @@ void MariaConnection::open() {
     for (Server* server : inTurn()) {
         MariaHandle handle = time.hasExpired(kRoundTime) ? nullptr : connect(*server, m_lastFailure);
         if (handle && setUp(handle))
-            return use(std::move(handle), *server);
+            return use(std::move(handle), *server, true);
         if (handle && !minority) {
             minority = std::move(handle);
             ofMinority = server;
@@ -150,9 +150,18 @@ void MariaConnection::open() {
         }
     }
     if (minority)
-        return use(std::move(minority), *ofMinority);
+        return use(std::move(minority), *ofMinority, false);
     m_failedRound.start();
     throwStoreError(m_lastFailure, m_parts.database);
+}
+
+void MariaConnection::openToWrite() {
+    open();
+    if (m_ofMajority)
+        return;
+    // The next try looks for the majority again.
+    close();
+    throwStoreError({ER_UNKNOWN_COM_ERROR, u"no node with a majority"_s}, m_parts.database);
 }
 
 bool MariaConnection::setUp(MariaHandle& handle) {
@@ -209,11 +218,12 @@ void MariaConnection::readHead(st_mysql* handle) {
     runs(handle, kForgetTokens);
 }
 
-void MariaConnection::use(MariaHandle handle, Server& server) {
+void MariaConnection::use(MariaHandle handle, Server& server, bool ofMajority) {
     const std::lock_guard lock(m_mutex);
     m_handle = std::move(handle);
     m_thread = mysql_thread_id(m_handle.get());
     m_server = &server;
+    m_ofMajority = ofMajority;
     m_server->lost.invalidate();
     m_failedRound.invalidate();
 }

@@ -55,6 +55,8 @@ class MariaConnection {
     /// Connects where it is not, to the servers in turn. Throws RunTimeError; for some time after nobody
     /// answered, at once.
     void open();
+    /// Also throws kServerGone where only nodes without majority answer, which serve what they have.
+    void openToWrite();
 
     bool isOpen() const { return m_handle != nullptr; }
 
@@ -103,7 +105,7 @@ class MariaConnection {
     /// Makes the session what it has to be; false for a node without majority.
     bool setUp(MariaHandle& handle);
     void readHead(st_mysql* handle);
-    void use(MariaHandle handle, Server& server);
+    void use(MariaHandle handle, Server& server, bool ofMajority);
     MariaAnswer answer(bool stream);
     /// Gives what the socket's owner may break off from another thread.
     void setBusy(bool busy);
@@ -120,6 +122,7 @@ class MariaConnection {
     double m_serverTime = 0;
     QElapsedTimer m_sinceServerTime;
     int m_schemaVersion = 0;
+    bool m_ofMajority = true;
     std::atomic<qint64> m_trips = 0;
     std::mutex m_mutex;
     bool m_busy = false;

@@ -61,6 +61,8 @@ class MariaEngine : public Engine {
         bool written = false;
         /// Why nothing can be done in it any more.
         std::exception_ptr doom;
+        /// By a node without majority: nothing of it was done.
+        bool refused = false;
     };
 
     using Packet = QList<QByteArray>;

@@ -118,6 +118,10 @@ QString reasonOf(const MariaFailure& failure) {
 
 } // namespace
 
+bool isOfMinority(const MariaFailure& failure) {
+    return failure.code == ER_UNKNOWN_COM_ERROR;
+}
+
 bool isLost(const MariaFailure& failure) {
     return isOf(failure, common::kServerGone);
 }

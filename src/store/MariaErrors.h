@@ -11,6 +11,8 @@ struct MariaFailure {
 
 /// The connection is gone, or its server is of no use at the moment: another one may do.
 bool isLost(const MariaFailure& failure);
+/// Refused before it was done by a node of a cluster that has lost its majority; isLost as well.
+bool isOfMinority(const MariaFailure& failure);
 /// Another transaction was in the way.
 bool isConflict(const MariaFailure& failure);
 

@@ -51,14 +51,17 @@ MariaAnswer MariaEngine::writeAlone(const QByteArray& sql, const QString& statem
     time.start();
     for (;;) {
         const QByteArray token = newToken();
-        m_connection.open();
+        const Packet packet = {kByHand,          kServerLock, kMark,   sql,
+                               keepToken(token), kStillThere, kCommit, kByItself};
+        constexpr size_t kOwn = 3;
+        m_connection.openToWrite();
         try {
-            constexpr size_t kOwn = 3;
-            return std::move(send(
-                {kByHand, kServerLock, kMark, sql, keepToken(token), kStillThere, kCommit, kByItself})[kOwn]);
+            return std::move(send(packet)[kOwn]);
         } catch (const MariaPacketFailed& failed) {
             if (isLost(failed.failure) && !m_connection.wasInterrupted()) {
                 m_connection.drop();
+                if (isOfMinority(failed.failure) && failed.statement + 1 < size_t(packet.size()))
+                    continue;
                 if (auto answer = settle(token))
                     return std::move(*answer);
             } else {
@@ -123,7 +126,7 @@ MariaAnswer MariaEngine::sendInTransaction(const Packet& further, size_t wanted,
         std::rethrow_exception(m_transaction->doom);
     Packet packet;
     if (!m_transaction->begun) {
-        m_connection.open();
+        m_connection.openToWrite();
         packet = {kByHand, kServerLock, kMark};
     } else if (!m_connection.isOpen()) {
         doom({CR_SERVER_LOST, u"connection lost"_s}, statement);
@@ -142,6 +145,8 @@ MariaAnswer MariaEngine::sendInTransaction(const Packet& further, size_t wanted,
         // A statement that failed by itself leaves the transaction as it was.
         const bool harmless =
             failed.statement >= own && !isLost(failed.failure) && !isConflict(failed.failure);
+        // Behind the commit stands one more statement.
+        m_transaction->refused = isOfMinority(failed.failure) && failed.statement + 1 < size_t(packet.size());
         if (!harmless)
             doom(failed.failure, statement);
         m_held.clear();
@@ -175,7 +180,8 @@ void MariaEngine::commit() {
         sendInTransaction({keepToken(token), kStillThere, kCommit, kByItself}, 0, u"COMMIT"_s);
     } catch (const common::RunTimeError& error) {
         // Nothing was lost but, perhaps, the answer.
-        if (error.number() != common::kTryAgain || m_connection.isOpen() || !settle(token))
+        if (error.number() != common::kTryAgain || m_connection.isOpen() || m_transaction->refused ||
+            !settle(token))
             throw;
     }
     m_transaction.reset();

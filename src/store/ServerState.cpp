@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool away = false;
+QString theSentence;
 std::atomic<qint64> repeated = 0;
 std::function<void(bool)> theListener;
 
@@ -25,12 +26,23 @@ void turn(bool now, const QString& logged) {
 
 } // namespace
 
+QString firstSentence(const common::RunTimeError& error) {
+    return error.sentence().section(u". "_s, 0, 0) +
+           (error.sentence().contains(u". "_s) ? u"."_s : QString());
+}
+
 bool isServerAway() {
     return away;
 }
 
 void setServerAway(const common::RunTimeError& error) {
+    if (!away)
+        theSentence = firstSentence(error);
     turn(true, u"No database server answers: "_s + error.detail());
+}
+
+void throwServerAway() {
+    throw common::RunTimeError(common::kServerGone, theSentence, u"not asked"_s);
 }
 
 void setServerBack() {

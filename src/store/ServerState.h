@@ -10,9 +10,14 @@ class RunTimeError;
 /// not asked at all: what needs it fails at once (kServerGone) and freezes no window.
 namespace store {
 
+/// What follows it is about one statement, or for whoever has to find out.
+QString firstSentence(const common::RunTimeError& error);
+
 bool isServerAway();
 /// It was asked in vain (kServerGone). Stands in the log once an outage.
 void setServerAway(const common::RunTimeError& error);
+/// What it was asked in vain last, again.
+[[noreturn]] void throwServerAway();
 /// It answers again.
 void setServerBack();
 /// Told once at each turn; one listener, none by default.

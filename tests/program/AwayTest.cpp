@@ -38,7 +38,8 @@ class Away : public test::ProgramTest {
     }
 
     static void gone() {
-        store::setServerAway(common::RunTimeError(common::kServerGone, u"Kein Server."_s, u"test"_s));
+        store::setServerAway(common::RunTimeError(common::kServerGone,
+                                                  u"Der Datenbankserver ist nicht erreichbar."_s, u"test"_s));
     }
 
     void goAway() {

@@ -1,9 +1,11 @@
 // Several stations on a cluster of database servers, whose processes are killed without a warning.
+#include "common/RunTimeError.h"
 #include "program/Shift.h"
 #include "support/ServerFirm.h"
 #include "support/TestFirm.h"
 #include <QElapsedTimer>
 #include <QRandomGenerator>
+#include <QTest>
 #include <QThread>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -39,6 +41,28 @@ TEST_F(Stations, BothGoOnAtTheNextServerAndNothingIsLostNorTwice) {
     ASSERT_TRUE(shift.waitForMore(10, kPatience)) << "at the next node";
     shift.killAll();
     shift.expectAllThereOnce(main);
+}
+
+TEST_F(Stations, ANodeWithoutMajorityIsReadAndNotWritten) {
+    cluster.node(1).kill();
+    cluster.node(2).kill();
+    const auto isAlone = [this] {
+        return cluster.node(0)
+            .sql(u"SHOW STATUS LIKE 'wsrep_cluster_status'"_s)
+            .join(u' ')
+            .contains(u"non-"_s);
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isAlone, kPatience * 1000));
+    EXPECT_NE(TestFirm::value(u"SELECT Count(*) AS N FROM tbl_Verwaltung_Kunden"_s, main), u"0"_s);
+    for (int attempt = 0; attempt < 2; ++attempt)
+        try {
+            main.Execute(u"UPDATE tbl_Einstellungen_System SET txt_Werbetext = 'x'"_s);
+            ADD_FAILURE() << "written";
+        } catch (const common::RunTimeError& error) {
+            EXPECT_EQ(error.number(), common::kServerGone);
+            EXPECT_TRUE(error.sentence().contains(u"Mehrheit"_s)) << error.what();
+        }
+    EXPECT_NE(TestFirm::value(u"SELECT txt_Werbetext AS T FROM tbl_Einstellungen_System"_s, main), u"x"_s);
 }
 
 /// For TAVOLINO_SHIFT_MINUTES, else some seconds. Two nodes stand at any time: the majority.
